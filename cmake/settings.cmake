@@ -1,0 +1,15 @@
+# Settings and warnings that our own targets share; third-party code never links them.
+add_library(tarnsift_settings INTERFACE)
+target_compile_options(tarnsift_settings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wconversion -Wno-sign-conversion
+  $<$<BOOL:${TARNSIFT_WERROR}>:-Werror>)
+if(TARNSIFT_SANITIZE)
+  target_compile_options(tarnsift_settings INTERFACE -fsanitize=address,undefined -fno-omit-frame-pointer)
+  target_link_options(tarnsift_settings INTERFACE -fsanitize=address,undefined)
+endif()
+
+# The standard headers that nearly every file needs.
+function(tarnsift_precompile target)
+  target_precompile_headers(${target} PRIVATE
+    <algorithm> <cstdint> <functional> <map> <memory> <optional> <string> <string_view> <unordered_map> <variant> <vector>)
+endfunction()

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cobol {
+
+using NameId = std::uint32_t; ///< 0 is the empty text
+
+/// Texts by number. Ids below `keywordCount()` are the reserved words of keywords.hpp in the order of their enum, so a
+/// `switch` on an id classifies a word. Ids never leak into results.
+class Interner {
+ public:
+  Interner();
+
+  /// The id of the text as it stands (callers upper-case words before).
+  NameId intern(std::string_view text);
+  /// The id if the text is known, else 0.
+  NameId find(std::string_view text) const;
+  std::string_view text(NameId id) const { return {m_arena[m_entries[id].block].data() + m_entries[id].offset, m_entries[id].length}; }
+  std::size_t size() const { return m_entries.size(); }
+
+ private:
+  struct Entry {
+    std::uint64_t hash;
+    std::uint32_t block;
+    std::uint32_t offset;
+    std::uint32_t length;
+  };
+  void grow();
+
+  std::vector<std::string> m_arena; ///< blocks whose capacity never changes, so views stay valid
+  std::vector<Entry> m_entries;
+  std::vector<NameId> m_slots;      ///< open addressing, size a power of two
+};
+
+} // namespace cobol

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "cobol/diagnostic.hpp"
+#include "cobol/interner.hpp"
+#include "cobol/position.hpp"
+
+namespace cobol {
+
+enum class TokenKind : std::uint8_t {
+  word,        ///< reserved or user-defined word, upper case; `text` is its id
+  number,      ///< numeric literal or integer, as written
+  literal,     ///< alphanumeric literal (any prefix); `text` is the id of its content without quotes, case kept
+  picture,     ///< a PICTURE character string, upper case, its ending period taken off
+  period,      ///< the separator period
+  symbol,      ///< ( ) : = < > <= >= <> + - * / ** & and `::`; `text` is the id of the symbol. Commas and semicolons are dropped.
+  areaHead,    ///< never stored: a word in area A carries TokenFlag::areaA instead
+  end,         ///< one at the very end
+};
+
+enum TokenFlag : std::uint8_t {
+  areaA = 1,        ///< begins in area A (free format: first on its line)
+  inExec = 2,       ///< between EXEC and END-EXEC, both included
+  replaced = 4,     ///< made by REPLACING or REPLACE; the position is that of the first replaced word
+  joined = 8,       ///< no blank between the token before and this one
+  continued = 16,   ///< runs on over a line end; the position is that of its first part
+  lineStart = 32,   ///< first token on its physical line
+  hostMark = 64,    ///< in EXEC text: the word follows a colon (host variable)
+};
+
+/// One token after text manipulation: copybooks expanded, replacements made, comments and continuation gone.
+struct Token {
+  NameId text = 0;
+  std::uint32_t line = 0;   ///< from 1
+  std::uint32_t column = 0; ///< from 1
+  std::uint16_t file = 0;   ///< index into TokenStream::files
+  std::uint16_t length = 0; ///< characters in the file, saturating
+  TokenKind kind = TokenKind::end;
+  std::uint8_t flags = 0;
+
+  bool has(TokenFlag flag) const { return (flags & flag) != 0; }
+  Position position() const { return {file, line, column, length}; }
+};
+
+enum class Format : std::uint8_t { fixed, variable, free };
+
+/// One file that took part: the program's own source first, then copybooks in order of first use.
+struct SourceFile {
+  std::string path;           ///< as found, native
+  std::uint64_t size = 0;     ///< bytes
+  std::uint64_t hash = 0;     ///< FNV-1a of the raw bytes
+  std::uint32_t lines = 0;    ///< physical lines
+  Format format = Format::fixed;
+  std::string encoding;       ///< "UTF-8", "ISO-8859-1", "UTF-16LE", "CP037", …
+};
+
+/// How one COPY (or INCLUDE) was resolved, also when it was not: part of the fingerprint of a verified program.
+struct CopyUse {
+  std::string name;         ///< as written, upper case
+  std::string library;      ///< OF/IN, upper case, or empty
+  int file = -1;            ///< index into files, -1: not found
+  Position at;
+};
+
+/// All tokens of one registered source with everything it copies.
+struct TokenStream {
+  std::vector<Token> tokens; ///< ends with one TokenKind::end
+  Interner names;
+  std::vector<SourceFile> files;
+  std::vector<CopyUse> copies;
+
+  std::string_view textOf(const Token& token) const { return names.text(token.text); }
+};
+
+} // namespace cobol
