@@ -10,10 +10,14 @@
 
 namespace platform {
 
+/// The absent value.
+using Null = std::monostate;
+
 /// The one value type of late-bound calls, record fields and attributes. Null is the default and equals only Null.
 class Value {
  public:
   Value() = default;
+  Value(Null) {}
   Value(bool value) : m_data(value) {}
   Value(int value) : m_data(std::int64_t{value}) {}
   Value(std::int64_t value) : m_data(value) {}
