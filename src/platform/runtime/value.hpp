@@ -30,6 +30,11 @@ class Value {
 
   bool isNull() const { return std::holds_alternative<std::monostate>(m_data); }
   bool isText() const { return std::holds_alternative<std::string>(m_data); }
+  /// The value when it is of exactly that type, else nullptr.
+  template <typename T>
+  const T* getIf() const {
+    return std::get_if<T>(&m_data);
+  }
   bool isObject() const { return std::holds_alternative<Ref<Object>>(m_data); }
 
   /// Null and "" are 0; a text must be a number. Throws Error otherwise.
