@@ -1,45 +1,64 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
-#include <type_traits>
-#include <utility>
 #include <variant>
+
+#include "platform/runtime/error.hpp"
+#include "platform/runtime/object.hpp"
 
 namespace platform {
 
-struct Null {
-  bool operator==(const Null&) const = default;
-};
+/// The absent value.
+using Null = std::monostate;
 
-/// A value of the late-bound world: a field of a record set, an attribute, an argument.
+/// The one value type of late-bound calls, record fields and attributes. Null is the default and equals only Null.
 class Value {
  public:
   Value() = default;
   Value(Null) {}
-  Value(bool value) : m_value(value) {}
-  template <class T>
-    requires(std::is_integral_v<T> && !std::is_same_v<T, bool>)
-  Value(T value) : m_value(static_cast<std::int64_t>(value)) {}
-  Value(double value) : m_value(value) {}
-  Value(std::string value) : m_value(std::move(value)) {}
-  Value(std::string_view value) : m_value(std::string(value)) {}
-  Value(const char* value) : m_value(std::string(value)) {}
+  Value(bool value) : m_data(value) {}
+  Value(int value) : m_data(std::int64_t{value}) {}
+  Value(std::int64_t value) : m_data(value) {}
+  Value(double value) : m_data(value) {}
+  Value(std::string value) : m_data(std::move(value)) {}
+  Value(std::string_view value) : m_data(std::string(value)) {}
+  Value(const char* value) : m_data(std::string(value)) {}
+  template <typename T>
+  Value(const Ref<T>& object) : m_data(Ref<Object>(object)) {}
 
-  bool isNull() const { return std::holds_alternative<Null>(m_value); }
+  bool isNull() const { return std::holds_alternative<std::monostate>(m_data); }
+  bool isText() const { return std::holds_alternative<std::string>(m_data); }
+  /// The content if it is exactly a T (bool, std::int64_t, double, std::string), else null.
+  template <typename T>
+  const T* getIf() const {
+    return std::get_if<T>(&m_data);
+  }
+  bool isObject() const { return std::holds_alternative<Ref<Object>>(m_data); }
+
+  /// Null and "" are 0; a text must be a number. Throws Error otherwise.
   std::int64_t asInteger() const;
   double asDouble() const;
+  /// True for true, any number but 0, and the text "true" in any case.
+  bool asBool() const;
+  /// Null gives the empty text, Booleans "true" and "false".
   std::string asText() const;
-  template <class T>
-  const T* getIf() const {
-    return std::get_if<T>(&m_value);
+  /// The object as that interface; an empty reference for Null. Throws Error when it is something else.
+  template <typename T>
+  Ref<T> as() const {
+    if (isNull()) return {};
+    auto* held = std::get_if<Ref<Object>>(&m_data);
+    if (!held || !*held) return {};
+    auto* object = dynamic_cast<T*>(held->get());
+    if (!object) throw Error("an object does not have the interface that was asked for");
+    return Ref<T>(object);
   }
-  bool operator==(const Value&) const = default;
+
+  bool operator==(const Value& other) const { return m_data == other.m_data; }
 
  private:
-  std::variant<Null, bool, std::int64_t, double, std::string> m_value;
+  std::variant<std::monostate, bool, std::int64_t, double, std::string, Ref<Object>> m_data;
 };
 
 } // namespace platform
