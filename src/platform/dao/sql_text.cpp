@@ -34,6 +34,9 @@ SqlToken quotedToken(std::string_view sql, std::size_t begin) {
     }
     token.value += sql[at];
   }
+  // No quote closes it; left as it stands, so that SQLite says so.
+  token.kind = SqlTokenKind::sign;
+  token.value = sql.substr(begin);
   return token;
 }
 

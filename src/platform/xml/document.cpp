@@ -12,8 +12,9 @@ namespace {
 
 const xmlChar* bytes(const std::string& text) { return reinterpret_cast<const xmlChar*>(text.c_str()); }
 
-/// Keeps the error instead of printing it; it comes again from the context.
+/// Take the place of printing what is wrong with an XPath.
 void quiet(void*, xmlErrorPtr) {}
+void quietText(void*, const char*, ...) {}
 
 } // namespace
 
@@ -47,9 +48,10 @@ std::vector<Node> DocumentData::select(_xmlNode* context, const std::string& xpa
                                                                                   &xmlXPathFreeContext);
   evaluation->node = context;
   evaluation->error = &quiet;
+  xmlSetGenericErrorFunc(nullptr, &quietText); // of this thread
   const std::unique_ptr<xmlXPathObject, void (*)(xmlXPathObjectPtr)> result(xmlXPathEval(bytes(xpath), evaluation.get()),
                                                                             &xmlXPathFreeObject);
-  if (!result) throwXmlError(nullptr, "not an XPath: " + xpath);
+  if (!result) throw XmlError("not an XPath: " + xpath, 0, 0);
   if (result->type != XPATH_NODESET) throw XmlError("an XPath selects no elements: " + xpath, 0, 0);
   std::vector<Node> nodes;
   xmlXPathNodeSetSort(result->nodesetval);

@@ -10,7 +10,6 @@
 
 struct _xmlDoc;
 struct _xmlNode;
-struct _xmlError;
 
 namespace platform {
 
@@ -43,8 +42,6 @@ class DocumentData : public std::enable_shared_from_this<DocumentData> {
 
 std::shared_ptr<DocumentData> parseXml(std::string_view text, BlankText blanks);
 
-/// What libxml2 said, on one line, with its place.
-[[noreturn]] void throwXmlError(const _xmlError* error, const std::string& fallback);
 /// Texts must be UTF-8 of characters that XML has.
 void requireXmlText(const std::string& text);
 void requireXmlName(const std::string& name);
