@@ -30,7 +30,7 @@ class Value {
 
   bool isNull() const { return std::holds_alternative<std::monostate>(m_data); }
   bool isText() const { return std::holds_alternative<std::string>(m_data); }
-  /// The content if it is exactly a T (bool, std::int64_t, double, std::string), else null.
+  /// The value when it is of exactly that type, else nullptr.
   template <typename T>
   const T* getIf() const {
     return std::get_if<T>(&m_data);

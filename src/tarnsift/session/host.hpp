@@ -136,6 +136,8 @@ class ActivityLog : public Object {
   virtual void setVisible(bool visible) = 0;
   virtual bool Minimized() = 0;
   virtual void setMinimized(bool minimized) = 0;
+  /// One line of what went wrong in a step that others go on after.
+  virtual void Write(const std::string& line) = 0;
 };
 
 /// Turns records into a report; see reports/ for the record format and the order of calls.

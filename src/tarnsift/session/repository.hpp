@@ -33,7 +33,7 @@ class RepositoryObject : public Object {
   virtual std::string Id() = 0;
   virtual Ref<RepositoryType> Type() = 0;
   virtual std::string DisplayName() = 0;
-  /// By name without regard to case; Null when it was never set.
+  /// By name without regard to case; Null when it was never set. "Modified" is in microseconds since 1970 UTC.
   virtual Value Attribute(const std::string& name) = 0;
   virtual bool IsMemberOf(const std::string& folderId) = 0;
   /// Joins this object to another. Throws when they cannot be joined.
