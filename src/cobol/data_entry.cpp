@@ -173,7 +173,7 @@ void DataEntryReader::commonClause(Word word) {
     default: break;
     case Word::value: case Word::values: return valueClause();
     case Word::constant: return constantClause();
-    case Word::typedef: m_cursor.next(); entry.isTypedef = true; return;
+    case Word::typedef_: m_cursor.next(); entry.isTypedef = true; return;
     case Word::type: case Word::like:
       m_cursor.next();
       m_cursor.take(Word::to);

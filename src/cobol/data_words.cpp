@@ -44,7 +44,7 @@ constexpr std::pair<std::string_view, Word> kWords[] = {
 
     {"FILLER", filler}, {"REDEFINES", redefines}, {"RENAMES", renames}, {"THROUGH", through}, {"THRU", through},
     {"PIC", pic}, {"PICTURE", pic}, {"USAGE", usage}, {"IS", is}, {"ARE", is}, {"OCCURS", occurs}, {"TIMES", times},
-    {"ASCENDING", ascending}, {"DESCENDING", descending}, {"BY", by}, {"UNBOUNDED", unbounded}, {"TYPEDEF", typedef},
+    {"ASCENDING", ascending}, {"DESCENDING", descending}, {"BY", by}, {"UNBOUNDED", unbounded}, {"TYPEDEF", typedef_},
     {"STRONG", strong}, {"TYPE", type}, {"AS", as}, {"LIKE", like}, {"CONSTANT", constant}, {"JUSTIFIED", justified},
     {"JUST", justified}, {"RIGHT", right}, {"LEFT", left}, {"BLANK", blank}, {"WHEN", when}, {"ZERO", zero},
     {"ZEROS", zero}, {"ZEROES", zero}, {"SYNCHRONIZED", synchronized_}, {"SYNCHRONISED", synchronized_},

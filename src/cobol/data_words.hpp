@@ -28,7 +28,7 @@ enum class Word : std::uint16_t {
   subQueue2, subQueue3, input, output, inputOutputMode, message, date, time, text, length, count, destination, table, error,
   terminal, dataRecords,
   // entries
-  filler, redefines, renames, through, pic, usage, is, occurs, times, ascending, descending, by, unbounded, typedef, strong,
+  filler, redefines, renames, through, pic, usage, is, occurs, times, ascending, descending, by, unbounded, typedef_, strong,
   type, sameAs, as, like, constant, justified, right, left, blank, when, zero, synchronized_, leading, trailing, separate,
   character, values, groupUsage, no, sql, next, of, capacity, step, byteLength, all, space, highValue, lowValue, quote, null_,
   true_, false_, set, validating, based, anyWord, property, aligned, volatile_, indicate, group, nextGroup, present, reset,

@@ -146,7 +146,7 @@ class DescriptionReader {
 
   enum class Direction : std::uint8_t { input, output, both };
   struct Field {
-    std::string_view picture;
+    std::string_view picture = {};
     std::uint32_t token = 0; ///< 0: not named
   };
 

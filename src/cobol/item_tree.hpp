@@ -24,8 +24,8 @@ class ItemTree {
   /// An item that no token declares: at the program's name, flagged implicit. Redefines names the item before it.
   struct MadeItem {
     int level = 0;
-    std::string_view name; ///< empty: FILLER
-    std::string_view picture;
+    std::string_view name = {}; ///< empty: FILLER
+    std::string_view picture = {};
     Usage usage = Usage::none;
     std::uint32_t occurs = 0;
     bool redefinesLast = false;
