@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -26,11 +28,14 @@ class Resolver {
 
   /// Whether the own program or a containing one declares the name as a data item, condition, index or constant.
   bool isDeclared(NameId name) const;
-  /// Whether the chain of the construct ends in a name that holds it, a group or a file.
-  bool isQualifierOf(std::uint32_t construct, NameId qualifier) const;
+  /// Appends the ancestors that the qualifiers name, one for each; -1 where a file's name was meant.
+  void ancestors(std::uint32_t construct, std::span<const NameId> qualifiers, std::vector<int>& found) const;
 
   /// The file, report or communication description of that name as the program sees it; -1: none.
   int findFile(NameId name) const;
+
+  /// The file that holds the construct's record; -1: none.
+  int fileOf(std::uint32_t construct) const;
 
   /// The construct of kind `??` for a name that nothing declares; one per program and written qualified name.
   std::uint32_t undeclared(NameId name, std::span<const NameId> qualifiers, std::uint32_t token);
@@ -45,7 +50,6 @@ class Resolver {
   void collect(std::uint32_t head, std::span<const NameId> qualifiers, bool globalOnly, std::vector<std::uint32_t>& found);
   bool matches(std::uint32_t construct, std::span<const NameId> qualifiers, bool& whole) const;
   bool isGlobal(std::uint32_t construct) const;
-  int fileOf(std::uint32_t construct) const;
   std::uint32_t specialRegister(NameId name);
   std::uint32_t make(Construct construct);
   std::int64_t nextBase();
