@@ -98,6 +98,7 @@ Host::~Host() {
 }
 
 void Host::start() {
+  lock();
   // The library beside this program wins over one that was registered from elsewhere.
   const std::string library = componentLibrary();
   if (platform::registeredLibrary("Tarnsift.TarnsiftEngine") != library) platform::registerLibrary(library);
@@ -112,9 +113,12 @@ bool Host::close() {
   return m_window->unload();
 }
 
-void Host::attach(const Value& window) {
+void Host::lock() {
   m_baseLock = std::make_unique<FolderLock>(baseLockFile(m_base), FolderLock::Mode::shared, "the base folder " + m_base.path());
   m_projectLock = std::make_unique<FolderLock>(projectLockFile(m_base, m_projectName), FolderLock::Mode::exclusive, "project " + m_projectName);
+}
+
+void Host::attach(const Value& window) {
   const std::string mark = sessionMark(m_base, m_projectName);
   if (platform::fileExists(mark)) {
     m_log->Write("the session before ended without its close; all counts are made anew");

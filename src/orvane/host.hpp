@@ -26,7 +26,7 @@ class Host {
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;
 
-  /// Creates Tarnsift.TarnsiftEngine and calls Run. Throws platform::Error with the component's message when no window came.
+  /// Takes the project's lock until the window closes, creates Tarnsift.TarnsiftEngine and calls Run. Throws platform::Error with the component's message when no window came.
   void start();
   /// The component's main window; only after start().
   platform::Form& window() const { return *m_window; }
@@ -43,6 +43,7 @@ class Host {
 
  private:
   friend class FrontendObject;
+  void lock();
   void attach(const platform::Value& window); ///< Frontend.Initiate
   void detach();                              ///< Frontend.Terminate
 
