@@ -13,7 +13,7 @@ namespace platform {
 namespace {
 
 /// Runs `work` in a process that is killed once it has said `ready`; the rest of the work goes on until the kill.
-template <class Work>
+template<class Work>
 void killInTheMidst(Work work) {
   dbEngine().settle(); // connections must not cross into another process
   int pipe[2];
@@ -37,7 +37,8 @@ void killInTheMidst(Work work) {
 }
 
 std::string soundness(Database& database) {
-  return linesOf(*database.OpenRecordset("select integrity_check as sound from pragma_integrity_check"), {"sound"}).front();
+  return linesOf(*database.OpenRecordset("select integrity_check as sound from pragma_integrity_check"), {"sound"})
+      .front();
 }
 
 TEST(Durability, aKilledProcessLeavesItsFinishedRowsInASoundFile) {
@@ -58,9 +59,11 @@ TEST(Durability, aKilledProcessLeavesItsFinishedRowsInASoundFile) {
   EXPECT_TRUE(fileExists(program.path() + "-wal"));
   const auto database = program.open();
   EXPECT_EQ(soundness(*database), "ok");
-  EXPECT_EQ(database->OpenRecordset("select * from Constructs where Offset is null and Classification = 'done' and rowid <= 500")
-                ->RecordCount(),
-            497);
+  EXPECT_EQ(
+      database
+          ->OpenRecordset("select * from Constructs where Offset is null and Classification = 'done' and rowid <= 500")
+          ->RecordCount(),
+      497);
 }
 
 TEST(Durability, aKilledUpgradeHasNotBegun) {

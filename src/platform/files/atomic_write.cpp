@@ -13,7 +13,9 @@ namespace platform {
 
 namespace {
 
-[[noreturn]] void fail(const std::string& path, int number) { throw FileError(path, std::strerror(number)); }
+[[noreturn]] void fail(const std::string& path, int number) {
+  throw FileError(path, std::strerror(number));
+}
 
 /// An open file; the errors are told for `path`, the name that the user knows.
 class Descriptor {
@@ -39,7 +41,7 @@ class Descriptor {
   }
 
   std::string read(std::uint64_t limit) const {
-    struct stat status{};
+    struct stat status {};
     if (::fstat(m_file, &status) != 0) fail(m_path, errno);
     if (S_ISDIR(status.st_mode)) fail(m_path, EISDIR);
     std::string contents;
@@ -82,14 +84,16 @@ std::string temporaryNameFor(const std::string& path) {
   return path + "." + std::to_string(::getpid()) + "-" + std::to_string(++number) + ".new";
 }
 
-void syncFile(const std::string& path) { Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC), path).sync(); }
+void syncFile(const std::string& path) {
+  Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC), path).sync();
+}
 
 std::string readText(const std::string& path, std::uint64_t limit) {
   return Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC), path).read(limit);
 }
 
 void WriteFileAtomically(const std::string& path, std::string_view contents) {
-  struct stat old{};
+  struct stat old {};
   const bool replaces = ::stat(path.c_str(), &old) == 0;
   if (replaces && S_ISDIR(old.st_mode)) fail(path, EISDIR);
   const std::string temporary = temporaryNameFor(path);
