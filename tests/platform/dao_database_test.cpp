@@ -57,7 +57,8 @@ TEST(Database, tellsFileStatementAndReasonInOneLine) {
   const struct {
     std::string statement, reason;
   } cases[] = {
-      {"select * from\nConstructs where [Nope] = 1", "no such column: Nope"},
+      {"select * from\nConstructs where [Nope] = 1",
+       "no such column: Nope [select * from Constructs where [Nope] = 1]"},
       {"select * from Constructs where \"Nope\" = 1", "no such column: Nope"},
       {"Programs", "no such table: Programs"},
       {"selct", "no such table: selct"},

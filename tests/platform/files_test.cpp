@@ -112,6 +112,10 @@ TEST(WriteFileAtomically, replacesAFileWholeAndKeepsItsRights) {
   ASSERT_EQ(::chmod(folder.file("f").c_str(), 0640), 0);
   WriteFileAtomically(folder.file("f"), std::string(100000, 'n'));
   EXPECT_EQ(readText(folder.file("f")), std::string(100000, 'n'));
+  std::filesystem::create_symlink("f", folder.file("link"));
+  WriteFileAtomically(folder.file("link"), "through the link");
+  EXPECT_EQ(readText(folder.file("f")), "through the link");
+  removeAll(folder.file("link"));
   struct stat status {};
   ASSERT_EQ(::stat(folder.file("f").c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 0777, 0640U);

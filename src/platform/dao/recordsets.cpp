@@ -231,11 +231,15 @@ std::unique_ptr<Recordset> openRecordset(const std::shared_ptr<Connection>& conn
   if (tokens.empty() || !(tokens[0].is("select") || tokens[0].is("with"))) {
     connection->fail("neither a table nor a select", tableOrSelect);
   }
-  const auto single = parseSingleTableSelect(tableOrSelect, tokens);
-  if (single && hasRowids(*connection, single->tableName)) {
-    return std::make_unique<QueryRecordset>(connection, *single, parameters);
+  try {
+    const auto single = parseSingleTableSelect(tableOrSelect, tokens);
+    if (single && hasRowids(*connection, single->tableName)) {
+      return std::make_unique<QueryRecordset>(connection, *single, parameters);
+    }
+    return readWhole(*connection, tableOrSelect, parameters);
+  } catch (const DatabaseError& error) {
+    connection->fail(error.reason(), tableOrSelect); // the statement as its author knows it
   }
-  return readWhole(*connection, tableOrSelect, parameters);
 }
 
 } // namespace platform

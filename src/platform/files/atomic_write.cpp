@@ -5,11 +5,14 @@
 #include <atomic>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 
 #include "platform/files/files.hpp"
 #include "platform/runtime/error.hpp"
 
 namespace platform {
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -96,14 +99,17 @@ void WriteFileAtomically(const std::string& path, std::string_view contents) {
   struct stat old {};
   const bool replaces = ::stat(path.c_str(), &old) == 0;
   if (replaces && S_ISDIR(old.st_mode)) fail(path, EISDIR);
-  const std::string temporary = temporaryNameFor(path);
+  std::error_code unresolved; // a link stays, and what it points to is replaced
+  const fs::path resolved = fs::canonical(path, unresolved);
+  const std::string target = unresolved ? path : resolved.string();
+  const std::string temporary = temporaryNameFor(target);
   Descriptor file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666), path);
   try {
     if (replaces && ::fchmod(file.get(), old.st_mode & 07777) != 0) fail(path, errno);
     file.write(contents);
     file.sync();
     file.close();
-    if (::rename(temporary.c_str(), path.c_str()) != 0) fail(path, errno);
+    if (::rename(temporary.c_str(), target.c_str()) != 0) fail(path, errno);
   } catch (...) {
     ::unlink(temporary.c_str());
     throw;

@@ -59,8 +59,8 @@ class LineReader {
 std::string temporaryNameFor(const std::string& path);
 
 /// Replaces a file as a whole: the contents go to a temporary file in the same folder, to the disk, and are then
-/// renamed into place with the permissions of the file that was there. On failure the old file stays as it was and
-/// nothing else is left.
+/// renamed into place with the permissions of the file that was there. A link stays and leads to the new file. On
+/// failure the old file stays as it was and nothing else is left.
 void WriteFileAtomically(const std::string& path, std::string_view contents);
 
 /// The files below a folder by relative native path in sorted order; folders and hidden names (leading dot) are left
