@@ -16,7 +16,12 @@ class Interner {
   Interner();
 
   /// The id of the text as it stands (callers upper-case words before).
-  NameId intern(std::string_view text);
+  NameId intern(std::string_view text) { return intern(text, hashOf(text)); }
+  /// The same with `hash == hashOf(text)`, for callers that computed it on the way.
+  NameId intern(std::string_view text, std::uint64_t hash);
+  static constexpr std::uint64_t kHashSeed = 0xcbf29ce484222325u;
+  static constexpr std::uint64_t hashStep(std::uint64_t hash, unsigned char byte) { return (hash ^ byte) * 0x100000001b3u; }
+  static std::uint64_t hashOf(std::string_view text);
   /// The id if the text is known, else 0.
   NameId find(std::string_view text) const;
   std::string_view text(NameId id) const { return {m_arena[m_entries[id].block].data() + m_entries[id].offset, m_entries[id].length}; }
@@ -29,7 +34,10 @@ class Interner {
     std::uint32_t offset;
     std::uint32_t length;
   };
+  struct Prototype {};
+  explicit Interner(Prototype);
   void grow();
+  void openBlock(std::size_t atLeast);
 
   std::vector<std::string> m_arena; ///< blocks whose capacity never changes, so views stay valid
   std::vector<Entry> m_entries;

@@ -17,13 +17,14 @@ enum class TokenKind : std::uint8_t {
   literal,     ///< alphanumeric literal (any prefix); `text` is the id of its content without quotes, case kept
   picture,     ///< a PICTURE character string, upper case, its ending period taken off
   period,      ///< the separator period
-  symbol,      ///< ( ) : = < > <= >= <> + - * / ** & and `::`; `text` is the id of the symbol. Commas and semicolons are dropped.
+  symbol,      ///< ( ) : = < > <= >= <> + - * / ** & and `::`; `text` is the id of the symbol. Commas and semicolons
+               ///< are dropped; in EXEC text they are symbols, and so is the period. A sign is always a symbol.
   areaHead,    ///< never stored: a word in area A carries TokenFlag::areaA instead
   end,         ///< one at the very end
 };
 
 enum TokenFlag : std::uint8_t {
-  areaA = 1,        ///< begins in area A (free format: first on its line)
+  areaA = 1,        ///< first on its line and begins in area A (free format: first on its line)
   inExec = 2,       ///< between EXEC and END-EXEC, both included
   replaced = 4,     ///< made by REPLACING or REPLACE; the position is that of the first replaced word
   joined = 8,       ///< no blank between the token before and this one

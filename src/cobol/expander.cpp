@@ -1,0 +1,378 @@
+#include "cobol/expander.hpp"
+
+namespace cobol {
+namespace {
+
+constexpr std::size_t kDepthLimit = 64;
+constexpr std::size_t kTokenLimit = 50'000'000;
+constexpr std::size_t kOperandLimit = 4096;
+constexpr std::size_t kFileLimit = 0xFFFF;
+
+// Members that the systems supply; the analyser knows their contents by itself.
+bool isBuiltIn(std::string_view name) {
+  return name == "SQLCA" || name == "SQLDA" || name == "DFHAID" || name == "DFHBMSCA" || name == "DFHEIBLK";
+}
+
+std::string upper(std::string_view text) {
+  std::string result(text);
+  for (char& c : result) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+  return result;
+}
+
+} // namespace
+
+Expander::Expander(TokenStream& stream, CopyLibrary& library, const Options& options, const ScanSettings& settings,
+                   Diagnostics& diagnostics)
+    : m_stream(stream), m_library(library), m_options(options), m_settings(settings), m_learned(settings),
+      m_diagnostics(diagnostics), m_conditions(options.allBranches) {}
+
+void Expander::run(TextBlock& main) {
+  fileIndex(main);
+  std::vector<Token>& out = m_stream.tokens;
+  if (main.marks.empty()) {
+    out = std::move(main.tokens);
+  } else {
+    out.reserve(main.tokens.size() + main.tokens.size() / 2);
+    auto frame = std::make_unique<Frame>();
+    frame->block = &main;
+    frame->out = &out;
+    frame->settings = m_settings;
+    frame->settings.decimalComma = main.decimalComma;
+    frame->settings.debugging = main.debugging;
+    m_frames.push_back(std::move(frame));
+    walk();
+  }
+  if (!m_replaceLists.empty()) applyReplace();
+  Token end;
+  end.line = main.file.lines + 1;
+  end.column = 1;
+  out.push_back(end);
+}
+
+void Expander::walk() {
+  while (!m_frames.empty()) {
+    Frame& frame = *m_frames.back();
+    const std::vector<Mark>& marks = frame.block->marks;
+    while (frame.mark < marks.size() && marks[frame.mark].token < frame.at) ++frame.mark;
+    if (frame.mark == marks.size()) {
+      emit(frame, frame.block->tokens.size());
+      leave();
+      continue;
+    }
+    const Mark mark = marks[frame.mark++];
+    emit(frame, mark.token);
+    onMark(frame, mark);
+  }
+}
+
+// The replacements of a COPY see the text with everything that it copies in turn.
+void Expander::leave() {
+  const std::unique_ptr<Frame> frame = std::move(m_frames.back());
+  m_frames.pop_back();
+  if (frame->rules.empty()) return;
+  Replacing(std::move(frame->rules), m_stream.names).apply(frame->own, *m_frames.back()->out);
+}
+
+void Expander::emit(Frame& frame, std::size_t to) {
+  if (to <= frame.at) return;
+  const std::size_t from = frame.at;
+  frame.at = to;
+  if (!m_conditions.active() || m_spent) return;
+  m_tokens += to - from;
+  if (m_tokens > kTokenLimit) {
+    m_spent = true;
+    m_diagnostics.add(Code::BudgetSpent, Severity::error, positionAt(frame, from), "more than 50 million words; the rest is left out");
+    return;
+  }
+  std::vector<Token>& out = *frame.out;
+  const Token* words = frame.block->tokens.data();
+  if (!frame.names) {
+    out.insert(out.end(), words + from, words + to);
+    return;
+  }
+  for (std::size_t i = from; i < to; ++i) {
+    Token& token = out.emplace_back(words[i]);
+    token.text = (*frame.names)[token.text];
+    token.file = frame.file;
+  }
+}
+
+void Expander::onMark(Frame& frame, const Mark& mark) {
+  if (mark.kind == MarkKind::directive) return onDirective(frame, frame.block->directives[mark.index]);
+  if (!m_conditions.active()) return; // the words are passed over with the branch
+  switch (mark.kind) {
+  case MarkKind::copy: return onCopy(frame, mark.token);
+  case MarkKind::replace: return onReplace(frame, mark.token);
+  case MarkKind::sqlInclude: return onSqlInclude(frame, mark.token);
+  case MarkKind::directive: break;
+  }
+}
+
+bool Expander::isWord(const Frame& frame, std::size_t at, Keyword word) const {
+  const std::vector<Token>& tokens = frame.block->tokens;
+  return at < tokens.size() && tokens[at].kind == TokenKind::word && tokens[at].text == idOf(word);
+}
+
+std::string_view Expander::textAt(const Frame& frame, std::size_t at) const {
+  if (at >= frame.block->tokens.size()) return {};
+  const NameId id = frame.block->tokens[at].text;
+  return frame.copy ? frame.copy->names.text(id) : m_stream.names.text(id);
+}
+
+bool Expander::isSymbol(const Frame& frame, std::size_t at, std::string_view text) const {
+  return at < frame.block->tokens.size() && frame.block->tokens[at].kind == TokenKind::symbol && textAt(frame, at) == text;
+}
+
+Token Expander::tokenAt(const Frame& frame, std::size_t at) const {
+  Token token = frame.block->tokens[at];
+  if (frame.names) token.text = (*frame.names)[token.text];
+  token.file = frame.file;
+  return token;
+}
+
+Position Expander::positionAt(const Frame& frame, std::size_t at) const {
+  const std::vector<Token>& tokens = frame.block->tokens;
+  if (tokens.empty()) return {frame.file, 1, 1, 0};
+  Position position = tokens[std::min(at, tokens.size() - 1)].position();
+  position.file = frame.file;
+  return position;
+}
+
+// COPY name [OF library] [SUPPRESS [PRINTING]] [REPLACING …] .
+void Expander::onCopy(Frame& frame, std::size_t at) {
+  const std::vector<Token>& tokens = frame.block->tokens;
+  std::size_t next = at + 1;
+  const bool nameFollows = next < tokens.size() && (tokens[next].kind == TokenKind::word || tokens[next].kind == TokenKind::literal ||
+                                                    tokens[next].kind == TokenKind::number);
+  if (!nameFollows) return; // no COPY statement: the word stays
+  CopyRequest request;
+  request.isText = tokens[next].kind == TokenKind::literal;
+  request.name = textAt(frame, next);
+  request.at = positionAt(frame, next);
+  ++next;
+  // An extension without quotes: COPY NAME.CPY.
+  if (!request.isText && next + 1 < tokens.size() && tokens[next].kind == TokenKind::period && tokens[next].has(joined) &&
+      tokens[next + 1].kind == TokenKind::word && tokens[next + 1].has(joined)) {
+    request.name += "." + std::string(textAt(frame, next + 1));
+    next += 2;
+  }
+  if ((isWord(frame, next, Keyword::Of) || isWord(frame, next, Keyword::In)) && next + 1 < tokens.size()) {
+    request.library = upper(textAt(frame, next + 1));
+    next += 2;
+  }
+  if (isWord(frame, next, Keyword::Suppress)) ++next;
+  if (isWord(frame, next, Keyword::Printing)) ++next;
+  if (isWord(frame, next, Keyword::Replacing)) next = readRules(frame, next + 1, request.rules);
+  if (next < tokens.size() && tokens[next].kind == TokenKind::period) {
+    ++next;
+  } else {
+    m_diagnostics.add(Code::PeriodMissing, Severity::warning, request.at, "no period ends the COPY statement");
+  }
+  frame.at = next;
+  include(frame, std::move(request));
+}
+
+// REPLACE ==a== BY ==b== … .   REPLACE [LAST] OFF.   REPLACE ALSO …
+void Expander::onReplace(Frame& frame, std::size_t at) {
+  std::size_t next = at + 1;
+  if (isWord(frame, next, Keyword::Last) && isWord(frame, next + 1, Keyword::Off)) ++next;
+  Token control = tokenAt(frame, at);
+  control.kind = kReplaceControl;
+  if (isWord(frame, next, Keyword::Off)) {
+    control.text = kReplaceOff;
+    ++next;
+  } else {
+    if (isWord(frame, next, Keyword::Also)) ++next;
+    std::vector<ReplaceRule> rules;
+    const std::size_t behind = readRules(frame, next, rules);
+    if (rules.empty()) return; // some other use of the word
+    next = behind;
+    control.text = static_cast<NameId>(m_replaceLists.size());
+    m_replaceLists.push_back(std::move(rules));
+  }
+  if (next < frame.block->tokens.size() && frame.block->tokens[next].kind == TokenKind::period) ++next;
+  frame.at = next;
+  if (m_replaceLists.empty()) return;
+  frame.out->push_back(control);
+}
+
+void Expander::onSqlInclude(Frame& frame, std::size_t at) {
+  const std::vector<Token>& tokens = frame.block->tokens;
+  const std::size_t name = at + 3;
+  std::size_t next = name;
+  while (next < tokens.size() && next < name + 4 && !isWord(frame, next, Keyword::EndExec)) ++next;
+  if (next == name || !isWord(frame, next, Keyword::EndExec)) return;
+  CopyRequest request;
+  request.isText = tokens[name].kind == TokenKind::literal;
+  for (std::size_t i = name; i < next; ++i) request.name += textAt(frame, i);
+  request.at = positionAt(frame, name);
+  ++next;
+  if (next < tokens.size() && tokens[next].kind == TokenKind::period) ++next;
+  frame.at = next;
+  include(frame, std::move(request));
+}
+
+void Expander::onDirective(Frame& frame, const Directive& directive) {
+  const std::string_view text = directive.text;
+  const bool include1 = text.starts_with("++INCLUDE ");
+  if (include1 || text.starts_with("-INC ")) {
+    if (!m_conditions.active()) return;
+    CopyRequest request;
+    const std::size_t from = text.find_first_not_of(" \t'\"", include1 ? 9 : 4);
+    if (from == text.npos) return;
+    request.name = text.substr(from, text.find_first_of(" \t.,'\"", from) - from);
+    request.at = directive.at;
+    request.at.file = frame.file;
+    return include(frame, std::move(request));
+  }
+  if (m_conditions.take(text) == Conditions::Outcome::done) return;
+  static constexpr std::string_view kWithoutEffect[] = {"LISTING", "PAGE",      "TURN",          "CALL-CONVENTION", "LEAP-SECOND", "FLAG-02",
+                                                        "FLAG-85", "PROPAGATE", "COBOL-WORDS",   "REF-MOD-ZERO-LENGTH", "DISPLAY", "REGION"};
+  const std::string_view word = text.substr(0, text.find_first_of(" \t\"'("));
+  if (std::find(std::begin(kWithoutEffect), std::end(kWithoutEffect), word) != std::end(kWithoutEffect)) return;
+  Position at = directive.at;
+  at.file = frame.file;
+  m_diagnostics.add(Code::DirectiveUnknown, Severity::information, at, "the directive is not known: " + std::string(word));
+}
+
+void Expander::include(Frame& frame, CopyRequest request) {
+  CopyUse use{upper(request.name), request.library, -1, request.at};
+  const std::optional<std::string> path = m_library.find(request.name, request.library, frame.block->file.path);
+  if (!path) {
+    const Severity severity = isBuiltIn(use.name) ? Severity::information : Severity::error;
+    m_diagnostics.add(Code::CopyMissing, severity, request.at, "the copybook " + request.name + " is not found");
+  } else if (std::any_of(m_frames.begin(), m_frames.end(), [&](const auto& open) { return open->block->file.path == *path; })) {
+    m_diagnostics.add(Code::CopyCycle, Severity::error, request.at, "the copybook " + request.name + " copies itself");
+    const auto known = m_fileIndexes.find(*path);
+    if (known != m_fileIndexes.end()) use.file = known->second;
+  } else if (m_frames.size() > kDepthLimit) {
+    m_diagnostics.add(Code::CopyDepth, Severity::error, request.at, "copybooks are nested more than 64 deep");
+  } else {
+    enter(*path, request, frame, use.file);
+  }
+  m_stream.copies.push_back(std::move(use));
+}
+
+void Expander::enter(const std::string& path, CopyRequest& request, const Frame& outer, int& file) {
+  auto frame = std::make_unique<Frame>();
+  frame->copy = m_library.read(path, outer.settings, m_options);
+  const TextBlock& block = frame->copy->block;
+  if (!m_fileIndexes.contains(path) && m_stream.files.size() >= kFileLimit) {
+    m_diagnostics.add(Code::BudgetSpent, Severity::error, request.at, "more than 65535 files");
+    return;
+  }
+  frame->block = &block;
+  frame->file = fileIndex(block);
+  file = frame->file;
+  frame->names = &namesOf(*frame->copy);
+  m_kept.push_back(frame->copy);
+  frame->settings = outer.settings;
+  frame->settings.format = block.file.format;
+  m_learned.decimalComma = m_learned.decimalComma || (block.decimalComma && !outer.settings.decimalComma);
+  m_learned.debugging = m_learned.debugging || (block.debugging && !outer.settings.debugging);
+  frame->rules = std::move(request.rules);
+  frame->out = frame->rules.empty() ? outer.out : &frame->own;
+  m_frames.push_back(std::move(frame));
+}
+
+// A file is listed once; its own remarks are passed on with its first use.
+std::uint16_t Expander::fileIndex(const TextBlock& block) {
+  const auto [it, isNew] = m_fileIndexes.emplace(block.file.path, static_cast<std::uint16_t>(m_stream.files.size()));
+  if (!isNew) return it->second;
+  m_stream.files.push_back(block.file);
+  for (Diagnostic remark : block.diagnostics.all()) {
+    remark.at.file = it->second;
+    m_diagnostics.add(remark.code, remark.severity, remark.at, std::move(remark.text));
+  }
+  return it->second;
+}
+
+const std::vector<NameId>& Expander::namesOf(const CopyText& copy) {
+  std::vector<NameId>& ids = m_names[&copy];
+  if (!ids.empty()) return ids;
+  const std::size_t count = copy.names.size();
+  ids.resize(count);
+  for (NameId id = 0; id < count; ++id) ids[id] = id < keywordCount() ? id : m_stream.names.intern(copy.names.text(id));
+  return ids;
+}
+
+// Reads `a BY b …` and gives the place behind; operands beyond the limit are left out.
+std::size_t Expander::readRules(const Frame& frame, std::size_t at, std::vector<ReplaceRule>& rules) {
+  const std::vector<Token>& tokens = frame.block->tokens;
+  while (at < tokens.size() && tokens[at].kind != TokenKind::period) {
+    ReplaceRule rule;
+    std::size_t next = at;
+    if (isWord(frame, next, Keyword::Leading)) rule.part = ReplaceRule::Part::leading;
+    if (isWord(frame, next, Keyword::Trailing)) rule.part = ReplaceRule::Part::trailing;
+    if (rule.part != ReplaceRule::Part::whole && !isWord(frame, next + 1, Keyword::By)) ++next;
+    if (!readOperand(frame, next, rule.from) || !isWord(frame, next, Keyword::By)) break;
+    ++next;
+    if (!readOperand(frame, next, rule.to)) break;
+    at = next;
+    if (rules.size() == kOperandLimit) {
+      m_diagnostics.add(Code::ReplaceLimit, Severity::error, positionAt(frame, at), "more than 4096 replacement operands");
+    }
+    if (rules.size() <= kOperandLimit) rules.push_back(std::move(rule));
+  }
+  return at;
+}
+
+// Pseudo-text, a literal, or a word with its qualifiers and subscripts. False: there is none or it does not end.
+bool Expander::readOperand(const Frame& frame, std::size_t& at, std::vector<Token>& words) const {
+  const std::vector<Token>& tokens = frame.block->tokens;
+  if (at >= tokens.size() || tokens[at].kind == TokenKind::period) return false;
+  if (isSymbol(frame, at, "==")) {
+    std::size_t end = at + 1;
+    while (end < tokens.size() && !isSymbol(frame, end, "==")) ++end;
+    if (end >= tokens.size()) return false;
+    for (std::size_t i = at + 1; i < end; ++i) words.push_back(tokenAt(frame, i));
+    at = end + 1;
+    return true;
+  }
+  words.push_back(tokenAt(frame, at++));
+  if (words.front().kind == TokenKind::symbol && at < tokens.size() && tokens[at].has(joined) && tokens[at].kind == TokenKind::number) {
+    words.push_back(tokenAt(frame, at++)); // a signed number
+  }
+  if (words.front().kind != TokenKind::word) return true;
+  while ((isWord(frame, at, Keyword::Of) || isWord(frame, at, Keyword::In)) && at + 1 < tokens.size()) {
+    words.push_back(tokenAt(frame, at));
+    words.push_back(tokenAt(frame, at + 1));
+    at += 2;
+  }
+  if (!isSymbol(frame, at, "(")) return true;
+  std::size_t depth = 0;
+  while (at < tokens.size()) {
+    if (isSymbol(frame, at, "(")) ++depth;
+    if (isSymbol(frame, at, ")")) --depth;
+    words.push_back(tokenAt(frame, at++));
+    if (depth == 0) break;
+  }
+  return true;
+}
+
+// REPLACE works on the text with all copybooks in it, from each statement to the next.
+void Expander::applyReplace() {
+  std::vector<Token> words = std::move(m_stream.tokens);
+  std::vector<Token>& out = m_stream.tokens;
+  out = {};
+  out.reserve(words.size());
+  std::vector<Token> stretch;
+  std::unique_ptr<Replacing> active;
+  const auto flush = [&] {
+    if (active) active->apply(stretch, out);
+    else out.insert(out.end(), stretch.begin(), stretch.end());
+    stretch.clear();
+  };
+  for (const Token& token : words) {
+    if (token.kind != kReplaceControl) {
+      stretch.push_back(token);
+      continue;
+    }
+    flush();
+    active.reset();
+    if (token.text != kReplaceOff) active = std::make_unique<Replacing>(m_replaceLists[token.text], m_stream.names);
+  }
+  flush();
+}
+
+} // namespace cobol

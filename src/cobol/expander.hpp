@@ -1,0 +1,87 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "cobol/conditions.hpp"
+#include "cobol/copy_library.hpp"
+#include "cobol/replacing.hpp"
+#include "cobol/token.hpp"
+
+namespace cobol {
+
+/// Puts the texts of copybooks and replacements into the words of a program. One walk with a stack of texts.
+class Expander {
+ public:
+  Expander(TokenStream& stream, CopyLibrary& library, const Options& options, const ScanSettings& settings, Diagnostics& diagnostics);
+
+  /// Fills the stream from the words of the program itself, whose names are already those of the stream.
+  void run(TextBlock& main);
+  /// What copybooks brought that the texts in front should have known: reading again with it gives other words.
+  const ScanSettings& learned() const { return m_learned; }
+
+ private:
+  /// A text that is being walked through.
+  struct Frame {
+    const TextBlock* block = nullptr;
+    std::shared_ptr<const CopyText> copy;       ///< keeps the block; null for the program itself
+    const std::vector<NameId>* names = nullptr; ///< ids of the block to those of the stream; null: the same
+    std::uint16_t file = 0;
+    std::size_t at = 0;
+    std::size_t mark = 0;
+    std::vector<Token>* out = nullptr;
+    std::vector<Token> own;                     ///< the text to replace in, when there is something to replace
+    std::vector<ReplaceRule> rules;
+    ScanSettings settings;
+  };
+  struct CopyRequest {
+    std::string name;
+    std::string library;
+    Position at;
+    bool isText = false; ///< written as a literal
+    std::vector<ReplaceRule> rules;
+  };
+
+  void walk();
+  void leave();
+  void emit(Frame& frame, std::size_t to);
+  void onMark(Frame& frame, const Mark& mark);
+  void onCopy(Frame& frame, std::size_t at);
+  void onReplace(Frame& frame, std::size_t at);
+  void onSqlInclude(Frame& frame, std::size_t at);
+  void onDirective(Frame& frame, const Directive& directive);
+  void include(Frame& frame, CopyRequest request);
+  void enter(const std::string& path, CopyRequest& request, const Frame& outer, int& file);
+  void applyReplace();
+
+  bool isWord(const Frame& frame, std::size_t at, Keyword word) const;
+  bool isSymbol(const Frame& frame, std::size_t at, std::string_view text) const;
+  std::string_view textAt(const Frame& frame, std::size_t at) const;
+  Token tokenAt(const Frame& frame, std::size_t at) const;
+  Position positionAt(const Frame& frame, std::size_t at) const;
+  std::size_t readRules(const Frame& frame, std::size_t at, std::vector<ReplaceRule>& rules);
+  bool readOperand(const Frame& frame, std::size_t& at, std::vector<Token>& words) const;
+  std::uint16_t fileIndex(const TextBlock& block);
+  const std::vector<NameId>& namesOf(const CopyText& copy);
+
+  TokenStream& m_stream;
+  CopyLibrary& m_library;
+  const Options& m_options;
+  ScanSettings m_settings;
+  ScanSettings m_learned;
+  Diagnostics& m_diagnostics;
+  Conditions m_conditions;
+  std::vector<std::unique_ptr<Frame>> m_frames;
+  std::map<std::string, std::uint16_t> m_fileIndexes;
+  std::unordered_map<const CopyText*, std::vector<NameId>> m_names;
+  std::vector<std::shared_ptr<const CopyText>> m_kept;
+  std::vector<std::vector<ReplaceRule>> m_replaceLists;
+  std::size_t m_tokens = 0;
+  bool m_spent = false;
+};
+
+} // namespace cobol

@@ -1,0 +1,81 @@
+#include "cobol/interner.hpp"
+
+#include <algorithm>
+
+#include "cobol/keywords.hpp"
+
+namespace cobol {
+namespace {
+
+constexpr std::size_t kBlockBytes = 64 * 1024;
+constexpr std::size_t kFirstSlots = 4096;
+
+} // namespace
+
+std::uint64_t Interner::hashOf(std::string_view text) {
+  std::uint64_t hash = kHashSeed;
+  for (unsigned char byte : text) hash = hashStep(hash, byte);
+  return hash;
+}
+
+Interner::Interner(Prototype) : m_slots(kFirstSlots, 0) {
+  openBlock(kBlockBytes);
+  m_entries.push_back({hashOf({}), 0, 0, 0});
+  for (NameId id = 1; id < keywordCount(); ++id) intern(textOf(static_cast<Keyword>(id)));
+}
+
+// Every run needs hundreds of them, so the words of the table are entered once and copied.
+Interner::Interner() {
+  static const Interner prototype{Prototype{}};
+  *this = prototype;
+}
+
+void Interner::openBlock(std::size_t atLeast) {
+  m_arena.emplace_back();
+  m_arena.back().reserve(std::max(atLeast, kBlockBytes));
+}
+
+NameId Interner::intern(std::string_view text, std::uint64_t hash) {
+  if (text.empty()) return 0;
+  const std::size_t mask = m_slots.size() - 1;
+  std::size_t slot = (hash ^ (hash >> 32)) & mask;
+  while (const NameId id = m_slots[slot]) {
+    const Entry& entry = m_entries[id];
+    if (entry.hash == hash && this->text(id) == text) return id;
+    slot = (slot + 1) & mask;
+  }
+  // A copied block has lost its spare capacity: growing it would move texts that views point at.
+  if (m_arena.back().capacity() - m_arena.back().size() < text.size()) openBlock(text.size());
+  const auto id = static_cast<NameId>(m_entries.size());
+  std::string& block = m_arena.back();
+  m_entries.push_back({hash, static_cast<std::uint32_t>(m_arena.size() - 1), static_cast<std::uint32_t>(block.size()),
+                       static_cast<std::uint32_t>(text.size())});
+  block.append(text);
+  m_slots[slot] = id;
+  if (m_entries.size() * 2 > m_slots.size()) grow();
+  return id;
+}
+
+NameId Interner::find(std::string_view text) const {
+  if (text.empty()) return 0;
+  const std::uint64_t hash = hashOf(text);
+  const std::size_t mask = m_slots.size() - 1;
+  for (std::size_t slot = (hash ^ (hash >> 32)) & mask; const NameId id = m_slots[slot]; slot = (slot + 1) & mask) {
+    if (m_entries[id].hash == hash && this->text(id) == text) return id;
+  }
+  return 0;
+}
+
+void Interner::grow() {
+  std::vector<NameId> slots(m_slots.size() * 2, 0);
+  const std::size_t mask = slots.size() - 1;
+  for (NameId id = 1; id < m_entries.size(); ++id) {
+    const std::uint64_t hash = m_entries[id].hash;
+    std::size_t slot = (hash ^ (hash >> 32)) & mask;
+    while (slots[slot]) slot = (slot + 1) & mask;
+    slots[slot] = id;
+  }
+  m_slots = std::move(slots);
+}
+
+} // namespace cobol

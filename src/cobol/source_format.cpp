@@ -1,0 +1,115 @@
+// Which format a text has, told from the look of its lines.
+#include <array>
+
+#include "cobol/characters.hpp"
+#include "cobol/source_text.hpp"
+
+namespace cobol {
+namespace {
+
+constexpr std::size_t kLinesLookedAt = 500;
+constexpr std::size_t kIndicatorAt = 6; ///< column 7
+constexpr std::size_t kMarginAt = 72;
+constexpr std::size_t kTagEnd = 80;
+
+/// What the lines looked at have in common.
+struct Looks {
+  std::size_t lines = 0;
+  std::size_t fixedLike = 0;
+  std::size_t freeLike = 0;
+  std::size_t starred = 0;   ///< with the indicator `*`
+  std::size_t numbered = 0;  ///< six digits in front
+  std::size_t longLines = 0; ///< text behind column 72
+  std::size_t digitTags = 0; ///< of those: nothing but digits in 73–80
+  std::map<std::string, std::size_t> prefixes; ///< of the other texts in 73–80
+};
+
+// The line with tabs spread, up to a few columns behind the identification.
+std::string spread(std::string_view line) {
+  std::string columns;
+  for (char c : line) {
+    if (columns.size() > kTagEnd + 8) break;
+    if (c == '\t') columns.append(8 - columns.size() % 8, ' ');
+    else if (startsCharacter(c)) columns += c == '\0' ? ' ' : c;
+  }
+  while (!columns.empty() && isBlank(columns.back())) columns.pop_back();
+  return columns;
+}
+
+bool isIndicator(char c) { return c == ' ' || c == '*' || c == '/' || c == '-' || c == 'D' || c == 'd' || c == '$'; }
+
+void lookBehindMargin(std::string_view line, Looks& looks) {
+  if (line.size() <= kMarginAt || line.find_first_not_of(' ', kMarginAt) == line.npos) return;
+  ++looks.longLines;
+  if (line.size() > kTagEnd) return;
+  const std::string_view tag = line.substr(kMarginAt);
+  if (tag.find_first_not_of("0123456789 ") == tag.npos) ++looks.digitTags;
+  else if (tag.size() >= 3) ++looks.prefixes[std::string(tag.substr(0, 3))];
+}
+
+void lookAt(std::string_view line, Looks& looks) {
+  ++looks.lines;
+  const std::string_view sequence = line.substr(0, kIndicatorAt);
+  const std::size_t first = sequence.find_first_not_of(' ');
+  const char indicator = line.size() > kIndicatorAt ? line[kIndicatorAt] : ' ';
+  const bool digits = sequence.find_first_not_of("0123456789") == sequence.npos && sequence.size() == kIndicatorAt;
+  // One word from column 1 on and an indicator in column 7: a tag of whoever changed the line.
+  const std::size_t blank = std::min(sequence.find(' '), sequence.size());
+  const bool tag = line.size() > kIndicatorAt && sequence.find_first_not_of(' ', blank) == sequence.npos && isIndicator(indicator);
+  const bool blankOrDigits = sequence.find_first_not_of("0123456789 ") == sequence.npos;
+  const bool comment = first != sequence.npos && sequence.substr(first).starts_with("*>");
+  if (first != sequence.npos && (comment || (charClass(sequence[first]) == CharClass::letter && !tag))) {
+    ++looks.freeLike;
+  } else if (isIndicator(indicator) && (blankOrDigits || tag)) {
+    ++looks.fixedLike;
+    looks.numbered += digits;
+    if (indicator == '*' || indicator == '/') ++looks.starred;
+    else lookBehindMargin(line, looks);
+  }
+}
+
+Looks look(std::string_view text) {
+  Looks looks;
+  for (std::size_t at = 0; at < text.size() && looks.lines < kLinesLookedAt;) {
+    const std::size_t end = std::min(text.find_first_of("\n\r", at), text.size());
+    const std::string line = spread(text.substr(at, std::min<std::size_t>(end - at, 1000)));
+    if (!line.empty()) lookAt(line, looks);
+    at = end + 1;
+  }
+  return looks;
+}
+
+bool isTagged(const Looks& looks) {
+  std::size_t commonest = 0;
+  for (const auto& [prefix, count] : looks.prefixes) commonest = std::max(commonest, count);
+  return std::max(looks.digitTags, commonest) * 10 >= looks.longLines * 6 ||
+         (looks.digitTags + commonest) * 10 >= looks.longLines * 6;
+}
+
+Format withMargin(const Looks& looks) {
+  return looks.longLines * 20 >= looks.lines && looks.longLines > 0 && !isTagged(looks) ? Format::variable : Format::fixed;
+}
+
+} // namespace
+
+Format detectFormat(std::string_view text, Diagnostics& diagnostics) {
+  const Looks looks = look(text);
+  const bool free = looks.freeLike * 10 > looks.lines && looks.freeLike > looks.starred;
+  if (free && looks.freeLike * 3 < looks.lines) {
+    diagnostics.add(Code::FormatGuessed, Severity::information, {0, 1, 1, 0}, "the lines are mixed and are read in free format");
+  }
+  return free ? Format::free : withMargin(looks);
+}
+
+Format copiedFormat(std::string_view text, Format outer) {
+  const Looks looks = look(text);
+  if (looks.lines == 0) return outer;
+  if (outer == Format::free) {
+    const bool impossible = looks.freeLike == 0 && looks.starred + looks.numbered > 0;
+    return impossible ? withMargin(looks) : outer;
+  }
+  if (looks.fixedLike == 0 && looks.freeLike > 0) return Format::free;
+  return looks.longLines > 0 ? withMargin(looks) : outer;
+}
+
+} // namespace cobol

@@ -1,0 +1,222 @@
+#include "cobol/source_text.hpp"
+
+#include <array>
+#include <cstdio>
+#include <iconv.h>
+
+#include "cobol/interner.hpp"
+
+namespace cobol {
+namespace {
+
+constexpr std::size_t kFileLimit = std::size_t(1) << 30;
+constexpr std::size_t kSample = 8192;
+constexpr std::size_t kRecord = 80;
+constexpr unsigned char kEbcdicBlank = 0x40;
+constexpr unsigned char kEbcdicNewLine = 0x15;
+constexpr unsigned char kEbcdicLineFeed = 0x25;
+
+unsigned char byteOf(char c) { return static_cast<unsigned char>(c); }
+
+bool hasHighBytes(std::string_view text) {
+  unsigned char all = 0;
+  for (char c : text) all |= byteOf(c);
+  return all >= 0x80;
+}
+
+bool isUtf8(std::string_view text) {
+  for (std::size_t i = 0; i < text.size();) {
+    const unsigned char lead = byteOf(text[i]);
+    const std::size_t more = lead < 0x80 ? 0 : lead < 0xC2 ? 9 : lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : lead < 0xF5 ? 3 : 9;
+    if (more == 9 || i + more >= text.size() + (more == 0)) return false;
+    for (std::size_t k = 1; k <= more; ++k) {
+      if ((byteOf(text[i + k]) & 0xC0) != 0x80) return false;
+    }
+    i += more + 1;
+  }
+  return true;
+}
+
+std::string fromLatin1(std::string_view bytes) {
+  std::string text;
+  text.reserve(bytes.size() + bytes.size() / 8);
+  for (char c : bytes) {
+    if (byteOf(c) < 0x80) {
+      text += c;
+    } else {
+      text += static_cast<char>(0xC0 | (byteOf(c) >> 6));
+      text += static_cast<char>(0x80 | (byteOf(c) & 0x3F));
+    }
+  }
+  return text;
+}
+
+// Bytes that the code page lacks become question marks. Nothing when the system does not know the code page.
+std::optional<std::string> convert(std::string bytes, const std::string& codePage) {
+  const iconv_t converter = iconv_open("UTF-8", codePage.c_str());
+  if (converter == iconv_t(-1)) return std::nullopt;
+  std::string text;
+  std::array<char, 16384> buffer;
+  char* in = bytes.data();
+  std::size_t inLeft = bytes.size();
+  while (inLeft > 0) {
+    char* out = buffer.data();
+    std::size_t outLeft = buffer.size();
+    const std::size_t before = inLeft;
+    const bool failed = iconv(converter, &in, &inLeft, &out, &outLeft) == static_cast<std::size_t>(-1);
+    text.append(buffer.data(), buffer.size() - outLeft);
+    if (failed && outLeft > 8 && (inLeft == before || outLeft > 64) && inLeft > 0) {
+      text += '?';
+      ++in;
+      --inLeft;
+    }
+  }
+  iconv_close(converter);
+  return text;
+}
+
+std::string systemName(std::string name) {
+  for (char& c : name) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+  if (name.starts_with("CP") && name != "CP1252" && name != "CP437" && name != "CP850") return std::string("IBM").append(name, 2);
+  return name;
+}
+
+// Blank is the commonest byte and nearly everything is printable there, while ASCII's blank is rare.
+bool looksEbcdic(std::string_view bytes) {
+  const std::string_view sample = bytes.substr(0, kSample);
+  if (sample.size() < 16) return false;
+  std::array<std::size_t, 256> counts{};
+  for (char c : sample) ++counts[byteOf(c)];
+  const std::size_t blanks = counts[kEbcdicBlank];
+  if (blanks * 100 <= sample.size() * 15 || *std::max_element(counts.begin(), counts.end()) != blanks) return false;
+  if (counts[0x20] * 100 > sample.size()) return false;
+  std::size_t printable = counts[kEbcdicNewLine] + counts[kEbcdicLineFeed] + counts[0x0D];
+  for (std::size_t c = 0x40; c < 0xFF; ++c) {
+    const bool letterOrDigit = (c & 0x0F) <= 9 && c >= 0x81;
+    const bool sign = c <= 0x7F && ((c & 0x0F) >= 0x0A || c == 0x40 || c == 0x50 || c == 0x60 || c == 0x61 || c == 0x79);
+    if (letterOrDigit || sign) printable += counts[c];
+  }
+  return printable * 100 > sample.size() * 80;
+}
+
+std::string cutRecords(std::string_view bytes, char lineEnd) {
+  std::string lines;
+  lines.reserve(bytes.size() + bytes.size() / kRecord);
+  for (std::size_t at = 0; at < bytes.size(); at += kRecord) {
+    lines += bytes.substr(at, kRecord);
+    lines += lineEnd;
+  }
+  return lines;
+}
+
+std::string decodeEbcdic(std::string bytes, const std::string& codePage, std::string& encoding, Diagnostics& diagnostics) {
+  const bool hasLineEnds = bytes.find(static_cast<char>(kEbcdicNewLine)) != bytes.npos ||
+                           bytes.find(static_cast<char>(kEbcdicLineFeed)) != bytes.npos;
+  if (!hasLineEnds) bytes = cutRecords(bytes, static_cast<char>(kEbcdicLineFeed));
+  for (char& c : bytes) {
+    if (byteOf(c) == kEbcdicNewLine) c = static_cast<char>(kEbcdicLineFeed);
+  }
+  std::string text;
+  encoding = codePage;
+  std::optional<std::string> whole = convert(bytes, systemName(codePage));
+  if (!whole) {
+    diagnostics.add(Code::EncodingGuessed, Severity::error, {0, 1, 1, 0}, "the system does not know the code page " + codePage);
+    encoding = "ISO-8859-1";
+    return fromLatin1(bytes);
+  }
+  text.reserve(whole->size());
+  // The code pages differ in which of the two bytes is the line feed and which the next-line character.
+  for (std::size_t at = 0; at < whole->size(); ++at) {
+    const bool nextLine = byteOf((*whole)[at]) == 0xC2 && at + 1 < whole->size() && byteOf((*whole)[at + 1]) == 0x85;
+    if (nextLine) ++at;
+    text += nextLine ? '\n' : (*whole)[at];
+  }
+  return text;
+}
+
+std::string upperName(std::string name) {
+  for (char& c : name) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+  return name;
+}
+
+void decodeText(std::string& bytes, const Options& options, SourceText& source, Diagnostics& diagnostics) {
+  const std::string ebcdic = upperName(options.ebcdic);
+  const std::string wanted = upperName(options.encoding);
+  const bool ebcdicNamed = ebcdic != "AUTO" && ebcdic != "NEVER" && !ebcdic.empty();
+  const bool encodingNamed = wanted != "AUTO" && wanted != "UTF-8" && !wanted.empty();
+  if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) {
+    source.file.encoding = bytes[0] == '\xFF' ? "UTF-16LE" : "UTF-16BE";
+    source.text = convert(bytes.substr(2), source.file.encoding).value_or("");
+  } else if (bytes.starts_with("\xEF\xBB\xBF")) {
+    source.file.encoding = "UTF-8";
+    bytes.erase(0, 3);
+    source.text = std::move(bytes);
+  } else if (ebcdicNamed) {
+    source.text = decodeEbcdic(std::move(bytes), ebcdic, source.file.encoding, diagnostics);
+  } else if (encodingNamed) {
+    source.file.encoding = wanted;
+    std::optional<std::string> converted;
+    if (wanted != "ISO-8859-1") converted = convert(bytes, systemName(wanted));
+    source.text = converted ? std::move(*converted) : fromLatin1(bytes);
+  } else if (!hasHighBytes(bytes) || wanted == "UTF-8" || isUtf8(bytes)) {
+    source.file.encoding = "UTF-8";
+    source.text = std::move(bytes);
+  } else if (ebcdic != "NEVER" && looksEbcdic(bytes)) {
+    source.text = decodeEbcdic(std::move(bytes), "CP037", source.file.encoding, diagnostics);
+    diagnostics.add(Code::EncodingGuessed, Severity::information, {0, 1, 1, 0}, "the file is read as EBCDIC, code page 037");
+  } else {
+    source.file.encoding = "ISO-8859-1";
+    source.text = fromLatin1(bytes);
+    diagnostics.add(Code::EncodingGuessed, Severity::information, {0, 1, 1, 0}, "the file is no UTF-8 and is read as ISO-8859-1");
+  }
+}
+
+} // namespace
+
+std::optional<std::string> readBytes(const std::string& path) {
+  std::FILE* file = std::fopen(path.c_str(), "rb");
+  if (!file) return std::nullopt;
+  std::string bytes;
+  std::size_t got = 0;
+  std::size_t size = 64 * 1024;
+  if (std::fseek(file, 0, SEEK_END) == 0) {
+    const long end = std::ftell(file);
+    if (end > 0 && static_cast<std::size_t>(end) <= kFileLimit) size = static_cast<std::size_t>(end) + 1;
+    std::rewind(file);
+  }
+  bool good = true;
+  for (;;) {
+    bytes.resize(got + size);
+    const std::size_t count = std::fread(bytes.data() + got, 1, size, file);
+    got += count;
+    if (count < size) break;
+    if (got > kFileLimit) {
+      good = false;
+      break;
+    }
+  }
+  good = good && !std::ferror(file);
+  std::fclose(file);
+  bytes.resize(got);
+  if (!good) return std::nullopt;
+  return bytes;
+}
+
+SourceText decode(std::string bytes, const Options& options, Diagnostics& diagnostics) {
+  SourceText source;
+  source.file.size = bytes.size();
+  source.file.hash = Interner::hashOf(bytes);
+  const bool wide = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
+  if (!wide) {
+    while (!bytes.empty() && (bytes.back() == '\0' || bytes.back() == '\x1A')) bytes.pop_back();
+  }
+  decodeText(bytes, options, source, diagnostics);
+  std::string& text = source.text;
+  while (!text.empty() && (text.back() == '\0' || text.back() == '\x1A')) text.pop_back();
+  if (text.size() > kRecord && text.size() % kRecord == 0 && text.find_first_of("\n\r") == text.npos && !hasHighBytes(text)) {
+    text = cutRecords(text, '\n');
+  }
+  return source;
+}
+
+} // namespace cobol

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "cobol/diagnostic.hpp"
+#include "cobol/options.hpp"
+#include "cobol/token.hpp"
+
+namespace cobol {
+
+/// A file decoded to UTF-8, without byte order mark and without the end marks behind its text.
+struct SourceText {
+  std::string text;
+  SourceFile file; ///< path, size, hash, encoding; lines and format are still open
+};
+
+/// The bytes of a file; nothing when it cannot be read or is larger than 1 GiB.
+std::optional<std::string> readBytes(const std::string& path);
+
+/// Decodes the bytes of a file as the options say. Records of 80 without line ends are cut into lines.
+SourceText decode(std::string bytes, const Options& options, Diagnostics& diagnostics);
+
+/// What the lines of a text say of their format, seen over the first 500 that are not blank.
+Format detectFormat(std::string_view text, Diagnostics& diagnostics);
+
+/// The format of a copybook: that of the text which copies it, unless its own lines exclude that.
+Format copiedFormat(std::string_view text, Format outer);
+
+} // namespace cobol
