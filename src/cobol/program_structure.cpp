@@ -66,17 +66,22 @@ class EventScan {
     m_state = state;
   }
 
+  /// A header stands first on its line or behind a period; the same words elsewhere are plain text.
+  bool beginsSentence(std::uint32_t i) const {
+    return i == 0 || m_stream.tokens[i].has(lineStart) || periodAt(i - 1) || m_stream.tokens[i].file != m_stream.tokens[i - 1].file;
+  }
+
   void header(std::uint32_t i, Word word) {
     switch (word) {
       case Word::identification:
-        if (wordAt(i + 1) == Word::division) {
+        if (wordAt(i + 1) == Word::division && beginsSentence(i)) {
           m_pending = i;
           m_state = State::header;
         }
         break;
       case Word::programId: case Word::functionId: case Word::classId: case Word::methodId: start(i, word); break;
       case Word::environment:
-        if (wordAt(i + 1) == Word::division) add(Mark::environment, i, State::environment);
+        if (wordAt(i + 1) == Word::division && beginsSentence(i)) add(Mark::environment, i, State::environment);
         break;
       case Word::configuration: case Word::inputOutput:
         if (m_state == State::header && wordAt(i + 1) == Word::section) add(Mark::environment, i, State::environment);
@@ -85,7 +90,7 @@ class EventScan {
         if (m_state == State::header && periodAt(i + 1)) add(Mark::environment, i, State::environment);
         break;
       case Word::data:
-        if (wordAt(i + 1) == Word::division) add(Mark::data, i, State::data);
+        if (wordAt(i + 1) == Word::division && beginsSentence(i)) add(Mark::data, i, State::data);
         break;
       case Word::file: case Word::workingStorage: case Word::localStorage: case Word::linkage:
       case Word::communication: case Word::report: case Word::screen: case Word::threadLocal:
@@ -93,7 +98,7 @@ class EventScan {
           add(Mark::data, i, State::data);
         break;
       case Word::procedure:
-        if (wordAt(i + 1) == Word::division) add(Mark::procedure, i, State::procedure);
+        if (wordAt(i + 1) == Word::division && beginsSentence(i)) add(Mark::procedure, i, State::procedure);
         break;
       case Word::dfheiblk: case Word::eibtime:
         if (i > 0 && m_stream.tokens[i - 1].kind == TokenKind::number) declaresExecBlock = true;
