@@ -34,6 +34,7 @@ void ItemTree::beginProgram(int program, const PictureRules& rules) {
     return found->second;
   };
   m_begin = m_analysis.constructs.size();
+  m_facts.reserve(m_analysis.constructs.capacity());
   m_facts.resize(m_begin);
   beginSection(Section::none);
 }

@@ -1,5 +1,7 @@
 #include "cobol/kvid.hpp"
 
+#include <array>
+
 namespace cobol {
 namespace {
 
@@ -7,9 +9,13 @@ constexpr std::size_t kLongest = 200;
 constexpr std::size_t kKept = 120;
 constexpr std::string_view kHex = "0123456789ABCDEF";
 
-bool isKeyCharacter(char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || std::string_view("-_.:/#~^+@!?()").find(c) != std::string_view::npos;
-}
+constexpr auto kKeyCharacters = [] {
+  std::array<bool, 256> result{};
+  for (const char c : std::string_view("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_.:/#~^+@!?()")) result[static_cast<unsigned char>(c)] = true;
+  return result;
+}();
+
+bool isKeyCharacter(char c) { return kKeyCharacters[static_cast<unsigned char>(c)]; }
 
 void appendKey(std::string& key, std::string_view text) {
   if (std::all_of(text.begin(), text.end(), isKeyCharacter)) {

@@ -35,6 +35,7 @@ class EventScan {
     const auto count = static_cast<std::uint32_t>(m_stream.tokens.size());
     for (std::uint32_t i = 0; i < count; ++i) {
       const Token& token = m_stream.tokens[i];
+      if (token.kind == TokenKind::number && periodAt(i - 1)) ++entries;
       if (token.kind != TokenKind::word) continue;
       const Word word = m_words.of(token.text);
       if (word == Word::none) continue;
@@ -48,6 +49,7 @@ class EventScan {
 
   std::vector<Event> events;
   std::vector<std::uint32_t> m_cics;
+  std::size_t entries = 0; ///< numbers behind a period: about as many as data descriptions
   bool declaresExecBlock = false;
 
  private:
@@ -309,6 +311,7 @@ ProgramStructure findPrograms(const TokenStream& stream, const Words& words, Ana
     scan.events.insert(scan.events.begin(), Event{.mark = Mark::start});
   }
   auto structure = Assembly(stream, words, scan.events, analysis, diagnostics).run();
+  analysis.constructs.reserve(scan.entries + scan.entries / 16);
   markCics(scan.m_cics, analysis, structure);
   structure.declaresExecBlock = scan.declaresExecBlock;
   return structure;
