@@ -66,6 +66,10 @@ struct Construct {
   bool isSigned = false;
   std::string value;        ///< text of the VALUE clause, of an 88 all its values
   std::uint16_t flags = 0;
+  int renamesFirst = -1;    ///< of a 66: the item at its start
+  int renamesLast = -1;     ///< of a 66: the item at its end, the first one again without THRU
+  std::int64_t fixedPosition = -1; ///< of a report or CD item: bytes from the record's start; -1: where it falls;
+                                   ///< -1-n: n bytes (columns) on from the end of the item before
   Position declared;        ///< the name token (the level number of a nameless item)
   std::uint32_t token = 0;  ///< index of that token in the stream
 
@@ -82,6 +86,9 @@ struct DataFile {
   std::string assignName;   ///< of ASSIGN TO, upper case, without organisation prefix; empty when unknown
   std::string organisation; ///< SEQUENTIAL, INDEXED, RELATIVE, LINE SEQUENTIAL
   bool global = false;
+  bool external = false;
+  std::int64_t minimumSize = 0; ///< of RECORD CONTAINS, bytes
+  int sharesAreaWith = -1;  ///< index of a file whose record area it shares (SAME RECORD AREA)
   std::vector<int> records; ///< its level 01 constructs
   Position declared;
 };
@@ -99,6 +106,8 @@ struct Program {
   std::vector<std::pair<std::uint32_t, std::uint32_t>> procedureRanges; ///< token ranges [from, to) of its own procedure text
   bool debugging = false; ///< WITH DEBUGGING MODE
   bool decimalComma = false;
+  std::vector<std::pair<std::uint32_t, std::uint32_t>> execRanges; ///< EXEC … END-EXEC outside procedure text
+  std::vector<NameId> otherNames; ///< names of SPECIAL-NAMES that are no constructs: mnemonics, classes, alphabets, characters
 };
 
 /// How a statement touches a dataname at one place.
@@ -145,9 +154,13 @@ struct DataReference {
     assign, recordKey, alternateKey, relativeKey, fileStatus, password, recordVarying, linage, fileValue, dependingOn, tableKey,
     reportSource, reportSum, reportControl, screenFrom, screenTo, screenUsing, screenAttribute, crtStatus, cursor, constantValue,
     pictureCount, occursCount, valueConstant,
+    redefines, renamesFirst, renamesLast, ///< named only; `target` is set when the item was found
   };
   Role role{};
   std::uint32_t token = 0;  ///< first token of the name (qualifiers and subscripts follow in the stream)
+  Position at;              ///< of the name
+  NameId name = 0;          ///< not 0: this name instead of the token's (a constant within a PICTURE; no qualifiers)
+  int target = -1;          ///< the construct, where finding it needed no search of other programs
   int program = 0;
   int construct = -1;       ///< the entry whose clause it is
   int file = -1;            ///< the file whose clause it is

@@ -1,0 +1,553 @@
+#include "cobol/data_entry.hpp"
+
+namespace cobol {
+namespace {
+
+using Role = DataReference::Role;
+
+int levelOf(std::string_view text) {
+  if (text.empty() || text.size() > 2) return 0;
+  const auto value = integerOf(text).value_or(0);
+  const bool valid = (value >= 1 && value <= 49) || value == 66 || value == 77 || value == 78 || value == 88;
+  return valid ? static_cast<int>(value) : 0;
+}
+
+Usage usageOf(Word word) {
+  switch (word) {
+    case Word::display: return Usage::display;
+    case Word::comp: return Usage::comp;
+    case Word::comp1: return Usage::comp1;
+    case Word::comp2: return Usage::comp2;
+    case Word::comp3: return Usage::comp3;
+    case Word::comp5: return Usage::comp5;
+    case Word::comp6: return Usage::comp6;
+    case Word::compX: return Usage::compX;
+    case Word::index: return Usage::index;
+    case Word::pointer: return Usage::pointer;
+    case Word::pointer32: return Usage::pointer32;
+    case Word::functionPointer: return Usage::functionPointer;
+    case Word::procedurePointer: return Usage::procedurePointer;
+    case Word::programPointer: return Usage::programPointer;
+    case Word::national: return Usage::national;
+    case Word::display1: return Usage::display1;
+    case Word::utf8: return Usage::utf8;
+    case Word::bit: return Usage::bit;
+    case Word::binaryChar: return Usage::binaryChar;
+    case Word::binaryShort: return Usage::binaryShort;
+    case Word::binaryLong: return Usage::binaryLong;
+    case Word::binaryDouble: return Usage::binaryDouble;
+    case Word::floatExtended: return Usage::floatExtended;
+    case Word::floatBinary32: return Usage::floatBinary32;
+    case Word::floatBinary64: return Usage::floatBinary64;
+    case Word::floatBinary128: return Usage::floatBinary128;
+    case Word::floatDecimal16: return Usage::floatDecimal16;
+    case Word::floatDecimal34: return Usage::floatDecimal34;
+    default: return Usage::none;
+  }
+}
+
+} // namespace
+
+void DataEntry::clear() {
+  auto names = std::move(indexNames);
+  auto kept = std::move(uses);
+  names.clear();
+  kept.clear();
+  *this = DataEntry{};
+  indexNames = std::move(names);
+  uses = std::move(kept);
+}
+
+bool DataEntryReader::atEntry() const {
+  return m_cursor.kind() == TokenKind::number && levelOf(m_cursor.text()) != 0;
+}
+
+/// Inside an entry: a level number first on its line, followed by something that begins an entry.
+bool DataEntryReader::atNewEntry() const {
+  if (!m_cursor.token().has(lineStart) || !atEntry()) return false;
+  const Token& following = m_cursor.token(1);
+  if (following.kind != TokenKind::word || following.has(inExec)) return false;
+  const Word word = m_cursor.word(1);
+  return word == Word::none || word == Word::filler || word == Word::pic;
+}
+
+bool DataEntryReader::beginsNameless(Word word) const {
+  switch (word) {
+    case Word::filler: case Word::redefines: case Word::pic: case Word::usage: case Word::occurs: case Word::value:
+    case Word::values: case Word::synchronized_: case Word::justified: case Word::blank: case Word::sign:
+    case Word::groupUsage: case Word::external: case Word::global: case Word::is: case Word::sameAs: return true;
+    case Word::line: case Word::column: case Word::type: case Word::source: case Word::sum: case Word::nextGroup:
+    case Word::next: case Word::present: case Word::group: case Word::from: case Word::to: case Word::using_:
+    case Word::foreground: case Word::background: case Word::attribute:
+      return m_section == Section::report || m_section == Section::screen;
+    default: return usageOf(word) != Usage::none;
+  }
+}
+
+void DataEntryReader::read(Section section, DataEntry& entry) {
+  entry.clear();
+  m_entry = &entry;
+  m_section = section;
+  entry.level = levelOf(m_cursor.text());
+  entry.levelToken = entry.nameToken = m_cursor.index();
+  m_cursor.next();
+  const Word word = m_cursor.word();
+  if (word == Word::filler) {
+    m_cursor.next();
+  } else if (m_cursor.isWord() && !beginsNameless(word)) {
+    entry.nameToken = m_cursor.index();
+    entry.isNamed = true;
+    m_cursor.next();
+  }
+  while (!m_cursor.atEnd() && !m_cursor.isPeriod()) {
+    const Token& token = m_cursor.token();
+    const bool header = m_cursor.word(1) == Word::section || m_cursor.word(1) == Word::division ||
+                        (token.has(areaA) && (m_cursor.word() == Word::fd || m_cursor.word() == Word::sd));
+    if (header || atNewEntry() || (token.kind == TokenKind::word && token.has(inExec))) {
+      m_diagnostics.add(Code::PeriodMissing, Severity::warning, token.position(), "period missing before this word");
+      return;
+    }
+    clause();
+  }
+  m_cursor.skipPeriod();
+}
+
+void DataEntryReader::clause() {
+  const Word word = m_cursor.word();
+  if (m_section == Section::report && reportClause(word)) return;
+  if (m_section == Section::screen && screenClause(word)) return;
+  commonClause(word);
+}
+
+void DataEntryReader::commonClause(Word word) {
+  DataEntry& entry = *m_entry;
+  switch (word) {
+    case Word::redefines:
+      m_cursor.next();
+      if (const auto name = m_cursor.takeName()) entry.redefines = *name;
+      return;
+    case Word::renames:
+      m_cursor.next();
+      entry.renamesFirst = m_cursor.takeName().value_or(0);
+      if (m_cursor.take(Word::through)) entry.renamesLast = m_cursor.takeName().value_or(0);
+      return;
+    case Word::pic:
+      m_cursor.next();
+      m_cursor.take(Word::is);
+      if (m_cursor.kind() == TokenKind::picture) {
+        entry.picture = m_cursor.index();
+        m_cursor.next();
+      }
+      return;
+    case Word::usage: m_cursor.next(); return usageClause();
+    case Word::groupUsage:
+      m_cursor.next();
+      m_cursor.take(Word::is);
+      return usageClause();
+    case Word::sign: case Word::leading: case Word::trailing: return signClause();
+    case Word::synchronized_:
+      m_cursor.next();
+      entry.isSynchronized = true;
+      if (!m_cursor.take(Word::left)) m_cursor.take(Word::right);
+      return;
+    case Word::justified:
+      m_cursor.next();
+      entry.isJustified = true;
+      m_cursor.take(Word::right);
+      return;
+    case Word::blank:
+      m_cursor.next();
+      m_cursor.take(Word::when);
+      if (m_cursor.take(Word::zero)) entry.isBlankWhenZero = true;
+      return;
+    case Word::global: m_cursor.next(); entry.isGlobal = true; return;
+    case Word::external:
+      m_cursor.next();
+      entry.isExternal = true;
+      if (m_cursor.take(Word::as) && m_cursor.kind() == TokenKind::literal) m_cursor.next();
+      return;
+    case Word::occurs: return occursClause();
+    case Word::index:
+      if (m_cursor.word(1) == Word::by) break;
+      [[fallthrough]];
+    default: break;
+    case Word::value: case Word::values: return valueClause();
+    case Word::constant: return constantClause();
+    case Word::typedef_: m_cursor.next(); entry.isTypedef = true; return;
+    case Word::type: case Word::like:
+      m_cursor.next();
+      m_cursor.take(Word::to);
+      entry.copiedFrom = m_cursor.takeName().value_or(0);
+      return;
+    case Word::same:
+      m_cursor.next();
+      if (m_cursor.take(Word::as)) entry.copiedFrom = m_cursor.takeName().value_or(0);
+      return;
+    case Word::ascending: case Word::descending: return tableKeys();
+    case Word::dynamic:
+      m_cursor.next();
+      if (m_cursor.word() != Word::length) return;
+      m_cursor.next();
+      entry.isDynamic = true;
+      if (m_cursor.take(Word::limit)) {
+        m_cursor.take(Word::is);
+        m_cursor.next();
+      }
+      return;
+    case Word::byteLength:
+      m_cursor.next();
+      m_cursor.take(Word::is);
+      entry.byteLength = m_cursor.takeInteger().value_or(0);
+      return;
+  }
+  if (takeUsage()) return;
+  if (m_cursor.text() == "INDEXED" || word == Word::indexed) {
+    m_cursor.next();
+    m_cursor.take(Word::by);
+    while (m_cursor.isWord() && m_cursor.word() == Word::none) {
+      entry.indexNames.push_back(m_cursor.index());
+      m_cursor.next();
+    }
+    return;
+  }
+  m_cursor.next();
+}
+
+void DataEntryReader::usageClause() {
+  m_cursor.take(Word::is);
+  if (m_cursor.word() == Word::sql) return sqlType();
+  if (takeUsage()) return;
+  // USAGE may name a type.
+  if (m_cursor.isWord() && m_cursor.word() == Word::none) m_entry->copiedFrom = m_cursor.takeName().value_or(0);
+}
+
+bool DataEntryReader::takeUsage() {
+  const Word word = m_cursor.word();
+  DataEntry& entry = *m_entry;
+  if (word == Word::sql && m_cursor.word(1) == Word::type) {
+    sqlType();
+    return true;
+  }
+  if (word == Word::object && m_cursor.word(1) == Word::reference) {
+    m_cursor.next();
+    m_cursor.next();
+    entry.usage = Usage::objectReference;
+    if (m_cursor.isWord() && m_cursor.word() == Word::none) m_cursor.next();
+    return true;
+  }
+  const Usage usage = usageOf(word);
+  if (usage == Usage::none) return false;
+  entry.usage = usage;
+  entry.isUnsigned = m_cursor.text().starts_with("UNSIGNED-");
+  m_cursor.next();
+  if (m_cursor.take(Word::unsigned_)) entry.isUnsigned = true;
+  m_cursor.take(Word::signed_);
+  if (m_cursor.word() == Word::with && m_cursor.word(1) == Word::no) m_cursor.next();
+  if (m_cursor.word() == Word::no && m_cursor.word(1) == Word::sign) {
+    m_cursor.next();
+    m_cursor.next();
+    entry.noSign = true;
+  }
+  // POINTER TO name, PROGRAM-POINTER TO name
+  if (m_cursor.word() == Word::to && needsNoPicture(usage)) {
+    m_cursor.next();
+    m_cursor.takeName();
+  }
+  return true;
+}
+
+/// SQL TYPE IS BLOB(1M): a large object is a length of four bytes and its data.
+void DataEntryReader::sqlType() {
+  m_cursor.next();
+  m_cursor.take(Word::type);
+  m_cursor.take(Word::is);
+  const auto type = m_cursor.text();
+  DataEntry& entry = *m_entry;
+  entry.sqlType = "SQL " + std::string(type);
+  std::int64_t size = 1;
+  while (!m_cursor.atEnd() && !m_cursor.isPeriod()) {
+    if (m_cursor.kind() == TokenKind::number) {
+      size = integerOf(m_cursor.text()).value_or(1);
+    } else if (m_cursor.isWord()) {
+      auto word = m_cursor.text();
+      if (!word.empty() && word.front() >= '0' && word.front() <= '9') {
+        const char unit = word.back();
+        size = integerOf(word.substr(0, word.size() - 1)).value_or(1);
+        size <<= unit == 'K' ? 10 : unit == 'M' ? 20 : unit == 'G' ? 30 : 0;
+      } else if (word == "K" || word == "M" || word == "G") {
+        size <<= word == "K" ? 10 : word == "M" ? 20 : 30;
+      }
+    }
+    m_cursor.next();
+  }
+  const bool locator = type.ends_with("-LOCATOR");
+  if (locator) {
+    entry.fixedBytes = 4;
+  } else if (type == "ROWID") {
+    entry.fixedBytes = 42;
+  } else if (type == "BINARY") {
+    entry.fixedBytes = size;
+  } else if (type == "VARBINARY") {
+    entry.fixedBytes = size + 2;
+  } else {
+    entry.fixedBytes = size * (type == "DBCLOB" ? 2 : 1) + 4;
+  }
+}
+
+void DataEntryReader::signClause() {
+  m_cursor.take(Word::sign);
+  m_cursor.take(Word::is);
+  if (!m_cursor.take(Word::leading)) m_cursor.take(Word::trailing);
+  m_entry->sign = DataEntry::Sign::together;
+  if (!m_cursor.take(Word::separate)) return;
+  m_entry->sign = DataEntry::Sign::separate;
+  m_cursor.take(Word::character);
+}
+
+void DataEntryReader::occursClause() {
+  DataEntry& entry = *m_entry;
+  m_cursor.next();
+  entry.repeats = true;
+  const auto count = [&]() -> std::uint32_t {
+    const bool operand = m_cursor.kind() == TokenKind::number || (m_cursor.isWord() && m_cursor.word() == Word::none);
+    if (!operand) return 0;
+    const auto token = m_cursor.index();
+    m_cursor.next();
+    return token;
+  };
+  if (m_cursor.take(Word::dynamic)) {
+    entry.isVariable = entry.isUnbounded = true;
+    if (m_cursor.take(Word::capacity)) {
+      m_cursor.take(Word::in);
+      m_cursor.takeName();
+    }
+    if (m_cursor.take(Word::from)) entry.occursFirst = count();
+  } else if (m_cursor.take(Word::unbounded)) {
+    entry.isUnbounded = entry.isVariable = true;
+  } else {
+    entry.occursFirst = count();
+  }
+  if (m_cursor.take(Word::to)) {
+    entry.isVariable = true;
+    if (m_cursor.take(Word::unbounded)) {
+      entry.isUnbounded = true;
+    } else {
+      entry.occursLast = count();
+    }
+  }
+  m_cursor.take(Word::times);
+  if (m_cursor.take(Word::depending)) {
+    m_cursor.take(Word::on);
+    entry.isVariable = true;
+    useName(Role::dependingOn);
+  }
+  if (m_cursor.take(Word::step)) m_cursor.takeInteger();
+}
+
+void DataEntryReader::tableKeys() {
+  m_cursor.next();
+  m_cursor.take(Word::key);
+  m_cursor.take(Word::is);
+  while (m_cursor.isWord() && m_cursor.word() == Word::none) useName(Role::tableKey);
+}
+
+/// VALUE takes everything up to a word that begins another clause.
+void DataEntryReader::valueClause() {
+  DataEntry& entry = *m_entry;
+  m_cursor.next();
+  m_cursor.take(Word::is);
+  entry.valueFrom = entry.valueTo = m_cursor.index();
+  const bool many = entry.level == 88 || entry.level == 78;
+  for (; !m_cursor.atEnd() && !m_cursor.isPeriod(); entry.valueTo = m_cursor.index()) {
+    if (m_cursor.kind() == TokenKind::literal) {
+      if (entry.valueTo == entry.valueFrom) entry.valueIsLiteral = true;
+      m_cursor.next();
+      continue;
+    }
+    if (atNewEntry()) return;
+    if (!m_cursor.isWord()) {
+      if (m_cursor.token().has(inExec)) return;
+      m_cursor.next();
+      continue;
+    }
+    switch (m_cursor.word()) {
+      case Word::zero: case Word::space: case Word::highValue: case Word::lowValue: case Word::quote: case Word::null_:
+      case Word::all: case Word::true_: case Word::false_: m_cursor.next(); continue;
+      case Word::through: case Word::length: case Word::of: case Word::in: case Word::when: case Word::set: case Word::to:
+      case Word::is: case Word::next: case Word::table: case Word::from:
+        if (!many) return;
+        m_cursor.next();
+        continue;
+      case Word::none:
+        // An alphabet's name behind IN is no constant.
+        if (entry.valueTo > entry.valueFrom && !many) return;
+        useName(Role::valueConstant);
+        continue;
+      default: return;
+    }
+  }
+}
+
+/// 01 name CONSTANT [IS GLOBAL] AS value, or CONSTANT FROM name; CONSTANT RECORD is an ordinary record.
+void DataEntryReader::constantClause() {
+  DataEntry& entry = *m_entry;
+  m_cursor.next();
+  if (m_cursor.take(Word::record)) return;
+  entry.isConstant = true;
+  m_cursor.take(Word::is);
+  if (m_cursor.take(Word::global)) entry.isGlobal = true;
+  if (!m_cursor.take(Word::as) && !m_cursor.take(Word::value)) m_cursor.take(Word::from);
+  m_cursor.take(Word::is);
+  entry.valueFrom = m_cursor.index();
+  while (!m_cursor.atEnd() && !m_cursor.isPeriod() && !atNewEntry()) {
+    if (m_cursor.isWord() && m_cursor.word() == Word::none) {
+      useName(Role::constantValue);
+    } else {
+      m_cursor.next();
+    }
+  }
+  entry.valueTo = m_cursor.index();
+}
+
+void DataEntryReader::useName(Role role) {
+  if (const auto token = m_cursor.takeName()) m_entry->uses.push_back({role, *token});
+}
+
+void DataEntryReader::useNameOrNumber(Role role) {
+  if (m_cursor.isWord()) return useName(role);
+  if (m_cursor.kind() == TokenKind::number || m_cursor.kind() == TokenKind::literal) m_cursor.next();
+}
+
+/// Names of an arithmetic expression, up to the first word that has a meaning of its own.
+void DataEntryReader::expression(Role role) {
+  while (!m_cursor.atEnd() && !m_cursor.isPeriod()) {
+    if (m_cursor.isWord()) {
+      if (m_cursor.word() == Word::function) {
+        m_cursor.next();
+        if (m_cursor.isWord()) m_cursor.next();
+        continue;
+      }
+      if (m_cursor.word() != Word::none) return;
+      useName(role);
+    } else if (m_cursor.kind() == TokenKind::symbol || m_cursor.kind() == TokenKind::number) {
+      m_cursor.next();
+    } else {
+      return;
+    }
+  }
+}
+
+void DataEntryReader::columnClause() {
+  DataEntry& entry = *m_entry;
+  m_cursor.next();
+  entry.hasColumn = true;
+  while (m_cursor.text() == "NUMBER" || m_cursor.text() == "NUMBERS" || m_cursor.word() == Word::is ||
+         m_cursor.word() == Word::left || m_cursor.word() == Word::right || m_cursor.text() == "CENTER")
+    m_cursor.next();
+  entry.isColumnRelative = m_cursor.take(Word::plus);
+  if (m_cursor.isSymbol("+")) {
+    entry.isColumnRelative = true;
+    m_cursor.next();
+  }
+}
+
+bool DataEntryReader::reportClause(Word word) {
+  DataEntry& entry = *m_entry;
+  switch (word) {
+    case Word::column:
+      columnClause();
+      entry.column = m_cursor.takeInteger().value_or(0);
+      while (m_cursor.takeInteger()) {
+      }
+      return true;
+    case Word::line: case Word::lines:
+      m_cursor.next();
+      entry.hasLine = true;
+      while (!m_cursor.atEnd() && (m_cursor.text() == "NUMBER" || m_cursor.word() == Word::is || m_cursor.word() == Word::plus ||
+                                   m_cursor.kind() == TokenKind::number || m_cursor.kind() == TokenKind::symbol))
+        m_cursor.next();
+      return true;
+    case Word::type:
+      // TYPE [IS] CONTROL HEADING name, CH name …
+      m_cursor.next();
+      m_cursor.take(Word::is);
+      while (!m_cursor.atEnd() && !m_cursor.isPeriod()) {
+        const auto text = m_cursor.text();
+        if (text == "FOR" || text == "OR" || text == "REPORT" || text == "PAGE" || text == "CONTROL" || text == "DETAIL" ||
+            text == "HEADING" || text == "FOOTING" || text == "FINAL" || text == "RH" || text == "PH" || text == "CH" ||
+            text == "DE" || text == "CF" || text == "PF" || text == "RF") {
+          m_cursor.next();
+        } else {
+          break;
+        }
+      }
+      if (m_cursor.isWord() && m_cursor.word() == Word::none) useName(Role::reportControl);
+      return true;
+    case Word::source:
+      m_cursor.next();
+      if (m_cursor.text() == "SOURCES") m_cursor.next();
+      m_cursor.take(Word::is);
+      expression(Role::reportSource);
+      return true;
+    case Word::sum:
+      m_cursor.next();
+      m_cursor.take(Word::of);
+      expression(Role::reportSum);
+      return true;
+    case Word::upon:
+      m_cursor.next();
+      while (m_cursor.isWord() && m_cursor.word() == Word::none) m_cursor.next();
+      return true;
+    case Word::reset:
+      m_cursor.next();
+      m_cursor.take(Word::on);
+      if (!m_cursor.take(Word::final)) useName(Role::reportControl);
+      return true;
+    case Word::next: case Word::group:
+      m_cursor.next();
+      return true;
+    case Word::present:
+      // PRESENT WHEN condition: its names are read
+      m_cursor.next();
+      m_cursor.take(Word::when);
+      expression(Role::reportSource);
+      return true;
+    default: return false;
+  }
+}
+
+bool DataEntryReader::screenClause(Word word) {
+  switch (word) {
+    case Word::line: case Word::lines: case Word::column: case Word::size: case Word::foreground: case Word::background:
+    case Word::attribute: {
+      if (word == Word::line && m_cursor.kind(1) == TokenKind::period) return false;
+      columnClause();
+      m_entry->hasColumn = false;
+      if (m_cursor.isSymbol("-")) m_cursor.next();
+      if (m_cursor.kind() == TokenKind::number || (m_cursor.isWord() && m_cursor.word() == Word::none))
+        useNameOrNumber(Role::screenAttribute);
+      return true;
+    }
+    case Word::from:
+      m_cursor.next();
+      useNameOrNumber(Role::screenFrom);
+      return true;
+    case Word::to:
+      m_cursor.next();
+      useName(Role::screenTo);
+      return true;
+    case Word::using_:
+      m_cursor.next();
+      useName(Role::screenUsing);
+      return true;
+    case Word::blank:
+      // BLANK SCREEN and BLANK LINE clear; BLANK WHEN ZERO edits.
+      if (m_cursor.word(1) != Word::screen && m_cursor.word(1) != Word::line) return false;
+      m_cursor.next();
+      m_cursor.next();
+      return true;
+    default: return false;
+  }
+}
+
+} // namespace cobol

@@ -1,0 +1,104 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "cobol/analysis.hpp"
+#include "cobol/picture.hpp"
+#include "cobol/token_cursor.hpp"
+
+namespace cobol {
+
+/// One data description entry as written; tokens are stream indices, 0 is none.
+struct DataEntry {
+  enum class Sign : std::uint8_t { unset, together, separate };
+  struct NameUse {
+    DataReference::Role role{};
+    std::uint32_t token = 0;
+  };
+
+  int level = 0;
+  std::uint32_t levelToken = 0;
+  std::uint32_t nameToken = 0; ///< the level's token when nameless
+  bool isNamed = false;
+
+  std::uint32_t redefines = 0;
+  std::uint32_t renamesFirst = 0;
+  std::uint32_t renamesLast = 0;
+  std::uint32_t picture = 0;
+  std::uint32_t copiedFrom = 0;    ///< the name in TYPE, SAME AS or LIKE
+  Usage usage = Usage::none;
+  std::int64_t fixedBytes = 0;     ///< size told by the usage itself (SQL TYPE IS …)
+  std::string sqlType;             ///< "SQL BLOB"
+  Sign sign = Sign::unset;
+  bool noSign = false;
+  bool isUnsigned = false;
+  bool isSynchronized = false;
+  bool isJustified = false;
+  bool isBlankWhenZero = false;
+  bool isGlobal = false;
+  bool isExternal = false;
+  bool isTypedef = false;
+  bool isConstant = false;
+  bool isDynamic = false;          ///< DYNAMIC LENGTH
+  std::int64_t byteLength = 0;
+
+  bool repeats = false;
+  bool isVariable = false;         ///< n TO m or DEPENDING
+  std::uint32_t occursFirst = 0;   ///< token of the only or smallest count
+  std::uint32_t occursLast = 0;    ///< token of the count behind TO
+  bool isUnbounded = false;
+  std::vector<std::uint32_t> indexNames;
+
+  std::vector<NameUse> uses;
+  std::uint32_t valueFrom = 0;     ///< tokens of the VALUE clause [from, to)
+  std::uint32_t valueTo = 0;
+  bool valueIsLiteral = false;
+  std::int64_t column = 0;         ///< of a report item, from 1; 0: none
+  bool isColumnRelative = false;
+  bool hasLine = false;
+  bool hasColumn = false;
+
+  void clear();
+};
+
+/// Reads the clauses of entries, in any order, up to their period; a period that is missing in front of a level number
+/// or a header is supplied with a diagnostic. What is no clause is passed over.
+class DataEntryReader {
+ public:
+  DataEntryReader(const TokenStream& stream, TokenCursor& cursor, Diagnostics& diagnostics)
+      : m_stream(stream), m_cursor(cursor), m_diagnostics(diagnostics) {}
+
+  /// True when the cursor stands at a level number that begins an entry.
+  bool atEntry() const;
+  void read(Section section, DataEntry& entry);
+
+ private:
+  bool beginsNameless(Word word) const;
+  bool atNewEntry() const;
+  void clause();
+  void commonClause(Word word);
+  bool reportClause(Word word);
+  bool screenClause(Word word);
+  void usageClause();
+  bool takeUsage();
+  void sqlType();
+  void signClause();
+  void occursClause();
+  void tableKeys();
+  void valueClause();
+  void constantClause();
+  void columnClause();
+  void expression(DataReference::Role role);
+  void useName(DataReference::Role role);
+  void useNameOrNumber(DataReference::Role role);
+
+  const TokenStream& m_stream;
+  TokenCursor& m_cursor;
+  Diagnostics& m_diagnostics;
+  Section m_section = Section::none;
+  DataEntry* m_entry = nullptr;
+};
+
+} // namespace cobol

@@ -1,0 +1,498 @@
+#include "cobol/item_tree.hpp"
+
+namespace cobol {
+namespace {
+
+constexpr std::size_t kItemLimit = 5'000'000;
+
+void setFlag(Construct& construct, bool condition, ConstructFlag flag) {
+  if (condition) construct.flags = static_cast<std::uint16_t>(construct.flags | flag);
+}
+
+/// Code points, not bytes.
+std::int64_t characters(std::string_view text) {
+  return std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; });
+}
+
+} // namespace
+
+ItemTree::ItemTree(const TokenStream& stream, const Options& options, Analysis& analysis, Diagnostics& diagnostics)
+    : m_stream(stream), m_options(options), m_analysis(analysis), m_diagnostics(diagnostics),
+      m_lastOfName(stream.names.size(), -1) {}
+
+void ItemTree::remark(Code code, Severity severity, std::uint32_t token, std::string text) {
+  m_diagnostics.add(code, severity, m_stream.tokens[token].position(), std::move(text));
+}
+
+void ItemTree::beginProgram(int program, const PictureRules& rules) {
+  m_program = program;
+  m_rules = rules;
+  m_rules.constant = [this](std::string_view text) -> std::optional<std::int64_t> {
+    const auto found = m_constants.find(m_stream.names.find(text));
+    if (found == m_constants.end()) return std::nullopt;
+    return found->second;
+  };
+  m_begin = m_analysis.constructs.size();
+  m_facts.resize(m_begin);
+  beginSection(Section::none);
+}
+
+void ItemTree::beginSection(Section section, int file) {
+  m_section = section;
+  m_file = file;
+  m_stack.clear();
+  m_lastItem = m_record = -1;
+  m_lastRoot = -1;
+}
+
+int ItemTree::place(Construct&& construct, const Facts& known) {
+  const int index = static_cast<int>(m_analysis.constructs.size());
+  construct.program = m_program;
+  construct.section = m_section;
+  construct.file = m_file;
+  if (construct.record >= 0) setFlag(construct, (at(construct.record).flags & global) != 0, global);
+  m_analysis.constructs.push_back(std::move(construct));
+  m_facts.push_back(known);
+  if (known.name != 0 && at(index).hasStorage()) {
+    auto& last = m_lastOfName[known.name];
+    facts(index).previousSameName = last;
+    last = index;
+  }
+  return index;
+}
+
+Construct ItemTree::begin(const DataEntry& entry) const {
+  Construct construct;
+  construct.level = entry.level;
+  const Token& name = token(entry.nameToken);
+  construct.name = entry.isNamed ? m_stream.textOf(name) : std::string_view("FILLER");
+  construct.kind = entry.isNamed ? Kind::elementary : Kind::filler;
+  construct.declared = name.position();
+  construct.token = entry.nameToken;
+  setFlag(construct, entry.isNamed && name.has(replaced), nameReplaced);
+  return construct;
+}
+
+int ItemTree::add(const DataEntry& entry) {
+  if (m_analysis.constructs.size() >= kItemLimit) {
+    remark(Code::BudgetSpent, Severity::error, entry.levelToken, "too many data items; the rest is left out");
+    return -1;
+  }
+  if (entry.level == 88) return addCondition(entry);
+  if (entry.level == 66) return addRenames(entry);
+  if (entry.level == 78 || entry.isConstant) return addConstant(entry);
+  return addItem(entry);
+}
+
+void ItemTree::refer(const DataEntry& entry, int construct) {
+  for (const auto& use : entry.uses)
+    m_analysis.references.push_back({.role = use.role, .token = use.token, .at = token(use.token).position(),
+                                     .program = m_program, .construct = construct, .file = m_file});
+}
+
+int ItemTree::addCondition(const DataEntry& entry) {
+  if (!entry.isNamed) return -1;
+  if (m_lastItem < 0) remark(Code::LevelBad, Severity::warning, entry.levelToken, "level 88 without an item before it");
+  auto construct = begin(entry);
+  construct.kind = Kind::condition;
+  construct.parent = m_lastItem;
+  construct.record = m_lastItem < 0 ? -1 : at(m_lastItem).record;
+  construct.value = valueText(entry.valueFrom, entry.valueTo);
+  const int index = place(std::move(construct), {});
+  refer(entry, index);
+  return index;
+}
+
+int ItemTree::addRenames(const DataEntry& entry) {
+  auto construct = begin(entry);
+  construct.kind = Kind::renames;
+  construct.parent = construct.record = m_record;
+  if (entry.renamesFirst != 0) construct.renamesFirst = findInRecord(entry.renamesFirst, m_record);
+  construct.renamesLast = entry.renamesLast != 0 ? findInRecord(entry.renamesLast, m_record) : construct.renamesFirst;
+  if (construct.renamesFirst < 0 || construct.renamesLast < 0)
+    remark(Code::RenamesBad, Severity::warning, entry.nameToken, "RENAMES names no item of the record before it");
+  const int first = construct.renamesFirst, last = construct.renamesLast;
+  const int index = place(std::move(construct), {.name = token(entry.nameToken).text});
+  m_lastItem = index;
+  const auto name = [&](DataReference::Role role, std::uint32_t at, int target) {
+    if (at == 0) return;
+    m_analysis.references.push_back({.role = role, .token = at, .at = token(at).position(), .target = target,
+                                     .program = m_program, .construct = index, .file = m_file});
+  };
+  name(DataReference::Role::renamesFirst, entry.renamesFirst, first);
+  name(DataReference::Role::renamesLast, entry.renamesLast, last);
+  return index;
+}
+
+int ItemTree::addConstant(const DataEntry& entry) {
+  auto construct = begin(entry);
+  construct.kind = Kind::constant;
+  construct.value = valueText(entry.valueFrom, entry.valueTo);
+  setFlag(construct, entry.isGlobal, global);
+  if (const auto value = constantOf(entry.valueFrom, entry.valueTo)) m_constants[token(entry.nameToken).text] = *value;
+  const int index = place(std::move(construct), {});
+  refer(entry, index);
+  return index;
+}
+
+int ItemTree::addItem(const DataEntry& entry) {
+  const bool isRoot = entry.level == 1 || entry.level == 77;
+  if (isRoot) m_stack.clear();
+  while (!m_stack.empty() && m_stack.back().level >= entry.level) m_stack.pop_back();
+  const int parent = m_stack.empty() ? -1 : m_stack.back().item;
+  if (parent < 0 && !isRoot) remark(Code::LevelBad, Severity::warning, entry.levelToken, "no level 01 above this entry");
+
+  auto construct = begin(entry);
+  const int index = static_cast<int>(m_analysis.constructs.size());
+  construct.parent = parent;
+  if (parent < 0) m_record = index;
+  construct.record = parent < 0 ? -1 : m_record;
+  if (entry.picture != 0) construct.picture = m_stream.textOf(token(entry.picture));
+  if (entry.valueTo > entry.valueFrom) construct.value = valueText(entry.valueFrom, entry.valueTo);
+  setFlag(construct, entry.isSynchronized, synchronized_);
+  setFlag(construct, entry.isJustified, justified);
+  setFlag(construct, entry.isBlankWhenZero, blankWhenZero);
+  setFlag(construct, entry.isGlobal, global);
+  setFlag(construct, entry.isExternal, external);
+  if (parent < 0 && m_file >= 0) {
+    const auto& file = m_analysis.dataFiles[static_cast<std::size_t>(m_file)];
+    setFlag(construct, file.global, global);
+    setFlag(construct, file.external, external);
+  }
+  setOccurs(entry, construct);
+  if (m_section == Section::report && (entry.hasColumn || entry.hasLine)) {
+    construct.fixedPosition = entry.isColumnRelative ? -1 - entry.column : entry.column > 0 ? entry.column - 1 : 0;
+    if (entry.hasColumn && entry.column == 0) construct.fixedPosition = -1;
+  }
+
+  Facts known;
+  known.own = entry.usage;
+  known.usage = entry.usage;
+  known.sign = entry.sign;
+  known.noSign = entry.noSign;
+  known.isUnsigned = entry.isUnsigned;
+  known.syncBelow = parent < 0 && entry.isSynchronized;
+  known.pictureToken = entry.picture;
+  known.fixedBytes = entry.isDynamic ? m_options.pointerBytes : entry.byteLength > 0 ? entry.byteLength : entry.fixedBytes;
+  if (entry.valueIsLiteral) known.literalLength = characters(m_stream.textOf(token(entry.valueFrom)));
+  known.noStorage = m_section == Section::report || m_section == Section::screen;
+  known.name = entry.isNamed ? token(entry.nameToken).text : 0;
+  if (parent >= 0) {
+    const Facts& above = facts(parent);
+    if (known.usage == Usage::none) {
+      known.usage = above.usage;
+      known.noSign = above.noSign;
+      known.isUnsigned = above.isUnsigned;
+    }
+    if (known.sign == DataEntry::Sign::unset) known.sign = above.sign;
+    known.syncBelow = above.syncBelow;
+  }
+  if (!entry.sqlType.empty()) construct.usage = entry.sqlType;
+
+  const int previous = parent < 0 ? m_lastRoot : facts(parent).lastChild;
+  const int redefined = entry.redefines == 0 ? -1 : findSibling(token(entry.redefines).text, parent, index);
+  place(std::move(construct), known);
+  if (parent < 0) {
+    at(index).record = index;
+    m_lastRoot = index;
+    if (m_file >= 0) m_analysis.dataFiles[static_cast<std::size_t>(m_file)].records.push_back(index);
+  } else {
+    (facts(parent).lastChild < 0 ? at(parent).firstChild : at(facts(parent).lastChild).nextSibling) = index;
+    facts(parent).lastChild = index;
+  }
+  m_stack.push_back({entry.level, index});
+  m_lastItem = index;
+  if (entry.redefines != 0) {
+    at(index).redefines = redefined;
+    setRedefines(entry, index, previous);
+  }
+  refer(entry, index);
+  if (entry.picture != 0) referPictureCounts(entry.picture, index);
+  for (const auto name : entry.indexNames) addIndex(name, index);
+  if (entry.copiedFrom != 0) copyType(entry, index);
+  return index;
+}
+
+void ItemTree::setOccurs(const DataEntry& entry, Construct& construct) {
+  if (!entry.repeats) return;
+  construct.repeats = true;
+  setFlag(construct, entry.isVariable, variableSize);
+  const auto bounded = [](std::int64_t value) {
+    return static_cast<std::uint32_t>(std::clamp<std::int64_t>(value, 0, 0xFFFFFFFF));
+  };
+  const auto first = entry.occursFirst == 0 ? std::nullopt : numberOf(entry.occursFirst);
+  const auto last = entry.occursLast == 0 ? std::nullopt : numberOf(entry.occursLast);
+  const auto count = entry.occursLast != 0 ? last : entry.isUnbounded ? std::nullopt : first;
+  construct.occurs = bounded(count.value_or(1));
+  if (construct.occurs == 0 || !count) {
+    construct.occurs = 1;
+    remark(Code::OccursBad, Severity::warning, entry.nameToken,
+           entry.isUnbounded ? "OCCURS without an upper bound counts once" : "OCCURS without a usable count counts once");
+  }
+  construct.occursMin = entry.occursLast != 0 || entry.isUnbounded ? bounded(first.value_or(0)) : construct.occurs;
+  if (entry.isVariable && entry.occursLast == 0 && !entry.isUnbounded) construct.occursMin = 0;
+  for (const auto count_token : {entry.occursFirst, entry.occursLast}) {
+    if (count_token == 0 || token(count_token).kind != TokenKind::word) continue;
+    m_analysis.references.push_back({.role = DataReference::Role::occursCount, .token = count_token,
+                                     .at = token(count_token).position(), .program = m_program,
+                                     .construct = static_cast<int>(m_analysis.constructs.size()), .file = m_file});
+  }
+}
+
+void ItemTree::setRedefines(const DataEntry& entry, int item, int previousSibling) {
+  Construct& construct = at(item);
+  if (construct.redefines < 0) {
+    construct.redefines = previousSibling;
+    remark(Code::RedefinesUnknown, Severity::warning, entry.redefines,
+           "REDEFINES names no item of this group; the item before it is taken");
+  }
+  m_analysis.references.push_back({.role = DataReference::Role::redefines, .token = entry.redefines,
+                                   .at = token(entry.redefines).position(), .target = construct.redefines,
+                                   .program = m_program, .construct = item, .file = m_file});
+}
+
+void ItemTree::addIndex(std::uint32_t nameToken, int table) {
+  Construct construct;
+  construct.name = m_stream.textOf(token(nameToken));
+  construct.kind = Kind::index;
+  construct.parent = table;
+  construct.record = at(table).record;
+  construct.declared = token(nameToken).position();
+  construct.token = nameToken;
+  construct.usage = nameOf(Usage::index);
+  setFlag(construct, token(nameToken).has(replaced), nameReplaced);
+  place(std::move(construct), {});
+}
+
+/// Gives the item the form of another one: its picture and usage, and a copy of everything below it.
+void ItemTree::copyType(const DataEntry& entry, int item) {
+  const int source = findAnywhere(entry.copiedFrom, item);
+  if (source < 0) {
+    remark(Code::Unresolved, Severity::warning, entry.copiedFrom, "no type or item of this name before");
+    return;
+  }
+  const int count = static_cast<int>(m_analysis.constructs.size());
+  int end = source + 1;
+  while (end < count && end < item && at(end).parent >= source) ++end;
+  if (at(source).picture.size() > 0 && at(item).picture.empty()) at(item).picture = at(source).picture;
+  if (facts(item).own == Usage::none) facts(item).own = facts(item).usage = facts(source).usage;
+  if (facts(item).sign == DataEntry::Sign::unset) facts(item).sign = facts(source).sign;
+  if (facts(item).pictureToken == 0) facts(item).pictureToken = facts(source).pictureToken;
+  if (facts(item).fixedBytes == 0) facts(item).fixedBytes = facts(source).fixedBytes;
+  facts(item).noSign = facts(source).noSign;
+  facts(item).isUnsigned = facts(source).isUnsigned;
+  const auto inside = [&](int below) {
+    for (int up = item; up >= 0; up = at(up).parent)
+      if (up == below) return true;
+    return false;
+  };
+  if (inside(source) || m_analysis.constructs.size() + static_cast<std::size_t>(end - source) > kItemLimit) {
+    remark(Code::BudgetSpent, Severity::error, entry.copiedFrom, "this type can't be copied here");
+    return;
+  }
+  const int base = count - (source + 1);
+  const auto moved = [&](int old) { return old == source ? item : old > source && old < end ? old + base : -1; };
+  if (at(source).firstChild >= 0) {
+    at(item).firstChild = moved(at(source).firstChild);
+    facts(item).lastChild = moved(facts(source).lastChild);
+  }
+  for (int old = source + 1; old < end; ++old) {
+    Construct copy = at(old);
+    Facts known = facts(old);
+    copy.parent = copy.kind == Kind::renames ? item : moved(copy.parent);
+    copy.firstChild = moved(copy.firstChild);
+    copy.nextSibling = moved(copy.nextSibling);
+    copy.redefines = moved(copy.redefines);
+    copy.renamesFirst = moved(copy.renamesFirst);
+    copy.renamesLast = moved(copy.renamesLast);
+    copy.record = at(item).record;
+    known.lastChild = moved(known.lastChild);
+    known.syncBelow = facts(item).syncBelow;
+    place(std::move(copy), known);
+  }
+}
+
+void ItemTree::referPictureCounts(std::uint32_t pictureToken, int construct) {
+  const auto text = m_stream.textOf(token(pictureToken));
+  for (auto open = text.find('('); open != std::string_view::npos; open = text.find('(', open + 1)) {
+    const auto close = text.find(')', open);
+    if (close == std::string_view::npos) return;
+    const auto inside = text.substr(open + 1, close - open - 1);
+    if (inside.empty() || (inside.front() >= '0' && inside.front() <= '9' && integerOf(inside))) continue;
+    const NameId name = m_stream.names.find(inside);
+    if (name == 0) continue;
+    Position place = token(pictureToken).position();
+    place.column += static_cast<std::uint32_t>(open + 1);
+    place.length = static_cast<std::uint32_t>(inside.size());
+    m_analysis.references.push_back({.role = DataReference::Role::pictureCount, .token = pictureToken, .at = place,
+                                     .name = name, .program = m_program, .construct = construct, .file = m_file});
+  }
+}
+
+int ItemTree::findSibling(NameId name, int parent, int before) const {
+  const int stop = parent < 0 ? static_cast<int>(m_begin) : parent;
+  for (int found = m_lastOfName[name]; found >= stop; found = facts(found).previousSameName)
+    if (found < before && at(found).program == m_program && at(found).parent == parent && at(found).kind != Kind::renames)
+      return found;
+  return -1;
+}
+
+/// The qualifiers behind a name, each of them somewhere above the item.
+bool ItemTree::qualifiersMatch(std::uint32_t nameToken, int item) const {
+  int above = at(item).parent;
+  for (auto next = nameToken + 1; next + 1 < m_stream.tokens.size(); next += 2) {
+    const auto word = m_stream.textOf(token(next));
+    if (token(next).kind != TokenKind::word || (word != "OF" && word != "IN")) return true;
+    const NameId qualifier = token(next + 1).text;
+    while (above >= 0 && facts(above).name != qualifier) above = at(above).parent;
+    if (above < 0) {
+      const int file = at(item).file;
+      return file >= 0 && m_analysis.dataFiles[static_cast<std::size_t>(file)].name == m_stream.names.text(qualifier);
+    }
+    above = at(above).parent;
+  }
+  return true;
+}
+
+int ItemTree::findInRecord(std::uint32_t nameToken, int record) const {
+  if (record < 0) return -1;
+  for (int found = m_lastOfName[token(nameToken).text]; found >= record; found = facts(found).previousSameName)
+    if (at(found).record == record && at(found).kind != Kind::renames && qualifiersMatch(nameToken, found)) return found;
+  return -1;
+}
+
+int ItemTree::findAnywhere(std::uint32_t nameToken, int except) const {
+  for (int found = m_lastOfName[token(nameToken).text]; found >= 0; found = facts(found).previousSameName)
+    if (found != except && at(found).kind != Kind::renames && qualifiersMatch(nameToken, found)) return found;
+  return -1;
+}
+
+std::optional<std::int64_t> ItemTree::numberOf(std::uint32_t index) const {
+  if (token(index).kind == TokenKind::number) return integerOf(m_stream.textOf(token(index)));
+  const auto found = m_constants.find(token(index).text);
+  return found == m_constants.end() ? std::nullopt : std::optional(found->second);
+}
+
+/// A number, or numbers and constants joined by operators, worked out from left to right.
+std::optional<std::int64_t> ItemTree::constantOf(std::uint32_t from, std::uint32_t to) const {
+  constexpr std::int64_t kLimit = std::int64_t{1} << 31;
+  std::optional<std::int64_t> result;
+  char operation = '+';
+  for (auto i = from; i < to; ++i) {
+    if (token(i).kind == TokenKind::symbol) {
+      const auto text = m_stream.textOf(token(i));
+      if (text.size() != 1 || std::string_view("+-*/").find(text) == std::string_view::npos) return std::nullopt;
+      operation = text.front();
+      continue;
+    }
+    const auto value = numberOf(i);
+    if (!value || *value > kLimit || (operation == '/' && *value == 0)) return std::nullopt;
+    const std::int64_t left = result.value_or(0);
+    result = operation == '+' ? left + *value : operation == '-' ? left - *value : operation == '*' ? left * *value : left / *value;
+    if (*result > kLimit || *result < -kLimit) return std::nullopt;
+  }
+  return result;
+}
+
+std::string ItemTree::valueText(std::uint32_t from, std::uint32_t to) const {
+  std::string result;
+  for (auto i = from; i < to; ++i) {
+    if (!result.empty() && !token(i).has(joined)) result += ' ';
+    const bool literal = token(i).kind == TokenKind::literal;
+    if (literal) result += '"';
+    result += m_stream.textOf(token(i));
+    if (literal) result += '"';
+  }
+  return result;
+}
+
+int ItemTree::addAt(const MadeItem& item, std::uint32_t nameToken) {
+  const int index = addMade(item, nameToken);
+  Construct& construct = at(index);
+  construct.flags = static_cast<std::uint16_t>(construct.flags & ~implicit_);
+  setFlag(construct, token(nameToken).has(replaced), nameReplaced);
+  facts(index).name = token(nameToken).text;
+  facts(index).previousSameName = m_lastOfName[token(nameToken).text];
+  m_lastOfName[token(nameToken).text] = index;
+  return index;
+}
+
+int ItemTree::addMade(const MadeItem& item, std::uint32_t nameToken) {
+  while (!m_stack.empty() && m_stack.back().level >= item.level) m_stack.pop_back();
+  const int parent = m_stack.empty() ? -1 : m_stack.back().item;
+  const int index = static_cast<int>(m_analysis.constructs.size());
+  Construct construct;
+  construct.level = item.level;
+  construct.name = item.name.empty() ? "FILLER" : item.name;
+  construct.kind = item.name.empty() ? Kind::filler : Kind::elementary;
+  construct.declared = token(nameToken).position();
+  construct.token = nameToken;
+  construct.flags = implicit_;
+  construct.picture = item.picture;
+  construct.parent = parent;
+  if (parent < 0) m_record = index;
+  construct.record = m_record;
+  if (item.occurs > 0) {
+    construct.repeats = true;
+    construct.occurs = construct.occursMin = item.occurs;
+  }
+  if (parent < 0) construct.record = -1;
+  if (item.redefinesLast) construct.redefines = parent < 0 ? m_lastRoot : facts(parent).lastChild;
+  Facts known;
+  known.own = known.usage = item.usage;
+  place(std::move(construct), known);
+  if (parent < 0) {
+    at(index).record = index;
+    m_lastRoot = index;
+    if (m_file >= 0) m_analysis.dataFiles[static_cast<std::size_t>(m_file)].records.push_back(index);
+  } else {
+    (facts(parent).lastChild < 0 ? at(parent).firstChild : at(facts(parent).lastChild).nextSibling) = index;
+    facts(parent).lastChild = index;
+  }
+  m_stack.push_back({item.level, index});
+  m_lastItem = index;
+  return index;
+}
+
+void ItemTree::finish() {
+  for (std::size_t i = m_begin; i < m_analysis.constructs.size(); ++i) {
+    Construct& construct = m_analysis.constructs[i];
+    const Facts& known = m_facts[i];
+    if (!construct.hasStorage() || construct.kind == Kind::renames) continue;
+    if (construct.firstChild < 0) {
+      finishLeaf(construct, known);
+      continue;
+    }
+    if (construct.kind != Kind::filler) construct.kind = Kind::group;
+    if (known.own != Usage::none) construct.usage = nameOf(known.own);
+    if (known.pictureToken != 0)
+      remark(Code::PictureBad, Severity::warning, known.pictureToken, "a group has no PICTURE; it is passed over");
+  }
+}
+
+void ItemTree::finishLeaf(Construct& construct, const Facts& known) {
+  const bool hasPicture = !construct.picture.empty();
+  const Picture picture = hasPicture ? readPicture(construct.picture, m_rules) : Picture{};
+  if (hasPicture && !picture.isValid)
+    remark(Code::PictureBad, Severity::warning, known.pictureToken != 0 ? known.pictureToken : construct.token,
+           "not a PICTURE: " + construct.picture.substr(0, 60));
+  const ItemForm form{.usage = effectiveUsage(known.usage, hasPicture ? &picture : nullptr),
+                      .picture = hasPicture ? &picture : nullptr,
+                      .signSeparate = known.sign == DataEntry::Sign::separate,
+                      .noSign = known.noSign};
+  const bool separable = form.usage == Usage::display || form.usage == Usage::national;
+  construct.length = known.fixedBytes > 0
+                         ? known.fixedBytes
+                         : bytesOf({form.usage, form.picture, form.signSeparate && separable, form.noSign}, m_options);
+  if (construct.usage.empty()) construct.usage = nameOf(form.usage);
+  construct.digits = picture.digits;
+  construct.scale = picture.scale;
+  construct.isSigned = picture.isSigned || (form.usage >= Usage::binaryChar && form.usage <= Usage::binaryDouble && !known.isUnsigned) ||
+                       form.usage == Usage::comp1 || form.usage == Usage::comp2;
+  if (known.syncBelow) setFlag(construct, true, synchronized_);
+  if (construct.length == 0 && known.noStorage) construct.length = known.literalLength;
+  if (construct.length == 0 && !hasPicture && !known.noStorage)
+    remark(Code::PictureMissing, Severity::warning, construct.token, "neither PICTURE nor subordinate items");
+}
+
+} // namespace cobol

@@ -1,0 +1,108 @@
+#pragma once
+
+#include <cstdint>
+#include <unordered_map>
+#include <vector>
+
+#include "cobol/analysis.hpp"
+#include "cobol/data_entry.hpp"
+#include "cobol/picture.hpp"
+
+namespace cobol {
+
+/// Makes constructs of entries, in declaration order: the tree below each record, redefined and renamed items, copied
+/// types, conditions, index names, constants; at the end of a program's entries the size of every elementary item.
+class ItemTree {
+ public:
+  ItemTree(const TokenStream& stream, const Options& options, Analysis& analysis, Diagnostics& diagnostics);
+
+  void beginProgram(int program, const PictureRules& rules);
+  /// Records of a section; `file` is the FD, SD, RD or CD that they belong to, or -1.
+  void beginSection(Section section, int file = -1);
+  /// The construct made of the entry, or -1.
+  int add(const DataEntry& entry);
+  /// An item that no token declares: at the program's name, flagged implicit. Redefines names the item before it.
+  struct MadeItem {
+    int level = 0;
+    std::string_view name = {}; ///< empty: FILLER
+    std::string_view picture = {};
+    Usage usage = Usage::none;
+    std::uint32_t occurs = 0;
+    bool redefinesLast = false;
+  };
+  int addMade(const MadeItem& item, std::uint32_t token);
+  /// An item of a CD that a token declares, below the record made before.
+  int addAt(const MadeItem& item, std::uint32_t nameToken);
+  /// An index name of a table.
+  void addIndex(std::uint32_t nameToken, int table);
+  /// Sizes of everything added since beginProgram.
+  void finish();
+
+ private:
+  /// What layout needs no more once sizes are known.
+  struct Facts {
+    Usage own = Usage::none;
+    Usage usage = Usage::none; ///< own or inherited
+    DataEntry::Sign sign = DataEntry::Sign::unset;
+    bool noSign = false;
+    bool isUnsigned = false;
+    bool syncBelow = false;
+    bool noStorage = false; ///< PictureMissing is no fault here
+    std::uint32_t pictureToken = 0;
+    std::int64_t fixedBytes = 0;
+    std::int64_t literalLength = 0;
+    int lastChild = -1;
+    int previousSameName = -1;
+    NameId name = 0;
+  };
+  struct Open {
+    int level = 0;
+    int item = -1;
+  };
+
+  int place(Construct&& construct, const Facts& facts);
+  Construct begin(const DataEntry& entry) const;
+  int addCondition(const DataEntry& entry);
+  int addRenames(const DataEntry& entry);
+  int addConstant(const DataEntry& entry);
+  int addItem(const DataEntry& entry);
+  void setOccurs(const DataEntry& entry, Construct& construct);
+  void setRedefines(const DataEntry& entry, int item, int previousSibling);
+  void copyType(const DataEntry& entry, int item);
+  void refer(const DataEntry& entry, int construct);
+  void referPictureCounts(std::uint32_t token, int construct);
+  int findSibling(NameId name, int parent, int before) const;
+  int findInRecord(std::uint32_t token, int record) const;
+  int findAnywhere(std::uint32_t token, int except) const;
+  bool qualifiersMatch(std::uint32_t token, int item) const;
+  std::optional<std::int64_t> numberOf(std::uint32_t token) const;
+  std::optional<std::int64_t> constantOf(std::uint32_t from, std::uint32_t to) const;
+  std::string valueText(std::uint32_t from, std::uint32_t to) const;
+  void finishLeaf(Construct& construct, const Facts& facts);
+
+  Construct& at(int index) { return m_analysis.constructs[static_cast<std::size_t>(index)]; }
+  const Construct& at(int index) const { return m_analysis.constructs[static_cast<std::size_t>(index)]; }
+  Facts& facts(int index) { return m_facts[static_cast<std::size_t>(index)]; }
+  const Facts& facts(int index) const { return m_facts[static_cast<std::size_t>(index)]; }
+  const Token& token(std::uint32_t index) const { return m_stream.tokens[index]; }
+  void remark(Code code, Severity severity, std::uint32_t token, std::string text);
+
+  const TokenStream& m_stream;
+  const Options& m_options;
+  Analysis& m_analysis;
+  Diagnostics& m_diagnostics;
+  PictureRules m_rules;
+  int m_program = 0;
+  std::size_t m_begin = 0; ///< first construct of the program's entries
+  Section m_section = Section::none;
+  int m_file = -1;
+  std::vector<Open> m_stack;
+  int m_lastItem = -1;    ///< the item that conditions belong to
+  int m_record = -1;
+  int m_lastRoot = -1;
+  std::vector<Facts> m_facts;     ///< by construct
+  std::vector<int> m_lastOfName;  ///< by name id: latest construct, -1 none
+  std::unordered_map<NameId, std::int64_t> m_constants;
+};
+
+} // namespace cobol

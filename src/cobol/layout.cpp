@@ -1,0 +1,196 @@
+#include "cobol/layout.hpp"
+
+#include <unordered_map>
+
+#include "cobol/record_layout.hpp"
+
+namespace cobol {
+namespace {
+
+/// Joins records that share storage.
+class Areas {
+ public:
+  explicit Areas(std::size_t count) : m_above(count) {
+    for (std::size_t i = 0; i < count; ++i) m_above[i] = static_cast<int>(i);
+  }
+  int find(int item) {
+    while (above(item) != item) {
+      above(item) = above(above(item));
+      item = above(item);
+    }
+    return item;
+  }
+  void join(int a, int b) {
+    a = find(a);
+    b = find(b);
+    // The earlier one leads, so areas come in the order of their first declaration.
+    above(std::max(a, b)) = std::min(a, b);
+  }
+
+ private:
+  int& above(int item) { return m_above[static_cast<std::size_t>(item)]; }
+  std::vector<int> m_above;
+};
+
+class Layout {
+ public:
+  Layout(Analysis& analysis, const Options& options, Diagnostics& diagnostics)
+      : m_analysis(analysis), m_options(options), m_records(analysis, options, diagnostics),
+        m_areas(analysis.constructs.size()) {}
+
+  void run() {
+    const int count = static_cast<int>(m_analysis.constructs.size());
+    for (int i = 0; i < count; ++i)
+      if (isRecord(i)) m_records.layOut(i);
+    for (int i = 0; i < count; ++i)
+      if (at(i).kind == Kind::renames) placeRenames(at(i));
+    join();
+    place();
+    markVariable();
+    for (int i = 0; i < count; ++i) writeDims(at(i));
+    layOutWithoutStorage(m_analysis, m_options);
+  }
+
+ private:
+  Construct& at(int index) { return m_analysis.constructs[static_cast<std::size_t>(index)]; }
+  bool isRecord(int index) { return at(index).hasStorage() && at(index).kind != Kind::renames && at(index).parent < 0; }
+
+  void placeRenames(Construct& item) {
+    if (item.renamesFirst < 0 || item.renamesLast < 0) return;
+    const auto& first = at(item.renamesFirst);
+    const auto& last = at(item.renamesLast);
+    item.position = first.position;
+    item.length = std::max<std::int64_t>(0, saturatingAdd(last.position, last.size) - first.position);
+    item.size = item.length;
+  }
+
+  /// Section 4.1: what shares an area.
+  void join() {
+    const int count = static_cast<int>(m_analysis.constructs.size());
+    std::unordered_map<std::string, int> externals;
+    for (int i = 0; i < count; ++i) {
+      if (!isRecord(i)) continue;
+      if (at(i).redefines >= 0) m_areas.join(i, at(at(i).redefines).record);
+      if ((at(i).flags & external) != 0 && at(i).file < 0 && at(i).kind != Kind::filler) {
+        const auto [found, isNew] = externals.try_emplace(at(i).name, i);
+        if (!isNew) m_areas.join(found->second, i);
+      }
+    }
+    std::unordered_map<std::string, int> externalFiles;
+    for (const auto& file : m_analysis.dataFiles) {
+      if (file.records.empty() || file.sort == DataFile::Sort::rd) continue;
+      for (const int record : file.records) m_areas.join(file.records.front(), record);
+      if (file.sharesAreaWith >= 0) {
+        const auto& other = m_analysis.dataFiles[static_cast<std::size_t>(file.sharesAreaWith)];
+        if (!other.records.empty()) m_areas.join(other.records.front(), file.records.front());
+      }
+      if (file.external) {
+        const auto [found, isNew] = externalFiles.try_emplace(file.name, file.records.front());
+        if (!isNew) m_areas.join(found->second, file.records.front());
+      }
+    }
+  }
+
+  /// Bases of the areas, then offsets of everything in them.
+  void place() {
+    const int count = static_cast<int>(m_analysis.constructs.size());
+    std::vector<std::int64_t> bases(m_analysis.constructs.size(), 0); // by leading record: first its size, then its base
+    std::vector<int> leaders;
+    for (int i = 0; i < count; ++i) {
+      if (!isRecord(i)) continue;
+      const int leader = m_areas.find(i);
+      if (leader == i) {
+        at(i).area = static_cast<int>(leaders.size());
+        leaders.push_back(i);
+      }
+      auto& size = bases[static_cast<std::size_t>(leader)];
+      size = std::max(size, at(i).size);
+      if (at(i).file >= 0) size = std::max(size, m_analysis.dataFiles[static_cast<std::size_t>(at(i).file)].minimumSize);
+    }
+    std::int64_t next = 0;
+    for (const int leader : leaders) {
+      const auto size = bases[static_cast<std::size_t>(leader)];
+      const auto base = next >= kOffsetLimit ? kOffsetLimit : (next + 15) / 16 * 16;
+      bases[static_cast<std::size_t>(leader)] = base;
+      next = saturatingAdd(saturatingAdd(base, size), 16);
+    }
+    for (int i = 0; i < count; ++i) {
+      if (!at(i).hasStorage() || at(i).record < 0) continue;
+      const int leader = m_areas.find(at(i).record);
+      at(i).area = at(leader).area;
+      at(i).offset = saturatingAdd(bases[static_cast<std::size_t>(leader)], at(i).position);
+    }
+  }
+
+  /// Flag D: tables of variable count, the groups around them and what comes behind them. The readers flagged the tables.
+  void markVariable() {
+    const auto count = m_analysis.constructs.size();
+    std::vector<bool> holds(count), behind(count);
+    for (std::size_t i = 0; i < count; ++i) {
+      auto& item = m_analysis.constructs[i];
+      if (!item.hasStorage() || item.kind == Kind::renames) continue;
+      const auto parent = static_cast<std::size_t>(item.parent);
+      if (item.redefines >= 0) {
+        behind[i] = behind[static_cast<std::size_t>(m_records.rootOf(static_cast<int>(i)))];
+      } else {
+        behind[i] = item.parent >= 0 && (behind[parent] || holds[parent]);
+      }
+      if ((item.flags & variableSize) == 0) continue;
+      for (int up = item.parent; up >= 0 && !holds[static_cast<std::size_t>(up)]; up = at(up).parent)
+        holds[static_cast<std::size_t>(up)] = true;
+    }
+    for (std::size_t i = 0; i < count; ++i)
+      if (holds[i] || behind[i])
+        m_analysis.constructs[i].flags = static_cast<std::uint16_t>(m_analysis.constructs[i].flags | variableSize);
+  }
+
+  void writeDims(Construct& item) {
+    if (!item.hasStorage()) return;
+    if (item.parent >= 0 && item.kind != Kind::renames) item.dims = at(item.parent).dims;
+    if (!item.repeats) return;
+    if (!item.dims.empty()) item.dims += ',';
+    item.dims += std::to_string(item.occurs) + 'x' + std::to_string(item.length);
+  }
+
+  Analysis& m_analysis;
+  const Options& m_options;
+  RecordLayout m_records;
+  Areas m_areas;
+};
+
+} // namespace
+
+void layOut(Analysis& analysis, const Options& options, Diagnostics& diagnostics) {
+  Layout(analysis, options, diagnostics).run();
+}
+
+void layOutWithoutStorage(Analysis& analysis, const Options& options) {
+  std::int64_t behind = 0;
+  int areas = 0;
+  for (const auto& item : analysis.constructs) {
+    if (item.area < 0) continue;
+    areas = std::max(areas, item.area + 1);
+    behind = std::max(behind, saturatingAdd(item.offset, item.size));
+  }
+  std::int64_t without = 0;
+  for (auto& item : analysis.constructs) {
+    if (item.hasStorage()) continue;
+    if (item.kind == Kind::specialRegister && item.length > 0) {
+      if (item.area >= 0) continue;
+      item.area = areas++;
+      item.size = item.length;
+      item.offset = saturatingAdd((saturatingAdd(behind, 16) + 15) / 16 * 16, 0);
+      behind = saturatingAdd(item.offset, item.size);
+      continue;
+    }
+    item.offset = -++without;
+    item.size = 0;
+    if (item.kind != Kind::condition || !options.conditionStorage || item.parent < 0) continue;
+    const auto& parent = analysis.constructs[static_cast<std::size_t>(item.parent)];
+    item.offset = parent.offset;
+    item.size = parent.size;
+    item.area = parent.area;
+  }
+}
+
+} // namespace cobol

@@ -1,0 +1,312 @@
+#include "cobol/program_structure.hpp"
+
+#include <unordered_map>
+
+#include "cobol/token_cursor.hpp"
+
+namespace cobol {
+namespace {
+
+enum class Mark : std::uint8_t { start, environment, data, procedure, end };
+
+/// A place where something begins or ends.
+struct Event {
+  Mark mark{};
+  std::uint32_t from = 0;  ///< first token of the header
+  std::uint32_t to = 0;    ///< one behind the header, of start and end only
+  std::uint32_t name = 0;  ///< token of the program's name; 0: none
+  int key = -1;            ///< equal names have equal keys
+  bool isClass = false;
+};
+
+std::string upperCase(std::string_view text) {
+  std::string result(text);
+  for (char& c : result)
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+  return result;
+}
+
+/// Runs over all tokens once and notes headers.
+class EventScan {
+ public:
+  EventScan(const TokenStream& stream, const Words& words) : m_stream(stream), m_words(words) {}
+
+  void run() {
+    const auto count = static_cast<std::uint32_t>(m_stream.tokens.size());
+    for (std::uint32_t i = 0; i < count; ++i) {
+      const Token& token = m_stream.tokens[i];
+      if (token.kind != TokenKind::word) continue;
+      const Word word = m_words.of(token.text);
+      if (word == Word::none) continue;
+      if (token.has(inExec)) {
+        if (word == Word::cics && i > 0 && wordAt(i - 1, true) == Word::exec) m_cics.push_back(i);
+        continue;
+      }
+      header(i, word);
+    }
+  }
+
+  std::vector<Event> events;
+  std::vector<std::uint32_t> m_cics;
+  bool declaresExecBlock = false;
+
+ private:
+  enum class State : std::uint8_t { header, environment, data, procedure };
+
+  Word wordAt(std::uint32_t index, bool exec = false) const {
+    if (index >= m_stream.tokens.size()) return Word::none;
+    const Token& token = m_stream.tokens[index];
+    return exec ? m_words.of(token.text) : m_words.of(token);
+  }
+  bool periodAt(std::uint32_t index) const {
+    return index < m_stream.tokens.size() && m_stream.tokens[index].kind == TokenKind::period;
+  }
+  void add(Mark mark, std::uint32_t from, State state) {
+    events.push_back({.mark = mark, .from = m_pending != kNone && mark == Mark::start ? m_pending : from});
+    m_state = state;
+  }
+
+  void header(std::uint32_t i, Word word) {
+    switch (word) {
+      case Word::identification:
+        if (wordAt(i + 1) == Word::division) {
+          m_pending = i;
+          m_state = State::header;
+        }
+        break;
+      case Word::programId: case Word::functionId: case Word::classId: case Word::methodId: start(i, word); break;
+      case Word::environment:
+        if (wordAt(i + 1) == Word::division) add(Mark::environment, i, State::environment);
+        break;
+      case Word::configuration: case Word::inputOutput:
+        if (m_state == State::header && wordAt(i + 1) == Word::section) add(Mark::environment, i, State::environment);
+        break;
+      case Word::specialNames: case Word::fileControl: case Word::ioControl: case Word::sourceComputer:
+        if (m_state == State::header && periodAt(i + 1)) add(Mark::environment, i, State::environment);
+        break;
+      case Word::data:
+        if (wordAt(i + 1) == Word::division) add(Mark::data, i, State::data);
+        break;
+      case Word::file: case Word::workingStorage: case Word::localStorage: case Word::linkage:
+      case Word::communication: case Word::report: case Word::screen: case Word::threadLocal:
+        if ((m_state == State::header || m_state == State::environment) && wordAt(i + 1) == Word::section)
+          add(Mark::data, i, State::data);
+        break;
+      case Word::procedure:
+        if (wordAt(i + 1) == Word::division) add(Mark::procedure, i, State::procedure);
+        break;
+      case Word::dfheiblk: case Word::eibtime:
+        if (i > 0 && m_stream.tokens[i - 1].kind == TokenKind::number) declaresExecBlock = true;
+        break;
+      case Word::end: finish(i); break;
+      default: break;
+    }
+  }
+
+  void start(std::uint32_t i, Word word) {
+    std::uint32_t at = i + 1;
+    if (periodAt(at)) ++at;
+    add(Mark::start, i, State::header);
+    m_pending = kNone;
+    name(events.back(), at);
+    events.back().isClass = word == Word::classId;
+  }
+
+  void finish(std::uint32_t i) {
+    const Word what = wordAt(i + 1);
+    if (what != Word::program && what != Word::function && what != Word::class_ && what != Word::method) return;
+    add(Mark::end, i, State::procedure);
+    name(events.back(), i + 2);
+  }
+
+  void name(Event& event, std::uint32_t at) {
+    event.to = at;
+    if (at < m_stream.tokens.size()) {
+      const Token& token = m_stream.tokens[at];
+      if (token.kind == TokenKind::word || token.kind == TokenKind::literal || token.kind == TokenKind::number) {
+        event.name = at;
+        event.to = at + 1;
+        event.key = m_keys.try_emplace(upperCase(m_stream.textOf(token)), static_cast<int>(m_keys.size())).first->second;
+      }
+    }
+    if (periodAt(event.to)) ++event.to;
+  }
+
+  static constexpr std::uint32_t kNone = ~0U;
+  const TokenStream& m_stream;
+  const Words& m_words;
+  std::unordered_map<std::string, int> m_keys;
+  std::uint32_t m_pending = kNone;
+  State m_state = State::header;
+};
+
+/// The file's name without folders and extension, for a source that names no program.
+std::string stemOf(const TokenStream& stream) {
+  if (stream.files.empty()) return "PROGRAM";
+  std::string_view path = stream.files.front().path;
+  if (const auto slash = path.find_last_of("/\\"); slash != std::string_view::npos) path.remove_prefix(slash + 1);
+  if (const auto dot = path.find('.'); dot != std::string_view::npos && dot > 0) path = path.substr(0, dot);
+  return path.empty() ? "PROGRAM" : upperCase(path);
+}
+
+/// Puts the events together into programs.
+class Assembly {
+ public:
+  Assembly(const TokenStream& stream, const Words& words, std::vector<Event>& events, Analysis& analysis,
+           Diagnostics& diagnostics)
+      : m_stream(stream), m_words(words), m_events(events), m_analysis(analysis), m_diagnostics(diagnostics) {
+    m_ends.resize(events.size());
+    m_starts.resize(events.size());
+    for (std::size_t i = events.size(); i-- > 0;) linkEqualNames(i);
+  }
+
+  ProgramStructure run() {
+    for (std::size_t i = 0; i < m_events.size(); ++i) {
+      const Event& event = m_events[i];
+      closePart(event.from);
+      switch (event.mark) {
+        case Mark::start: open(i); break;
+        case Mark::environment: openPart(event.from, DeclarationPart::Kind::environment); break;
+        case Mark::data: openPart(event.from, DeclarationPart::Kind::data); break;
+        case Mark::procedure: openProcedure(event); break;
+        case Mark::end: end(event); break;
+      }
+    }
+    const auto last = static_cast<std::uint32_t>(m_stream.tokens.empty() ? 0 : m_stream.tokens.size() - 1);
+    closePart(last);
+    while (!m_open.empty()) close(last);
+    return std::move(m_result);
+  }
+
+ private:
+  static constexpr std::size_t kNever = ~std::size_t{0};
+  struct Open {
+    int program = 0;
+    std::size_t event = 0;
+    bool isClass = false;
+    bool inProcedure = false; ///< text behind a contained program goes on with procedure text
+  };
+
+  /// m_ends[i], m_starts[i]: the next END and the next start of the same name behind event i.
+  void linkEqualNames(std::size_t i) {
+    const Event& event = m_events[i];
+    m_ends[i] = m_starts[i] = kNever;
+    if (event.key < 0) return;
+    const auto key = static_cast<std::size_t>(event.key);
+    if (key >= m_nextEnd.size()) {
+      m_nextEnd.resize(key + 1, kNever);
+      m_nextStart.resize(key + 1, kNever);
+    }
+    m_ends[i] = m_nextEnd[key];
+    m_starts[i] = m_nextStart[key];
+    if (event.mark == Mark::end) m_nextEnd[key] = i;
+    if (event.mark == Mark::start) m_nextStart[key] = i;
+  }
+
+  /// A program contains what begins before its END, unless a program of its own name begins anew before.
+  bool contains(const Open& outer, std::size_t event) const {
+    const std::size_t finish = m_ends[outer.event];
+    return finish != kNever && finish > event && m_starts[outer.event] > finish;
+  }
+
+  void open(std::size_t i) {
+    const Event& event = m_events[i];
+    while (!m_open.empty() && !contains(m_open.back(), i)) close(event.from);
+    Program program;
+    const bool named = event.name != 0;
+    program.name = named ? upperCase(m_stream.textOf(m_stream.tokens[event.name])) : stemOf(m_stream);
+    program.parent = m_open.empty() ? -1 : m_open.back().program;
+    program.path = program.parent < 0 ? program.name
+                                      : m_analysis.programs[static_cast<std::size_t>(program.parent)].path + "/" + program.name;
+    const std::uint32_t nameToken = named ? event.name : event.from;
+    program.declared = m_stream.tokens[nameToken].position();
+    program.beginToken = event.from;
+    for (std::uint32_t at = event.to; named && at < m_stream.tokens.size(); ++at) {
+      const Token& token = m_stream.tokens[at];
+      if (token.kind == TokenKind::period || token.kind == TokenKind::end || token.has(areaA)) break;
+      if (m_words.of(token) == Word::common) program.common = true;
+    }
+    m_open.push_back({.program = static_cast<int>(m_analysis.programs.size()), .event = i, .isClass = event.isClass});
+    m_analysis.programs.push_back(std::move(program));
+    m_result.nameTokens.push_back(nameToken);
+  }
+
+  Program& current() { return m_analysis.programs[static_cast<std::size_t>(m_open.back().program)]; }
+
+  void openPart(std::uint32_t from, DeclarationPart::Kind kind) {
+    if (m_open.empty()) return;
+    m_result.parts.push_back({.kind = kind, .program = m_open.back().program, .from = from});
+    m_partOpen = true;
+  }
+  void openProcedure(const Event& event) {
+    if (m_open.empty()) return;
+    if (current().procedureToken == 0) current().procedureToken = event.from;
+    m_open.back().inProcedure = true;
+    m_procedureFrom = event.from;
+  }
+  void closePart(std::uint32_t to) {
+    if (m_partOpen) m_result.parts.back().to = to;
+    m_partOpen = false;
+    if (!m_open.empty() && m_open.back().inProcedure && m_procedureFrom < to)
+      current().procedureRanges.emplace_back(m_procedureFrom, to);
+    m_procedureFrom = to;
+  }
+  void close(std::uint32_t to) {
+    current().endToken = to;
+    m_open.pop_back();
+    m_procedureFrom = to;
+  }
+  void end(const Event& event) {
+    auto found = m_open.size();
+    while (found > 0 && m_events[m_open[found - 1].event].key != event.key) --found;
+    if (m_open.empty()) return;
+    if (found == 0) {
+      m_diagnostics.add(Code::DivisionMissing, Severity::warning, m_stream.tokens[event.from].position(),
+                        "END PROGRAM names no open program; the innermost one is closed");
+      found = m_open.size();
+    }
+    while (m_open.size() > found) close(event.from);
+    close(event.to);
+  }
+
+  const TokenStream& m_stream;
+  const Words& m_words;
+  std::vector<Event>& m_events;
+  Analysis& m_analysis;
+  Diagnostics& m_diagnostics;
+  ProgramStructure m_result;
+  std::vector<Open> m_open;
+  std::vector<std::size_t> m_ends, m_starts, m_nextEnd, m_nextStart;
+  std::uint32_t m_procedureFrom = 0;
+  bool m_partOpen = false;
+};
+
+/// Notes which programs hold EXEC CICS; the innermost program around the token counts.
+void markCics(const std::vector<std::uint32_t>& tokens, const Analysis& analysis, ProgramStructure& structure) {
+  structure.usesCics.assign(analysis.programs.size(), false);
+  for (std::size_t p = 0; p < analysis.programs.size(); ++p)
+    for (const auto& [from, to] : analysis.programs[p].procedureRanges) {
+      const auto first = std::lower_bound(tokens.begin(), tokens.end(), from);
+      if (first != tokens.end() && *first < to) structure.usesCics[p] = true;
+    }
+}
+
+} // namespace
+
+ProgramStructure findPrograms(const TokenStream& stream, const Words& words, Analysis& analysis, Diagnostics& diagnostics) {
+  EventScan scan(stream, words);
+  scan.run();
+  analysis.isCobol = !scan.events.empty();
+  if (scan.events.empty()) return {};
+  if (scan.events.front().mark != Mark::start) {
+    diagnostics.add(Code::DivisionMissing, Severity::warning, stream.tokens[scan.events.front().from].position(),
+                    "no PROGRAM-ID; the program takes the name of its file");
+    scan.events.insert(scan.events.begin(), Event{.mark = Mark::start});
+  }
+  auto structure = Assembly(stream, words, scan.events, analysis, diagnostics).run();
+  markCics(scan.m_cics, analysis, structure);
+  structure.declaresExecBlock = scan.declaresExecBlock;
+  return structure;
+}
+
+} // namespace cobol

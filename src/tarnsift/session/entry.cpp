@@ -1,0 +1,33 @@
+#include "platform/component/component.hpp"
+#include "tarnsift/session/engine.hpp"
+#include "tarnsift/workbench/frmMain.hpp"
+
+// The four exported entry points. They forward to the class factory and hold no logic.
+
+namespace {
+
+const std::vector<platform::ServerClass>& servedClasses() {
+  static const std::vector<platform::ServerClass> classes = {
+      {"Tarnsift.TarnsiftEngine", "{6F1B0C52-3C1E-4B0A-9C64-1D7E2A5B9F01}",
+       [] { return platform::Ref<platform::Object>(new tarnsift::TarnsiftEngine); }},
+  };
+  return classes;
+}
+
+} // namespace
+
+extern "C" {
+long DllCanUnloadNow();
+long DllGetClassObject(const char* classId, void** factory);
+long DllRegisterServer();
+long DllUnregisterServer();
+
+/// 0 when nothing of the component is in use, else 1.
+long DllCanUnloadNow() { return platform::serverCanUnloadNow(tarnsift::windowExists() && tarnsift::theWindow().Loaded()); }
+
+long DllGetClassObject(const char* classId, void** factory) { return platform::serverGetClassObject(servedClasses(), classId, factory); }
+
+long DllRegisterServer() { return platform::serverRegister(servedClasses(), reinterpret_cast<const void*>(&DllRegisterServer)); }
+
+long DllUnregisterServer() { return platform::serverUnregister(servedClasses()); }
+}
