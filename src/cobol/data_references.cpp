@@ -37,6 +37,9 @@ Keyword clauseOf(Role role) {
     case Role::fileValue:
     case Role::constantValue:
     case Role::valueConstant: return Keyword::Value;
+    case Role::redefines: return Keyword::Redefines;
+    case Role::renamesFirst:
+    case Role::renamesLast: return Keyword::Renames;
   }
   return Keyword::None;
 }
@@ -84,6 +87,14 @@ void readDataReference(StatementReader& reader, const DataReference& reference) 
   const auto tokens = static_cast<std::uint32_t>(reader.stream().tokens.size());
   if (reference.token >= tokens) return;
   reader.beginStatement(idOf(clauseOf(reference.role)));
+  if (reference.role == Role::redefines || reference.role == Role::renamesFirst || reference.role == Role::renamesLast) {
+    if (reference.target >= 0) reader.touch(static_cast<std::uint32_t>(reference.target), reference.token, Access::named);
+    return;
+  }
+  if (reference.name != 0) {
+    reader.touchPlaced(reference.name, reference.token, reference.at);
+    return;
+  }
   reader.open(reference.token, tokens);
   const bool inTable = reference.role == Role::tableKey;
   reader.prefer(inTable ? reference.construct : -1, reference.file);

@@ -185,27 +185,9 @@ class ProcedureText {
 
 /// EXEC text among the declarations: cursors and tables that SQL declares.
 void readDeclaredExec(StatementReader& reader, std::uint32_t from, std::uint32_t to) {
-  const auto& tokens = reader.stream().tokens;
-  for (std::uint32_t i = from; i < to; ++i) {
-    const Keyword word = keywordOf(tokens[i].text);
-    if (tokens[i].kind != TokenKind::word || (word != Keyword::Exec && word != Keyword::Execute)) continue;
-    if (!tokens[i].has(TokenFlag::inExec)) continue;
-    reader.open(i + 1, to);
-    reader.beginStatement(tokens[i].text);
-    readExec(reader);
-    i = std::max(i, reader.index() - 1);
-  }
-}
-
-/// Where the declarations of a program end: at its procedure text, at the first program it contains or at its end.
-std::uint32_t endOfDeclarations(const Analysis& analysis, std::size_t program) {
-  const Program& own = analysis.programs[program];
-  if (own.procedureToken != 0) return own.procedureToken;
-  std::uint32_t end = own.endToken;
-  for (std::size_t p = program + 1; p < analysis.programs.size() && analysis.programs[p].beginToken < own.endToken; ++p) {
-    end = std::min(end, analysis.programs[p].beginToken);
-  }
-  return end;
+  reader.open(from, to);
+  reader.beginStatement(idOf(Keyword::Exec));
+  if (reader.accept(Keyword::Exec) || reader.accept(Keyword::Execute)) readExec(reader);
 }
 
 } // namespace
@@ -223,7 +205,8 @@ void readProcedures(const TokenStream& stream, const Options&, Analysis& analysi
     reader.resolver().enterProgram(static_cast<int>(p));
     for (const std::size_t i : references[p]) readDataReference(reader, analysis.references[i]);
     relateSlots(reader);
-    readDeclaredExec(reader, analysis.programs[p].beginToken, endOfDeclarations(analysis, p));
+    const auto declaredExec = analysis.programs[p].execRanges;
+    for (const auto& [from, to] : declaredExec) readDeclaredExec(reader, from, to);
     const auto ranges = analysis.programs[p].procedureRanges;
     for (const auto& [from, to] : ranges) text.read(from, to);
   }

@@ -93,6 +93,10 @@ void StatementReader::lookUp(Operand& operand, NameId name, Demand demand) {
   operand.count = static_cast<std::uint32_t>(m_pool.size()) - operand.first;
   if (operand.count == 0) {
     if (demand == Demand::declared) return;
+    if (m_resolver.isOtherName(name)) {
+      operand.sort = Operand::Sort::literal; // a symbolic character
+      return;
+    }
     operand.count = 1;
     m_pool.push_back(m_resolver.undeclared(name, m_qualifiers, operand.token));
     diagnose(Code::Unresolved, Severity::warning, operand.token,

@@ -14,37 +14,6 @@ constexpr std::size_t kMaxCandidates = 256;
 
 std::uint64_t keyOf(int program, NameId name) { return (static_cast<std::uint64_t>(program) << 32) | name; }
 
-/// A name inside a KVID: what a COBOL word cannot hold is written as hexadecimal.
-std::string kvidPart(std::string_view name) {
-  constexpr std::string_view kHex = "0123456789ABCDEF";
-  std::string out;
-  for (const char c : name) {
-    const bool plain = (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' || c == '_' || c == '?';
-    if (plain) {
-      out += c;
-    } else {
-      const auto byte = static_cast<unsigned char>(c);
-      out += '=';
-      out += kHex[byte >> 4];
-      out += kHex[byte & 15U];
-    }
-  }
-  return out;
-}
-
-std::string shortened(std::string kvid) {
-  constexpr std::size_t kLongest = 200;
-  constexpr std::size_t kKept = 120;
-  if (kvid.size() <= kLongest) return kvid;
-  std::uint64_t hash = 0xcbf29ce484222325U;
-  for (const char c : kvid) hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001b3U;
-  constexpr std::string_view kHex = "0123456789ABCDEF";
-  kvid.resize(kKept);
-  kvid += '~';
-  for (int shift = 60; shift >= 0; shift -= 4) kvid += kHex[(hash >> shift) & 15U];
-  return kvid;
-}
-
 } // namespace
 
 Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
@@ -193,21 +162,34 @@ int Resolver::findFile(NameId name) const {
   return -1;
 }
 
-std::uint32_t Resolver::make(Construct construct) {
-  construct.kvid = shortened(std::move(construct.kvid));
-  const auto index = static_cast<std::uint32_t>(m_analysis.constructs.size());
-  const auto [known, isNew] = m_made.try_emplace(construct.kvid, index);
-  if (!isNew) return known->second;
-  if (construct.kind == Kind::specialRegister) {
-    construct.offset = nextBase();
-    m_base = construct.offset + construct.size;
-  } else {
-    construct.offset = nextNegative();
+bool Resolver::isOtherName(NameId name) const {
+  for (int p = m_program; p >= 0; p = m_analysis.programs[static_cast<std::size_t>(p)].parent) {
+    const auto& names = m_analysis.programs[static_cast<std::size_t>(p)].otherNames;
+    if (std::find(names.begin(), names.end(), name) != names.end()) return true;
   }
+  return false;
+}
+
+std::uint32_t Resolver::make(Kind kind, std::string name, std::uint32_t token) {
+  const auto index = static_cast<std::uint32_t>(m_analysis.constructs.size());
+  std::string key = std::to_string(m_program) + static_cast<char>(kind) + name;
+  const auto [known, isNew] = m_made.try_emplace(std::move(key), index);
+  if (!isNew) return known->second;
+  Construct made;
+  made.name = std::move(name);
+  made.kind = kind;
+  made.program = m_program;
+  made.flags = kind == Kind::undeclared ? ConstructFlag::undeclaredName : ConstructFlag::implicit_;
+  made.declared = m_stream.tokens[token].position();
+  made.token = token;
+  append(std::move(made));
+  return index;
+}
+
+void Resolver::append(Construct construct) {
   m_names.push_back(0);
   m_next.push_back(kNone);
   m_analysis.constructs.push_back(std::move(construct));
-  return index;
 }
 
 std::uint32_t Resolver::specialRegister(NameId name) {
@@ -215,83 +197,40 @@ std::uint32_t Resolver::specialRegister(NameId name) {
   while (m_analysis.programs[static_cast<std::size_t>(outermost)].parent >= 0) {
     outermost = m_analysis.programs[static_cast<std::size_t>(outermost)].parent;
   }
-  const auto [known, isNew] = m_registers.try_emplace(keyOf(outermost, name), 0);
+  const auto index = static_cast<std::uint32_t>(m_analysis.constructs.size());
+  const auto [known, isNew] = m_registers.try_emplace(keyOf(outermost, name), index);
   if (!isNew) return known->second;
   const Program& program = m_analysis.programs[static_cast<std::size_t>(outermost)];
   Construct made;
   made.name = m_stream.names.text(name);
-  made.kvid = program.path + ":!REG." + made.name;
   made.kind = Kind::specialRegister;
   made.program = outermost;
   if (const auto shape = registerShape(keywordOf(name))) {
     made.picture = shape->picture;
     made.usage = shape->usage;
-    made.size = made.length = shape->bytes;
+    made.length = shape->bytes;
     made.digits = shape->digits;
     made.isSigned = shape->picture.starts_with('S');
   }
   made.flags = ConstructFlag::implicit_;
   made.declared = program.declared;
-  known->second = make(std::move(made));
-  return known->second;
+  made.token = program.beginToken;
+  append(std::move(made));
+  return index;
 }
 
 std::uint32_t Resolver::undeclared(NameId name, std::span<const NameId> qualifiers, std::uint32_t token) {
-  const Program& program = m_analysis.programs[static_cast<std::size_t>(m_program)];
-  Construct made;
-  made.name = m_stream.names.text(name);
-  made.kvid = program.path + ":?";
-  for (auto i = qualifiers.rbegin(); i != qualifiers.rend(); ++i) made.kvid += kvidPart(m_stream.names.text(*i)) + '.';
-  made.kvid += kvidPart(made.name);
-  made.kind = Kind::undeclared;
-  made.program = m_program;
-  made.flags = ConstructFlag::undeclaredName;
-  made.declared = m_stream.tokens[token].position();
-  made.token = token;
-  return make(std::move(made));
+  std::string written(m_stream.names.text(name));
+  for (const NameId qualifier : qualifiers) written += " OF " + std::string(m_stream.names.text(qualifier));
+  return make(Kind::undeclared, std::move(written), token);
 }
 
 std::uint32_t Resolver::callSlot(std::string_view program, int k, std::uint32_t token) {
-  const std::string slot = k < 0 ? "CA" : std::to_string(k);
-  Construct made;
-  made.name = std::string(program) + '(' + slot + ')';
-  made.kvid = m_analysis.programs[static_cast<std::size_t>(m_program)].path + ":!CALL." + kvidPart(program) + '.' + slot;
-  made.kind = Kind::callSlot;
-  made.program = m_program;
-  made.flags = ConstructFlag::implicit_;
-  made.declared = m_stream.tokens[token].position();
-  made.token = token;
-  return make(std::move(made));
+  return make(Kind::callSlot, std::string(program) + '(' + (k < 0 ? "CA" : std::to_string(k)) + ')', token);
 }
 
 std::uint32_t Resolver::fileSlot(std::string_view name, std::uint32_t token) {
-  Construct made;
-  made.name = name;
-  made.kvid = m_analysis.programs[static_cast<std::size_t>(m_program)].path + ":!FILE." + kvidPart(name);
-  made.kind = Kind::fileSlot;
-  made.program = m_program;
-  made.flags = ConstructFlag::implicit_;
-  made.declared = m_stream.tokens[token].position();
-  made.token = token;
-  return make(std::move(made));
-}
-
-std::int64_t Resolver::nextBase() {
-  constexpr std::int64_t kAlignment = 16;
-  if (m_base < 0) {
-    m_base = 0;
-    for (const Construct& c : m_analysis.constructs) {
-      if (c.hasStorage()) m_base = std::max(m_base, c.offset + c.size);
-    }
-  }
-  return (m_base + 2 * kAlignment - 1) / kAlignment * kAlignment;
-}
-
-std::int64_t Resolver::nextNegative() {
-  if (m_negative == 0) {
-    for (const Construct& c : m_analysis.constructs) m_negative = std::min(m_negative, c.offset);
-  }
-  return --m_negative;
+  return make(Kind::fileSlot, std::string(name), token);
 }
 
 } // namespace cobol

@@ -31,6 +31,8 @@ class Resolver {
   /// Appends the ancestors that the qualifiers name, one for each; -1 where a file's name was meant.
   void ancestors(std::uint32_t construct, std::span<const NameId> qualifiers, std::vector<int>& found) const;
 
+  /// Whether SPECIAL-NAMES gives the name to something that is no construct: a mnemonic, class, alphabet, character.
+  bool isOtherName(NameId name) const;
   /// The file, report or communication description of that name as the program sees it; -1: none.
   int findFile(NameId name) const;
 
@@ -51,9 +53,8 @@ class Resolver {
   bool matches(std::uint32_t construct, std::span<const NameId> qualifiers, bool& whole) const;
   bool isGlobal(std::uint32_t construct) const;
   std::uint32_t specialRegister(NameId name);
-  std::uint32_t make(Construct construct);
-  std::int64_t nextBase();
-  std::int64_t nextNegative();
+  std::uint32_t make(Kind kind, std::string name, std::uint32_t token);
+  void append(Construct construct);
 
   const TokenStream& m_stream;
   Analysis& m_analysis;
@@ -65,10 +66,8 @@ class Resolver {
   std::vector<std::uint32_t> m_head;                    ///< by name id: first construct of the program entered
   Chain m_globalHead;                                   ///< program and name: first, for programs that contain others
   std::unordered_map<std::uint64_t, int> m_files;       ///< program and name
-  std::unordered_map<std::string, std::uint32_t> m_made; ///< by KVID
+  std::unordered_map<std::string, std::uint32_t> m_made; ///< by program, kind and name
   std::unordered_map<std::uint64_t, std::uint32_t> m_registers; ///< outermost program and name
-  std::int64_t m_base = -1;
-  std::int64_t m_negative = 0;
 };
 
 } // namespace cobol

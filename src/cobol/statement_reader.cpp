@@ -187,6 +187,15 @@ void StatementReader::touch(const Operand& operand, Access access) {
   for (std::uint32_t k = 0; k < operand.count; ++k) touch(candidate(operand, k), operand.token, access);
 }
 
+void StatementReader::touchPlaced(NameId name, std::uint32_t token, Position at) {
+  std::vector<std::uint32_t> found;
+  m_resolver.find(name, {}, found);
+  for (const std::uint32_t construct : found) {
+    touch(construct, token, Access::read);
+    m_placed.try_emplace({token, construct}, at);
+  }
+}
+
 Operand StatementReader::operandOf(std::uint32_t construct, std::uint32_t token) {
   Operand made{Operand::Sort::item, token, static_cast<std::uint32_t>(m_pool.size()), 1};
   m_pool.push_back(construct);
@@ -301,7 +310,12 @@ void StatementReader::finish() {
   for (std::size_t i = 0; i < m_noted.size(); ++i) {
     const Noted& n = m_noted[i];
     const bool again = i > 0 && m_noted[i - 1].token == n.token && m_noted[i - 1].construct == n.construct;
-    if (!again) m_analysis.instances.push_back({n.construct, n.access, m_stream.tokens[n.token].position(), n.verb});
+    if (again) continue;
+    Position at = m_stream.tokens[n.token].position();
+    if (m_stream.tokens[n.token].kind == TokenKind::picture) {
+      if (const auto placed = m_placed.find({n.token, n.construct}); placed != m_placed.end()) at = placed->second;
+    }
+    m_analysis.instances.push_back({n.construct, n.access, at, n.verb});
   }
   m_relations.finish();
 }

@@ -2,8 +2,10 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "cobol/analysis.hpp"
@@ -108,6 +110,8 @@ class StatementReader {
   void readAll(Access access, Demand demand = Demand::dataName);
   void touch(const Operand& operand, Access access);
   void touch(std::uint32_t construct, std::uint32_t token, Access access);
+  /// A name inside a token, such as a constant in a PICTURE; it is read if it is declared.
+  void touchPlaced(NameId name, std::uint32_t token, Position at);
   std::uint32_t candidate(const Operand& operand, std::uint32_t k) const { return m_pool[operand.first + k]; }
   const Construct& construct(std::uint32_t index) const { return m_analysis.constructs[index]; }
   /// Among several candidates for the next names those subordinate to the construct or belonging to the file win; -1: none.
@@ -248,6 +252,7 @@ class StatementReader {
   std::vector<NameId> m_qualifiers;
   std::vector<std::uint32_t> m_qualifierTokens;
   std::vector<Noted> m_noted;
+  std::map<std::pair<std::uint32_t, std::uint32_t>, Position> m_placed; ///< token and construct: where inside the token
   std::vector<int> m_ancestors;
   NameId m_power = 0;
   NameId m_inlineMethod = 0;
