@@ -41,7 +41,7 @@ std::vector<std::string> linesOf(const Analysis& analysis) {
 TEST(Analyse, StagesWorkTogether) {
   EXPECT_THAT(linesOf(analyse(kProgram, {}, kBooks)),
               ::testing::ElementsAre("PAY:IN-REC 9 <1/1:11>", "PAY:IN-REC.IN-NAME 9 <1/2:14>", "PAY:OUT-REC 9 <1/1:11>",
-                                     "PAY:OUT-REC.OUT-NAME 9 <1/2:14>", "IN-NAME Move OUT-NAME <0/8:12>", "IN-NAME R <0/8:17>",
+                                     "PAY:OUT-REC.OUT-NAME 9 <1/2:14>", "IN-NAME Move OUT-NAME <0/8:17>", "IN-NAME R <0/8:17>",
                                      "OUT-NAME W <0/8:28>", "COPY REC <0/5:13>", "COPY REC <0/6:13>"));
 }
 
