@@ -1,0 +1,63 @@
+#include "orvane/criteria/criterion.hpp"
+
+#include <fmt/format.h>
+
+#include "platform/runtime/error.hpp"
+#include "platform/runtime/text.hpp"
+
+namespace orvane {
+
+namespace {
+
+constexpr CriterionKind kKinds[] = {
+    {"Names", "", "pattern", "Names:*ACCT*", false, namesLike},
+    {"Declaration", "Level", "level number or range", "Declaration:Level 1-5", false, levelIs},
+    {"Declaration", "Picture", "pattern", "Declaration:Picture 9(6)", false, pictureLike},
+    {"Declaration", "Usage", "usage or pattern", "Declaration:Usage COMP-3", false, usageIs},
+    {"Declaration", "Size", "bytes or range", "Declaration:Size 6-8", false, sizeIs},
+    {"Declaration", "Kind", "kind", "Declaration:Kind call-slot", true, kindIs},
+    {"Use", "Unused", "", "Use:Unused", false, isUnused},
+    {"Use", "ReadOnly", "", "Use:ReadOnly", false, isReadOnly},
+    {"Use", "WrittenOnly", "", "Use:WrittenOnly", false, isWrittenOnly},
+    {"Use", "FileRecord", "", "Use:FileRecord", false, isInFileRecord},
+    {"Use", "Call", "", "Use:Call", false, isPassedToCall},
+    {"Use", "Embedded", "", "Use:Embedded", false, isInEmbeddedStatement},
+};
+
+bool isHidden(const ConstructRecord& record) {
+  const auto kind = static_cast<cobol::Kind>(record.kind);
+  return kind == cobol::Kind::filler || kind == cobol::Kind::callSlot || kind == cobol::Kind::fileSlot;
+}
+
+std::string knownNames() {
+  std::vector<std::string> names;
+  for (const auto& kind : kKinds) names.emplace_back(kind.example);
+  return platform::joined(names, ", ");
+}
+
+} // namespace
+
+std::span<const CriterionKind> criterionKinds() { return kKinds; }
+
+Criterion criterionNamed(const std::string& name) {
+  const auto colon = name.find(':');
+  const std::string tab = name.substr(0, colon);
+  const std::string rest = colon == std::string::npos ? "" : name.substr(colon + 1);
+  const auto blank = rest.find(' ');
+  for (const CriterionKind& kind : kKinds) {
+    if (!platform::equalsIgnoringCase(kind.tab, tab)) continue;
+    if (!kind.word.empty() && !platform::equalsIgnoringCase(kind.word, rest.substr(0, blank))) continue;
+    const std::string argument = kind.word.empty() ? rest : blank == std::string::npos ? "" : std::string(platform::trimmed(rest.substr(blank)));
+    if (argument.empty() != kind.argument.empty())
+      throw platform::Error(kind.argument.empty() ? fmt::format("the criterion '{}' takes nothing more", name)
+                                                  : fmt::format("the criterion '{}' needs a {}, as in {}", name, kind.argument, kind.example));
+    Criterion matches = kind.make(argument);
+    if (kind.asksForKind) return matches;
+    return [matches = std::move(matches)](const StoreData& data, std::uint32_t construct) {
+      return !isHidden(data.constructs[construct]) && matches(data, construct);
+    };
+  }
+  throw platform::Error(fmt::format("there is no criterion '{}'; examples of all: {}", name, knownNames()));
+}
+
+} // namespace orvane
