@@ -1,0 +1,186 @@
+// Reading of one reference: name, qualifiers, subscripts and reference modification. Subscripts nest, so open
+// parentheses stand on a stack of their own.
+#include <span>
+
+#include "cobol/statement_reader.hpp"
+
+namespace cobol {
+
+Operand StatementReader::operand(Demand demand) {
+  const Keyword word = keyword();
+  const bool length = word == Keyword::Length || word == Keyword::ByteLength;
+  if ((length || (word == Keyword::Address && keyword(1) == Keyword::Of)) && !m_resolver.isDeclared(token().text)) {
+    ++m_at;
+    accept(Keyword::Of);
+    Operand result = plainOperand(demand);
+    if (result.isItem()) result.sort = length ? Operand::Sort::lengthOf : Operand::Sort::addressOf;
+    return result;
+  }
+  return plainOperand(demand);
+}
+
+Operand StatementReader::plainOperand(Demand demand) {
+  if (atConstant()) {
+    const Operand constant{Operand::Sort::literal, m_at, 0, 0};
+    if (at(Keyword::All) || token().kind == TokenKind::symbol) ++m_at;
+    ++m_at;
+    while (atSymbol('&') && token(1).kind == TokenKind::literal) m_at += 2;
+    return constant;
+  }
+  if (!atName() || atBoundary()) return {};
+  if ((token().text == m_responseCode || token().text == m_cicsValue) && isSymbol(token(1), '(')) {
+    const Operand constant{Operand::Sort::literal, m_at, 0, 0};
+    while (!atEnd() && !atSymbol(')') && token().kind != TokenKind::period) ++m_at;
+    acceptSymbol(')');
+    return constant;
+  }
+  const Operand result = named(demand);
+  if (atSymbol('(')) parentheses(result);
+  return result;
+}
+
+Operand StatementReader::read(Access access, Demand demand) {
+  const Operand result = operand(demand);
+  touch(result, access);
+  return result;
+}
+
+void StatementReader::readAll(Access access, Demand demand) {
+  while (atOperand()) {
+    const std::uint32_t before = m_at;
+    read(access, demand);
+    if (m_at == before) break;
+  }
+}
+
+Operand StatementReader::named(Demand demand) {
+  Operand result;
+  result.token = m_at;
+  const NameId name = token().text;
+  ++m_at;
+  m_qualifiers.clear();
+  m_qualifierTokens.clear();
+  while ((at(Keyword::Of) || at(Keyword::In)) && token(1).kind == TokenKind::word) {
+    m_qualifiers.push_back(token(1).text);
+    m_qualifierTokens.push_back(m_at + 1);
+    m_at += 2;
+  }
+  lookUp(result, name, demand);
+  return result;
+}
+
+Operand StatementReader::hostVariable() {
+  Operand result;
+  result.token = m_at;
+  m_qualifiers.clear();
+  m_qualifierTokens.clear();
+  while (text(token(1)) == "." && token(1).kind == TokenKind::symbol && token(2).kind == TokenKind::word) {
+    m_qualifiers.insert(m_qualifiers.begin(), token().text);
+    m_qualifierTokens.insert(m_qualifierTokens.begin(), m_at);
+    m_at += 2;
+    result.token = m_at;
+  }
+  const NameId name = token().text;
+  ++m_at;
+  lookUp(result, name, Demand::dataName);
+  if (atSymbol('(') && token().has(TokenFlag::joined)) parentheses(result);
+  return result;
+}
+
+void StatementReader::lookUp(Operand& operand, NameId name, Demand demand) {
+  operand.first = static_cast<std::uint32_t>(m_pool.size());
+  m_resolver.find(name, m_qualifiers, m_pool);
+  operand.count = static_cast<std::uint32_t>(m_pool.size()) - operand.first;
+  if (operand.count == 0) {
+    if (demand == Demand::declared) return;
+    if (m_resolver.isOtherName(name)) {
+      operand.sort = Operand::Sort::literal; // a symbolic character
+      return;
+    }
+    operand.count = 1;
+    m_pool.push_back(m_resolver.undeclared(name, m_qualifiers, operand.token));
+    diagnose(Code::Unresolved, Severity::warning, operand.token,
+             std::string(m_stream.names.text(name)) + " is not declared");
+  }
+  operand.sort = Operand::Sort::item;
+  if (operand.count > 1 && (m_preferredParent >= 0 || m_preferredFile >= 0)) narrow(operand);
+  if (operand.count > 1) {
+    diagnose(Code::Ambiguous, Severity::warning, operand.token,
+             std::string(m_stream.names.text(name)) + " can mean " + std::to_string(operand.count) +
+                 " declarations; the use counts for each");
+  }
+  if (m_qualifiers.empty()) return;
+  for (std::uint32_t k = 0; k < operand.count; ++k) {
+    m_ancestors.clear();
+    m_resolver.ancestors(candidate(operand, k), m_qualifiers, m_ancestors);
+    for (std::size_t q = 0; q < m_ancestors.size(); ++q) {
+      if (m_ancestors[q] >= 0) touch(static_cast<std::uint32_t>(m_ancestors[q]), m_qualifierTokens[q], Access::named);
+    }
+  }
+}
+
+void StatementReader::narrow(Operand& operand) {
+  std::uint32_t kept = 0;
+  for (std::uint32_t k = 0; k < operand.count; ++k) {
+    const std::uint32_t found = candidate(operand, k);
+    bool belongs = m_preferredFile >= 0 && m_resolver.fileOf(found) == m_preferredFile;
+    for (int up = static_cast<int>(found); up >= 0 && !belongs && m_preferredParent >= 0; up = construct(static_cast<std::uint32_t>(up)).parent) {
+      belongs = up == m_preferredParent;
+    }
+    if (belongs) m_pool[operand.first + kept++] = found;
+  }
+  if (kept == 0) return;
+  operand.count = kept;
+  m_pool.resize(operand.first + kept);
+}
+
+bool StatementReader::openParenthesis(const Operand& base) {
+  if (!acceptSymbol('(')) return false;
+  m_parentheses.push_back({Parenthesis::Sort::subscript, false, base, static_cast<std::uint32_t>(m_pending.size())});
+  return true;
+}
+
+void StatementReader::closeParenthesis() {
+  const Parenthesis closed = m_parentheses.back();
+  m_parentheses.pop_back();
+  if (closed.sort == Parenthesis::Sort::group) return;
+  const RelationKind kind = closed.sawColon ? RelationKind::Position : RelationKind::Subscript;
+  for (std::size_t i = closed.pending; i < m_pending.size(); ++i) relate(kind, m_pending[i], closed.base);
+  m_pending.resize(closed.pending);
+  openParenthesis(closed.base);
+}
+
+void StatementReader::parentheses(const Operand& base) {
+  m_parentheses.clear();
+  m_pending.clear();
+  openParenthesis(base);
+  while (!m_parentheses.empty()) {
+    if (acceptSymbol(')')) {
+      closeParenthesis();
+    } else if (acceptSymbol('(')) {
+      m_parentheses.push_back({});
+    } else if (acceptSymbol(':')) {
+      m_parentheses.back().sawColon = true;
+    } else if (atBoundary()) {
+      return; // never closed: what was read inside stays
+    } else if (at(Keyword::Function)) {
+      m_at += 2;
+      if (acceptSymbol('(')) m_parentheses.push_back({});
+    } else if ((at(Keyword::Length) || at(Keyword::Address) || at(Keyword::ByteLength)) && keyword(1) == Keyword::Of) {
+      m_at += 2;
+      if (!atName()) continue;
+      const Operand named_ = named(Demand::dataName);
+      touch(named_, Access::named);
+      openParenthesis(named_);
+    } else if (atName() && !isImpliedFunction()) {
+      const Operand inner = named(Demand::dataName);
+      touch(inner, Access::read);
+      m_pending.push_back(inner);
+      openParenthesis(inner);
+    } else {
+      ++m_at; // a number, an operator, ALL, the name of a function
+    }
+  }
+}
+
+} // namespace cobol

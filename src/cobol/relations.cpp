@@ -1,0 +1,281 @@
+#include "cobol/relations.hpp"
+
+#include <algorithm>
+#include <set>
+#include <string>
+#include <string_view>
+#include <tuple>
+
+namespace cobol {
+
+namespace {
+
+constexpr std::size_t kPairsPerMove = 4096;
+constexpr std::size_t kPairsPerSource = 8'000'000;
+constexpr std::size_t kCachedPairs = 1'000'000;
+constexpr std::size_t kLeavesPerItem = 20'000;
+constexpr std::size_t kStepsPerMove = 2'000'000;
+
+/// A copybook that is copied twice gives the same place twice, not side by side.
+void dropRepeats(std::vector<cobol::Position>& sites) {
+  if (sites.size() < 2) return;
+  std::set<cobol::Position> seen;
+  std::erase_if(sites, [&](const cobol::Position& at) { return !seen.insert(at).second; });
+}
+
+std::uint64_t endsOf(std::uint32_t from, std::uint32_t to) { return (std::uint64_t{from} << 32) | to; }
+
+} // namespace
+
+const std::vector<RelationKindInfo>& relationKinds() {
+  using enum RelationKind;
+  static const std::vector<RelationKindInfo> kinds = {
+      {Move, "Move", Affinity::high},
+      {PartMove, "PartMove", Affinity::high},
+      {OverlapMove, "OverlapMove", Affinity::low},
+      {GroupMove, "GroupMove", Affinity::low},
+      {Addition, "Addition", Affinity::high},
+      {Computation, "Computation", Affinity::low},
+      {Comparison, "Comparison", Affinity::high},
+      {Condition, "Condition", Affinity::high},
+      {Redefinition, "Redefinition", Affinity::low},
+      {Renaming, "Renaming", Affinity::low},
+      {Overlay, "Overlay", Affinity::high},
+      {Address, "Address", Affinity::high},
+      {Pointer, "Pointer", Affinity::low},
+      {Index, "Index", Affinity::low},
+      {Subscript, "Subscript", Affinity::low},
+      {RelationKind::Position, "Position", Affinity::low},
+      {Dependence, "Dependence", Affinity::low},
+      {Length, "Length", Affinity::low},
+      {Key, "Key", Affinity::low},
+      {FileStatus, "FileStatus", Affinity::low},
+      {Read, "Read", Affinity::high},
+      {Write, "Write", Affinity::high},
+      {Sort, "Sort", Affinity::low},
+      {String, "String", Affinity::low},
+      {Unstring, "Unstring", Affinity::low},
+      {Tally, "Tally", Affinity::low},
+      {Inspection, "Inspection", Affinity::low},
+      {Argument, "Argument", Affinity::high},
+      {Parameter, "Parameter", Affinity::high},
+      {RecordSlot, "RecordSlot", Affinity::low},
+      {ExecKey, "ExecKey", Affinity::low},
+  };
+  return kinds;
+}
+
+void Relations::add(RelationKind kind, std::uint32_t from, std::uint32_t to, std::uint32_t site) {
+  if (from != to) m_entries.push_back({endsOf(from, to), site, kind});
+}
+
+bool Relations::isElementary(std::uint32_t construct) const { return !m_analysis.constructs[construct].isGroup(); }
+
+void Relations::addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site) {
+  if (from == to) return;
+  if (isElementary(from) && isElementary(to)) {
+    add(RelationKind::Move, from, to, site);
+    return;
+  }
+  const Construct& a = m_analysis.constructs[from];
+  const Construct& b = m_analysis.constructs[to];
+  if (!a.hasStorage() || !b.hasStorage()) {
+    add(RelationKind::Move, from, to, site);
+    return;
+  }
+  // A group of one elementary item of the full length is that item under another name.
+  const Construct& group = a.isGroup() ? a : b;
+  const Construct& other = a.isGroup() ? b : a;
+  const Construct& only = m_analysis.constructs[static_cast<std::size_t>(group.firstChild)];
+  const bool sameShape = !other.isGroup() && !only.isGroup() && only.nextSibling < 0 && !only.repeats &&
+                         only.kind != Kind::filler && only.length == other.length;
+  add(sameShape ? RelationKind::Move : RelationKind::GroupMove, from, to, site);
+  addLeaves(from, to, site);
+}
+
+void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) const {
+  const auto& constructs = m_analysis.constructs;
+  if (!constructs[item].isGroup()) {
+    leaves.push_back({0, constructs[item].length, item});
+    return;
+  }
+  struct Open {
+    int construct;
+    std::int64_t begin;
+    std::uint64_t copies; ///< how often the enclosing tables repeat it
+  };
+  std::vector<Open> open;
+  const std::int64_t origin = constructs[item].position;
+  const auto push = [&](int group, std::int64_t begin, std::uint64_t copies) {
+    const std::int64_t from = constructs[static_cast<std::size_t>(group)].position;
+    for (int child = constructs[static_cast<std::size_t>(group)].firstChild; child >= 0;
+         child = constructs[static_cast<std::size_t>(child)].nextSibling) {
+      const Construct& c = constructs[static_cast<std::size_t>(child)];
+      open.push_back({child, begin + c.position - from, copies});
+    }
+  };
+  push(static_cast<int>(item), constructs[item].position, 1);
+  while (!open.empty()) {
+    const Open next = open.back();
+    open.pop_back();
+    const Construct& c = constructs[static_cast<std::size_t>(next.construct)];
+    if (!c.hasStorage() || (c.kind == Kind::filler && !c.isGroup())) continue;
+    const std::uint64_t copies = next.copies * std::max<std::uint32_t>(1, c.occurs);
+    const std::int64_t begin = next.begin - origin;
+    // Past the limit a table counts as the span of its first occurrence's place to its last one's end.
+    const bool spanOnly = copies > kLeavesPerItem || leaves.size() + open.size() + c.occurs > kLeavesPerItem;
+    if (!c.isGroup() && spanOnly) {
+      leaves.push_back({begin, begin + c.size, static_cast<std::uint32_t>(next.construct)});
+      continue;
+    }
+    const std::uint32_t times = spanOnly ? 1 : std::max<std::uint32_t>(1, c.occurs);
+    for (std::uint32_t k = 0; k < times; ++k) {
+      if (c.isGroup()) {
+        push(next.construct, next.begin + k * c.length, copies);
+      } else {
+        leaves.push_back({begin + k * c.length, begin + (k + 1) * c.length, static_cast<std::uint32_t>(next.construct)});
+      }
+    }
+  }
+}
+
+std::vector<Relations::Pair> Relations::align(std::uint32_t from, std::uint32_t to, bool& capped) {
+  std::vector<Leaf> left;
+  std::vector<Leaf> right;
+  collectLeaves(from, left);
+  collectLeaves(to, right);
+  const auto byBegin = [](const Leaf& a, const Leaf& b) {
+    return std::tie(a.begin, a.end, a.construct) < std::tie(b.begin, b.end, b.construct);
+  };
+  std::sort(left.begin(), left.end(), byBegin);
+  std::sort(right.begin(), right.end(), byBegin);
+  // Redefinitions make leaves of one side overlap each other: the greatest end so far tells where a search must start.
+  std::vector<std::int64_t> reach(right.size());
+  for (std::size_t i = 0; i < right.size(); ++i) reach[i] = std::max(right[i].end, i == 0 ? 0 : reach[i - 1]);
+
+  std::vector<Pair> pairs;
+  std::size_t steps = 0;
+  for (const Leaf& a : left) {
+    auto i = static_cast<std::size_t>(std::upper_bound(reach.begin(), reach.end(), a.begin) - reach.begin());
+    for (; i < right.size() && right[i].begin < a.end; ++i) {
+      const Leaf& b = right[i];
+      if (++steps > kStepsPerMove) break;
+      if (b.end <= a.begin || a.construct == b.construct) continue;
+      pairs.push_back({a.construct, b.construct, a.begin == b.begin && a.end == b.end});
+    }
+  }
+  std::sort(pairs.begin(), pairs.end(), [](const Pair& a, const Pair& b) {
+    return std::tie(a.from, a.to, b.exact) < std::tie(b.from, b.to, a.exact);
+  });
+  pairs.erase(std::unique(pairs.begin(), pairs.end(),
+                          [](const Pair& a, const Pair& b) { return a.from == b.from && a.to == b.to; }),
+              pairs.end());
+  capped = pairs.size() > kPairsPerMove || steps > kStepsPerMove;
+  if (capped) pairs.clear();
+  return pairs;
+}
+
+void Relations::addLeaves(std::uint32_t from, std::uint32_t to, std::uint32_t site) {
+  if (!m_analysis.constructs[from].hasStorage() || !m_analysis.constructs[to].hasStorage()) return;
+  if (isElementary(from) && isElementary(to)) return;
+  if (m_alignedPairs > kCachedPairs) {
+    m_aligned.clear();
+    m_alignedPairs = 0;
+  }
+  const auto [found, isNew] = m_aligned.try_emplace(endsOf(from, to));
+  if (isNew) {
+    bool capped = false;
+    found->second = align(from, to, capped);
+    m_alignedPairs += found->second.size() + 1;
+    if (capped) {
+      m_diagnostics.add(Code::PairsCapped, Severity::information, m_stream.tokens[site].position(),
+                        "more than 4096 parts of " + m_analysis.constructs[from].name + " meet parts of " +
+                            m_analysis.constructs[to].name + "; only the move of the whole is kept");
+    }
+  }
+  if (m_leafEntries > kPairsPerSource) return;
+  m_leafEntries += found->second.size();
+  if (m_leafEntries > kPairsPerSource) {
+    m_diagnostics.add(Code::PairsCapped, Severity::warning, m_stream.tokens[site].position(),
+                      "too many parts of groups are moved; from here on only the moves of whole groups are kept");
+    return;
+  }
+  for (const Pair& pair : found->second) {
+    add(pair.exact ? RelationKind::PartMove : RelationKind::OverlapMove, pair.from, pair.to, site);
+  }
+}
+
+bool Relations::takesPart(const Construct& c) const {
+  return c.kind != Kind::filler && c.hasStorage() && c.redefines < 0 && !c.repeats && c.usage != "INDEX" &&
+         c.usage.find("POINTER") == std::string::npos;
+}
+
+void Relations::addCorresponding(RelationKind kind, std::uint32_t from, std::uint32_t to, std::uint32_t site) {
+  const auto& constructs = m_analysis.constructs;
+  std::vector<std::pair<std::uint32_t, std::uint32_t>> open{{from, to}};
+  std::unordered_map<std::string_view, std::uint32_t> byName;
+  while (!open.empty()) {
+    const auto [a, b] = open.back();
+    open.pop_back();
+    byName.clear();
+    for (int child = constructs[b].firstChild; child >= 0; child = constructs[static_cast<std::size_t>(child)].nextSibling) {
+      const Construct& c = constructs[static_cast<std::size_t>(child)];
+      if (takesPart(c)) byName.try_emplace(c.name, static_cast<std::uint32_t>(child));
+    }
+    for (int child = constructs[a].firstChild; child >= 0; child = constructs[static_cast<std::size_t>(child)].nextSibling) {
+      const Construct& c = constructs[static_cast<std::size_t>(child)];
+      if (!takesPart(c)) continue;
+      const auto match = byName.find(c.name);
+      if (match == byName.end()) continue;
+      const auto sender = static_cast<std::uint32_t>(child);
+      const Construct& receiver = constructs[match->second];
+      if (c.isGroup() && receiver.isGroup()) {
+        open.emplace_back(sender, match->second);
+      } else if (kind == RelationKind::Move) {
+        addMove(sender, match->second, site);
+      } else if (!c.isGroup() && !receiver.isGroup() && c.digits > 0 && receiver.digits > 0) {
+        add(kind, sender, match->second, site);
+      }
+    }
+  }
+}
+
+void Relations::finish() {
+  std::sort(m_entries.begin(), m_entries.end(), [](const Entry& a, const Entry& b) {
+    return std::tie(a.ends, a.kind, a.site) < std::tie(b.ends, b.kind, b.site);
+  });
+  std::vector<Relationship> all = std::move(m_analysis.relationships);
+  std::erase_if(all, [](const Relationship& r) { return r.from == r.to; });
+  for (std::size_t i = 0; i < m_entries.size();) {
+    const Entry& first = m_entries[i];
+    std::size_t end = i;
+    while (end < m_entries.size() && m_entries[end].ends == first.ends && m_entries[end].kind == first.kind) ++end;
+    Relationship& made = all.emplace_back();
+    made.from = static_cast<std::uint32_t>(first.ends >> 32);
+    made.to = static_cast<std::uint32_t>(first.ends);
+    made.kind = first.kind;
+    made.sites.reserve(end - i);
+    for (; i < end; ++i) {
+      made.sites.push_back(m_stream.tokens[m_entries[i].site].position());
+    }
+    dropRepeats(made.sites);
+  }
+  const auto triple = [](const Relationship& r) { return std::tuple(r.from, r.to, r.kind); };
+  std::stable_sort(all.begin(), all.end(),
+                   [&](const Relationship& a, const Relationship& b) { return triple(a) < triple(b); });
+  std::vector<Relationship> unique;
+  unique.reserve(all.size());
+  for (Relationship& r : all) {
+    if (unique.empty() || triple(unique.back()) != triple(r)) {
+      unique.push_back(std::move(r));
+      continue;
+    }
+    auto& sites = unique.back().sites;
+    sites.insert(sites.end(), r.sites.begin(), r.sites.end());
+    dropRepeats(sites);
+  }
+  m_analysis.relationships = std::move(unique);
+  m_entries.clear();
+}
+
+} // namespace cobol

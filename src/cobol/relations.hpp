@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <unordered_map>
+#include <vector>
+
+#include "cobol/analysis.hpp"
+#include "cobol/token.hpp"
+
+namespace cobol {
+
+/// Collects the relations of one source: pairs of constructs with a kind and the token that names the place. Pairs with
+/// both ends equal are dropped. `finish` sorts, makes unique and merges with what the analysis already holds.
+class Relations {
+ public:
+  Relations(const TokenStream& stream, Analysis& analysis, Diagnostics& diagnostics)
+      : m_stream(stream), m_analysis(analysis), m_diagnostics(diagnostics) {}
+
+  void add(RelationKind kind, std::uint32_t from, std::uint32_t to, std::uint32_t site);
+
+  /// A move of one item to another: Move between elementary items, else GroupMove and the aligned leaves.
+  void addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site);
+
+  /// PartMove and OverlapMove between the leaves of two items laid over each other from their first byte. FILLER is
+  /// left out; a pair that matches exactly at one occurrence gives no OverlapMove. At most 4096 pairs.
+  void addLeaves(std::uint32_t from, std::uint32_t to, std::uint32_t site);
+
+  /// The pairs of a CORRESPONDING phrase, as `Move` or `Addition`.
+  void addCorresponding(RelationKind kind, std::uint32_t from, std::uint32_t to, std::uint32_t site);
+
+  void finish();
+
+ private:
+  struct Leaf {
+    std::int64_t begin;
+    std::int64_t end;
+    std::uint32_t construct;
+  };
+  struct Pair {
+    std::uint32_t from;
+    std::uint32_t to;
+    bool exact;
+  };
+  struct Entry {
+    std::uint64_t ends; ///< from in the upper half, to in the lower
+    std::uint32_t site;
+    RelationKind kind;
+  };
+
+  bool isElementary(std::uint32_t construct) const;
+  bool takesPart(const Construct& construct) const;
+  void collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) const;
+  std::vector<Pair> align(std::uint32_t from, std::uint32_t to, bool& capped);
+
+  const TokenStream& m_stream;
+  Analysis& m_analysis;
+  Diagnostics& m_diagnostics;
+  std::vector<Entry> m_entries;
+  std::unordered_map<std::uint64_t, std::vector<Pair>> m_aligned; ///< results of `align`, as the same moves come again
+  std::size_t m_alignedPairs = 0;
+  std::size_t m_leafEntries = 0;
+};
+
+} // namespace cobol

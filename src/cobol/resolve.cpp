@@ -1,0 +1,236 @@
+#include "cobol/resolve.hpp"
+
+#include <algorithm>
+#include <string>
+
+#include "cobol/special_registers.hpp"
+
+namespace cobol {
+
+namespace {
+
+constexpr std::uint32_t kNone = 0xFFFFFFFFU;
+constexpr std::size_t kMaxCandidates = 256;
+
+std::uint64_t keyOf(int program, NameId name) { return (static_cast<std::uint64_t>(program) << 32) | name; }
+
+} // namespace
+
+Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
+    : m_stream(stream), m_analysis(analysis), m_ofProgram(analysis.programs.size()), m_head(stream.names.size(), kNone) {
+  const auto& constructs = analysis.constructs;
+  m_names.reserve(constructs.size());
+  m_next.assign(constructs.size(), kNone);
+  for (std::uint32_t i = 0; i < constructs.size(); ++i) {
+    m_names.push_back(constructs[i].kind == Kind::filler ? 0 : stream.names.find(constructs[i].name));
+    const auto program = static_cast<std::size_t>(constructs[i].program);
+    if (program < m_ofProgram.size()) m_ofProgram[program].push_back(i);
+  }
+  for (std::size_t i = 0; i < analysis.dataFiles.size(); ++i) {
+    m_fileNames.push_back(stream.names.find(analysis.dataFiles[i].name));
+    m_files.try_emplace(keyOf(analysis.dataFiles[i].program, m_fileNames.back()), static_cast<int>(i));
+  }
+  std::vector<bool> containsOthers(analysis.programs.size());
+  for (const Program& program : analysis.programs) {
+    if (program.parent >= 0) containsOthers[static_cast<std::size_t>(program.parent)] = true;
+  }
+  for (std::size_t p = 0; p < m_ofProgram.size(); ++p) {
+    for (auto i = m_ofProgram[p].rbegin(); i != m_ofProgram[p].rend(); ++i) {
+      if (m_names[*i] == 0) continue;
+      m_next[*i] = m_head[m_names[*i]];
+      m_head[m_names[*i]] = *i;
+    }
+    for (const std::uint32_t i : m_ofProgram[p]) {
+      if (containsOthers[p]) m_globalHead.try_emplace(keyOf(static_cast<int>(p), m_names[i]), i);
+      m_head[m_names[i]] = kNone;
+    }
+  }
+}
+
+void Resolver::enterProgram(int program) {
+  if (m_program >= 0) {
+    for (const std::uint32_t i : m_ofProgram[static_cast<std::size_t>(m_program)]) m_head[m_names[i]] = kNone;
+  }
+  m_program = program;
+  const auto& own = m_ofProgram[static_cast<std::size_t>(program)];
+  for (auto i = own.rbegin(); i != own.rend(); ++i) {
+    if (m_names[*i] != 0) m_head[m_names[*i]] = *i;
+  }
+}
+
+int Resolver::fileOf(std::uint32_t construct) const {
+  const auto& constructs = m_analysis.constructs;
+  std::size_t at = construct;
+  while (constructs[at].file < 0 && constructs[at].parent >= 0) at = static_cast<std::size_t>(constructs[at].parent);
+  return constructs[at].file;
+}
+
+bool Resolver::isGlobal(std::uint32_t construct) const {
+  const auto& constructs = m_analysis.constructs;
+  for (int at = static_cast<int>(construct); at >= 0; at = constructs[static_cast<std::size_t>(at)].parent) {
+    if ((constructs[static_cast<std::size_t>(at)].flags & ConstructFlag::global) != 0) return true;
+  }
+  const int file = fileOf(construct);
+  return file >= 0 && m_analysis.dataFiles[static_cast<std::size_t>(file)].global;
+}
+
+bool Resolver::matches(std::uint32_t construct, std::span<const NameId> qualifiers, bool& whole) const {
+  const auto& constructs = m_analysis.constructs;
+  std::size_t met = 0;
+  whole = true;
+  for (int at = constructs[construct].parent; at >= 0; at = constructs[static_cast<std::size_t>(at)].parent) {
+    const NameId name = m_names[static_cast<std::size_t>(at)];
+    if (name == 0) continue;
+    if (met < qualifiers.size() && qualifiers[met] == name) {
+      ++met;
+    } else {
+      whole = false;
+    }
+  }
+  if (met + 1 == qualifiers.size()) {
+    const int file = fileOf(construct);
+    if (file >= 0 && m_fileNames[static_cast<std::size_t>(file)] == qualifiers[met]) ++met;
+  }
+  return met == qualifiers.size();
+}
+
+void Resolver::ancestors(std::uint32_t construct, std::span<const NameId> qualifiers, std::vector<int>& found) const {
+  std::size_t met = 0;
+  for (int at = m_analysis.constructs[construct].parent; at >= 0 && met < qualifiers.size();
+       at = m_analysis.constructs[static_cast<std::size_t>(at)].parent) {
+    if (m_names[static_cast<std::size_t>(at)] != qualifiers[met]) continue;
+    found.push_back(at);
+    ++met;
+  }
+  found.resize(found.size() + qualifiers.size() - met, -1);
+}
+
+void Resolver::collect(std::uint32_t head, std::span<const NameId> qualifiers, bool globalOnly,
+                       std::vector<std::uint32_t>& found) {
+  const std::size_t before = found.size();
+  if (qualifiers.empty() && !globalOnly && m_next[head] == kNone) {
+    found.push_back(head);
+    return;
+  }
+  std::uint32_t wholeMatch = kNone;
+  std::size_t wholeMatches = 0;
+  for (std::uint32_t i = head; i != kNone; i = m_next[i]) {
+    bool whole = false;
+    if (!matches(i, qualifiers, whole) || (globalOnly && !isGlobal(i))) continue;
+    if (whole) {
+      wholeMatch = i;
+      ++wholeMatches;
+    }
+    if (found.size() - before < kMaxCandidates) found.push_back(i);
+  }
+  if (wholeMatches == 1) {
+    found.resize(before);
+    found.push_back(wholeMatch);
+  }
+}
+
+void Resolver::find(NameId name, std::span<const NameId> qualifiers, std::vector<std::uint32_t>& found) {
+  const std::size_t before = found.size();
+  if (m_head[name] != kNone) collect(m_head[name], qualifiers, false, found);
+  for (int p = m_analysis.programs[static_cast<std::size_t>(m_program)].parent; p >= 0 && found.size() == before;
+       p = m_analysis.programs[static_cast<std::size_t>(p)].parent) {
+    const auto head = m_globalHead.find(keyOf(p, name));
+    if (head != m_globalHead.end()) collect(head->second, qualifiers, true, found);
+  }
+  if (found.size() == before && classOf(name) == WordClass::specialRegister) found.push_back(specialRegister(name));
+}
+
+bool Resolver::isDeclared(NameId name) const {
+  if (m_head[name] != kNone) return true;
+  for (int p = m_analysis.programs[static_cast<std::size_t>(m_program)].parent; p >= 0;
+       p = m_analysis.programs[static_cast<std::size_t>(p)].parent) {
+    const auto head = m_globalHead.find(keyOf(p, name));
+    for (std::uint32_t i = head == m_globalHead.end() ? kNone : head->second; i != kNone; i = m_next[i]) {
+      if (isGlobal(i)) return true;
+    }
+  }
+  return false;
+}
+
+int Resolver::findFile(NameId name) const {
+  for (int p = m_program; p >= 0; p = m_analysis.programs[static_cast<std::size_t>(p)].parent) {
+    const auto file = m_files.find(keyOf(p, name));
+    if (file != m_files.end() && (p == m_program || m_analysis.dataFiles[static_cast<std::size_t>(file->second)].global)) {
+      return file->second;
+    }
+  }
+  return -1;
+}
+
+bool Resolver::isOtherName(NameId name) const {
+  for (int p = m_program; p >= 0; p = m_analysis.programs[static_cast<std::size_t>(p)].parent) {
+    const auto& names = m_analysis.programs[static_cast<std::size_t>(p)].otherNames;
+    if (std::find(names.begin(), names.end(), name) != names.end()) return true;
+  }
+  return false;
+}
+
+std::uint32_t Resolver::make(Kind kind, std::string name, std::uint32_t token) {
+  const auto index = static_cast<std::uint32_t>(m_analysis.constructs.size());
+  std::string key = std::to_string(m_program) + static_cast<char>(kind) + name;
+  const auto [known, isNew] = m_made.try_emplace(std::move(key), index);
+  if (!isNew) return known->second;
+  Construct made;
+  made.name = std::move(name);
+  made.kind = kind;
+  made.program = m_program;
+  made.flags = kind == Kind::undeclared ? ConstructFlag::undeclaredName : ConstructFlag::implicit_;
+  made.declared = m_stream.tokens[token].position();
+  made.token = token;
+  append(std::move(made));
+  return index;
+}
+
+void Resolver::append(Construct construct) {
+  m_names.push_back(0);
+  m_next.push_back(kNone);
+  m_analysis.constructs.push_back(std::move(construct));
+}
+
+std::uint32_t Resolver::specialRegister(NameId name) {
+  int outermost = m_program;
+  while (m_analysis.programs[static_cast<std::size_t>(outermost)].parent >= 0) {
+    outermost = m_analysis.programs[static_cast<std::size_t>(outermost)].parent;
+  }
+  const auto index = static_cast<std::uint32_t>(m_analysis.constructs.size());
+  const auto [known, isNew] = m_registers.try_emplace(keyOf(outermost, name), index);
+  if (!isNew) return known->second;
+  const Program& program = m_analysis.programs[static_cast<std::size_t>(outermost)];
+  Construct made;
+  made.name = m_stream.names.text(name);
+  made.kind = Kind::specialRegister;
+  made.program = outermost;
+  if (const auto shape = registerShape(keywordOf(name))) {
+    made.picture = shape->picture;
+    made.usage = shape->usage;
+    made.length = shape->bytes;
+    made.digits = shape->digits;
+    made.isSigned = shape->picture.starts_with('S');
+  }
+  made.flags = ConstructFlag::implicit_;
+  made.declared = program.declared;
+  made.token = program.beginToken;
+  append(std::move(made));
+  return index;
+}
+
+std::uint32_t Resolver::undeclared(NameId name, std::span<const NameId> qualifiers, std::uint32_t token) {
+  std::string written(m_stream.names.text(name));
+  for (const NameId qualifier : qualifiers) written += " OF " + std::string(m_stream.names.text(qualifier));
+  return make(Kind::undeclared, std::move(written), token);
+}
+
+std::uint32_t Resolver::callSlot(std::string_view program, int k, std::uint32_t token) {
+  return make(Kind::callSlot, std::string(program) + '(' + (k < 0 ? "CA" : std::to_string(k)) + ')', token);
+}
+
+std::uint32_t Resolver::fileSlot(std::string_view name, std::uint32_t token) {
+  return make(Kind::fileSlot, std::string(name), token);
+}
+
+} // namespace cobol

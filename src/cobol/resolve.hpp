@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "cobol/analysis.hpp"
+#include "cobol/token.hpp"
+
+namespace cobol {
+
+/// Finds the constructs that a written name means, by name id: the own program first, then the GLOBAL names of the
+/// containing programs, nearest first, then the special registers. Qualifiers must stand in the ancestor chain, in
+/// order; a file's, report's or communication description's name ends the chain.
+class Resolver {
+ public:
+  Resolver(const TokenStream& stream, Analysis& analysis);
+
+  /// Names are looked up as this program sees them until the next call.
+  void enterProgram(int program);
+  int program() const { return m_program; }
+
+  /// Appends every candidate to `found`, in declaration order; more than one means an ambiguous name.
+  void find(NameId name, std::span<const NameId> qualifiers, std::vector<std::uint32_t>& found);
+
+  /// Whether the own program or a containing one declares the name as a data item, condition, index or constant.
+  bool isDeclared(NameId name) const;
+  /// Appends the ancestors that the qualifiers name, one for each; -1 where a file's name was meant.
+  void ancestors(std::uint32_t construct, std::span<const NameId> qualifiers, std::vector<int>& found) const;
+
+  /// Whether SPECIAL-NAMES gives the name to something that is no construct: a mnemonic, class, alphabet, character.
+  bool isOtherName(NameId name) const;
+  /// The file, report or communication description of that name as the program sees it; -1: none.
+  int findFile(NameId name) const;
+
+  /// The file that holds the construct's record; -1: none.
+  int fileOf(std::uint32_t construct) const;
+
+  /// The construct of kind `??` for a name that nothing declares; one per program and written qualified name.
+  std::uint32_t undeclared(NameId name, std::span<const NameId> qualifiers, std::uint32_t token);
+  /// The slot `PROGRAM(k)`; `k` 0 is the returned value, -1 the communication area, written `CA`.
+  std::uint32_t callSlot(std::string_view program, int k, std::uint32_t token);
+  /// The slot of an external file name.
+  std::uint32_t fileSlot(std::string_view name, std::uint32_t token);
+
+ private:
+  using Chain = std::unordered_map<std::uint64_t, std::uint32_t>;
+
+  void collect(std::uint32_t head, std::span<const NameId> qualifiers, bool globalOnly, std::vector<std::uint32_t>& found);
+  bool matches(std::uint32_t construct, std::span<const NameId> qualifiers, bool& whole) const;
+  bool isGlobal(std::uint32_t construct) const;
+  std::uint32_t specialRegister(NameId name);
+  std::uint32_t make(Kind kind, std::string name, std::uint32_t token);
+  void append(Construct construct);
+
+  const TokenStream& m_stream;
+  Analysis& m_analysis;
+  int m_program = -1;
+  std::vector<NameId> m_names;                          ///< of every construct
+  std::vector<NameId> m_fileNames;                      ///< of every data file
+  std::vector<std::uint32_t> m_next;                    ///< the next construct of the same name in the same program
+  std::vector<std::vector<std::uint32_t>> m_ofProgram;  ///< its constructs in declaration order
+  std::vector<std::uint32_t> m_head;                    ///< by name id: first construct of the program entered
+  Chain m_globalHead;                                   ///< program and name: first, for programs that contain others
+  std::unordered_map<std::uint64_t, int> m_files;       ///< program and name
+  std::unordered_map<std::string, std::uint32_t> m_made; ///< by program, kind and name
+  std::unordered_map<std::uint64_t, std::uint32_t> m_registers; ///< outermost program and name
+};
+
+} // namespace cobol

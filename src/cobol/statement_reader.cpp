@@ -1,0 +1,323 @@
+#include "cobol/statement_reader.hpp"
+
+#include <algorithm>
+
+namespace cobol {
+
+StatementReader::StatementReader(const TokenStream& stream, Analysis& analysis, Diagnostics& diagnostics)
+    : m_stream(stream), m_analysis(analysis), m_diagnostics(diagnostics), m_resolver(stream, analysis),
+      m_relations(stream, analysis, diagnostics) {
+  for (const char symbol : std::string_view("()+-*/=<>:&")) {
+    m_symbolIds[static_cast<unsigned char>(symbol)] = stream.names.find({&symbol, 1});
+  }
+  m_power = stream.names.find("**");
+  m_inlineMethod = stream.names.find("::");
+  m_responseCode = stream.names.find("DFHRESP");
+  m_cicsValue = stream.names.find("DFHVALUE");
+}
+
+bool StatementReader::accept(Keyword word) {
+  if (!at(word)) return false;
+  ++m_at;
+  return true;
+}
+
+void StatementReader::skip(std::initializer_list<Keyword> words) {
+  while (m_at < m_end && std::find(words.begin(), words.end(), keyword()) != words.end()) ++m_at;
+}
+
+bool StatementReader::isSymbol(const Token& t, char symbol) const {
+  return t.kind == TokenKind::symbol && t.text == m_symbolIds[static_cast<unsigned char>(symbol)];
+}
+
+bool StatementReader::acceptSymbol(char symbol) {
+  if (!atSymbol(symbol)) return false;
+  ++m_at;
+  return true;
+}
+
+bool StatementReader::atName(std::uint32_t ahead) const {
+  const Token& t = token(ahead);
+  if (t.kind != TokenKind::word) return false;
+  switch (classOf(t.text)) {
+    case WordClass::none:
+    case WordClass::context:
+    case WordClass::specialRegister: return true;
+    case WordClass::figurative:
+    case WordClass::terminator: return false;
+    default: return m_resolver.isDeclared(t.text);
+  }
+}
+
+bool StatementReader::atConstant() const {
+  const Token& t = token();
+  switch (t.kind) {
+    case TokenKind::number:
+    case TokenKind::literal: return true;
+    case TokenKind::symbol: return (isSymbol(t, '+') || isSymbol(t, '-')) && token(1).kind == TokenKind::number;
+    case TokenKind::word: {
+      const Keyword word = keywordOf(t.text);
+      if (word == Keyword::All) return token(1).kind == TokenKind::literal || classOf(keyword(1)) == WordClass::figurative;
+      return classOf(word) == WordClass::figurative || word == Keyword::True || word == Keyword::False;
+    }
+    default: return false;
+  }
+}
+
+bool StatementReader::atOperand() const {
+  if (atConstant() || atName()) return !atBoundary();
+  const Keyword word = keyword();
+  return word == Keyword::Length || word == Keyword::ByteLength || word == Keyword::Address || word == Keyword::Function;
+}
+
+bool StatementReader::isVerb(const Token& t) const {
+  if (t.kind != TokenKind::word) return false;
+  const Keyword word = keywordOf(t.text);
+  if (classOf(word) != WordClass::verb) return false;
+  switch (word) {
+    // Names that only some compilers reserve: a declaration decides.
+    case Keyword::Allocate:
+    case Keyword::Chain:
+    case Keyword::Commit:
+    case Keyword::Destroy:
+    case Keyword::Disable:
+    case Keyword::Enable:
+    case Keyword::Enter:
+    case Keyword::Examine:
+    case Keyword::Exhibit:
+    case Keyword::Free:
+    case Keyword::Json:
+    case Keyword::Modify:
+    case Keyword::Purge:
+    case Keyword::Raise:
+    case Keyword::Ready:
+    case Keyword::Receive:
+    case Keyword::Reset:
+    case Keyword::Resume:
+    case Keyword::Rollback:
+    case Keyword::Send:
+    case Keyword::Service:
+    case Keyword::Transform:
+    case Keyword::Unlock:
+    case Keyword::Validate:
+    case Keyword::Xml: return !m_resolver.isDeclared(t.text);
+    default: return true;
+  }
+}
+
+std::uint32_t StatementReader::phraseLength() const {
+  const auto conditionAt = [this](std::uint32_t ahead) -> std::uint32_t {
+    switch (keyword(ahead)) {
+      case Keyword::Size: return keyword(ahead + 1) == Keyword::Error ? 2 : 0;
+      case Keyword::Invalid: return keyword(ahead + 1) == Keyword::Key ? 2 : 1;
+      case Keyword::Exception:
+      case Keyword::Overflow:
+      case Keyword::End:
+      case Keyword::EndOfPage:
+      case Keyword::Eop:
+      case Keyword::Escape: return 1;
+      default: return 0;
+    }
+  };
+  std::uint32_t ahead = 0;
+  if (keyword(ahead) == Keyword::Not) ++ahead;
+  const Keyword word = keyword(ahead);
+  if (word == Keyword::On || word == Keyword::At) ++ahead;
+  const std::uint32_t length = conditionAt(ahead);
+  if (length == 0 || (keyword(ahead) == Keyword::Escape && ahead == 0)) return 0;
+  return ahead + length;
+}
+
+bool StatementReader::atProcedureName(bool sentenceStart) const {
+  const Token& t = token();
+  const bool canBe = t.kind == TokenKind::number || t.kind == TokenKind::word;
+  if (!canBe || t.has(TokenFlag::inExec)) return false;
+  const WordClass wordClass = t.kind == TokenKind::word ? classOf(t.text) : WordClass::none;
+  const bool isSection = keyword(1) == Keyword::Section && wordClass != WordClass::verb;
+  const bool isFree = wordClass == WordClass::none || wordClass == WordClass::context;
+  if (sentenceStart && (isSection || (isFree && token(1).kind == TokenKind::period))) return true;
+  // Without a period before it only a word in area A can be one, if nothing declares it.
+  const bool inAreaA = t.has(TokenFlag::areaA) && t.file < m_stream.files.size() &&
+                       m_stream.files[t.file].format != Format::free;
+  if (!inAreaA || !isFree || m_resolver.isDeclared(t.text)) return false;
+  return isSection || token(1).kind == TokenKind::period || (sentenceStart && token(1).has(TokenFlag::lineStart));
+}
+
+bool StatementReader::atBoundary() const {
+  const Token& t = token();
+  if (m_at >= m_end || t.kind == TokenKind::period || t.kind == TokenKind::end) return true;
+  if (t.kind != TokenKind::word) return false;
+  if (t.has(TokenFlag::areaA) && atProcedureName(false)) return true;
+  if (t.text >= keywordCount()) return false;
+  const Keyword word = keywordOf(t.text);
+  switch (classOf(word)) {
+    case WordClass::verb: return isVerb(t);
+    case WordClass::terminator: return true;
+    case WordClass::none:
+    case WordClass::context:
+    case WordClass::figurative: return false;
+    default: break;
+  }
+  switch (word) {
+    case Keyword::Else:
+    case Keyword::When: return true;
+    case Keyword::Next: return keyword(1) == Keyword::Sentence;
+    case Keyword::Not:
+    case Keyword::On:
+    case Keyword::At:
+    case Keyword::Size:
+    case Keyword::Invalid:
+    case Keyword::Exception:
+    case Keyword::Overflow:
+    case Keyword::End:
+    case Keyword::EndOfPage:
+    case Keyword::Eop: return phraseLength() > 0;
+    default: return false;
+  }
+}
+
+void StatementReader::touch(std::uint32_t construct, std::uint32_t token, Access access) {
+  m_noted.push_back({token, construct, m_verb, access});
+}
+
+void StatementReader::touch(const Operand& operand, Access access) {
+  if (operand.sort == Operand::Sort::lengthOf || (operand.sort == Operand::Sort::addressOf && access == Access::read)) {
+    access = Access::named;
+  }
+  for (std::uint32_t k = 0; k < operand.count; ++k) touch(candidate(operand, k), operand.token, access);
+}
+
+void StatementReader::touchPlaced(NameId name, std::uint32_t token, Position at) {
+  std::vector<std::uint32_t> found;
+  m_resolver.find(name, {}, found);
+  for (const std::uint32_t construct : found) {
+    touch(construct, token, Access::read);
+    m_placed.try_emplace({token, construct}, at);
+  }
+}
+
+Operand StatementReader::operandOf(std::uint32_t construct, std::uint32_t token) {
+  Operand made{Operand::Sort::item, token, static_cast<std::uint32_t>(m_pool.size()), 1};
+  m_pool.push_back(construct);
+  return made;
+}
+
+Operand StatementReader::recordsOf(int file, std::uint32_t token) {
+  if (file < 0) return {};
+  const auto& records = m_analysis.dataFiles[static_cast<std::size_t>(file)].records;
+  Operand made{Operand::Sort::item, token, static_cast<std::uint32_t>(m_pool.size()),
+               static_cast<std::uint32_t>(records.size())};
+  for (const int record : records) m_pool.push_back(static_cast<std::uint32_t>(record));
+  return made;
+}
+
+int StatementReader::fileName() {
+  const Token& t = token();
+  if (t.kind != TokenKind::word || atBoundary()) return -1;
+  const int file = m_resolver.findFile(t.text);
+  if (file >= 0 || classOf(t.text) == WordClass::none) ++m_at;
+  return file;
+}
+
+void StatementReader::relate(RelationKind kind, const Operand& from, const Operand& to) {
+  const auto isCondition = [this](std::uint32_t index) {
+    const Kind k = m_analysis.constructs[index].kind;
+    return k == Kind::condition || k == Kind::switchName;
+  };
+  const bool isFlow = kind == RelationKind::Addition || kind == RelationKind::Computation;
+  if (isFlow && from.sort == Operand::Sort::lengthOf) kind = RelationKind::Length;
+  for (std::uint32_t i = 0; i < from.count; ++i) {
+    if (isCondition(candidate(from, i))) continue;
+    for (std::uint32_t k = 0; k < to.count; ++k) {
+      if (!isCondition(candidate(to, k))) m_relations.add(kind, candidate(from, i), candidate(to, k), from.token);
+    }
+  }
+}
+
+void StatementReader::relateMove(const Operand& from, const Operand& to) {
+  if (!from.isItem() || !to.isItem()) return;
+  for (std::uint32_t i = 0; i < from.count; ++i) {
+    for (std::uint32_t k = 0; k < to.count; ++k) m_relations.addMove(candidate(from, i), candidate(to, k), from.token);
+  }
+}
+
+void StatementReader::relateLeaves(const Operand& from, const Operand& to) {
+  for (std::uint32_t i = 0; i < from.count; ++i) {
+    for (std::uint32_t k = 0; k < to.count; ++k) m_relations.addLeaves(candidate(from, i), candidate(to, k), from.token);
+  }
+}
+
+void StatementReader::relateFlow(const Term& from, const Operand& to) {
+  switch (from.flow) {
+    case Term::Flow::plain: relateMove(from.operand, to); break;
+    case Term::Flow::added: relate(RelationKind::Addition, from.operand, to); break;
+    case Term::Flow::computed: relate(RelationKind::Computation, from.operand, to); break;
+    case Term::Flow::length: relate(RelationKind::Length, from.operand, to); break;
+  }
+}
+
+void StatementReader::relateFlow(TermRange from, const Operand& to) {
+  for (std::uint32_t i = from.begin; i < from.end; ++i) relateFlow(m_terms[i], to);
+}
+
+void StatementReader::relateAll(RelationKind kind, TermRange from, const Operand& to) {
+  for (std::uint32_t i = from.begin; i < from.end; ++i) relate(kind, m_terms[i].operand, to);
+}
+
+void StatementReader::relateFlowAs(RelationKind kind, TermRange from, const Operand& to) {
+  for (std::uint32_t i = from.begin; i < from.end; ++i) {
+    const bool keeps = m_terms[i].flow == Term::Flow::plain || m_terms[i].flow == Term::Flow::added;
+    if (keeps) {
+      relate(kind, m_terms[i].operand, to);
+    } else {
+      relateFlow(m_terms[i], to);
+    }
+  }
+}
+
+void StatementReader::beginStatement(NameId verb) {
+  m_verb = verb;
+  m_pool.clear();
+  m_terms.clear();
+}
+
+void StatementReader::generic() {
+  while (!atBoundary()) {
+    if (atName()) {
+      touch(operand(Demand::declared), Access::read);
+    } else {
+      ++m_at;
+    }
+  }
+}
+
+void StatementReader::diagnose(Code code, Severity severity, std::uint32_t token, std::string text) {
+  m_diagnostics.add(code, severity, m_stream.tokens[token].position(), std::move(text));
+}
+
+void StatementReader::addPlace(std::string_view kindWord, std::string_view name, std::uint32_t token) {
+  m_analysis.places.push_back({std::string(kindWord), std::string(name), m_stream.tokens[token].position()});
+}
+
+void StatementReader::finish() {
+  const auto inTextOrder = [](const Noted& a, const Noted& b) {
+    return a.token != b.token ? a.token < b.token : a.construct < b.construct;
+  };
+  if (!std::is_sorted(m_noted.begin(), m_noted.end(), inTextOrder)) {
+    std::stable_sort(m_noted.begin(), m_noted.end(), inTextOrder);
+  }
+  m_analysis.instances.reserve(m_noted.size());
+  for (std::size_t i = 0; i < m_noted.size(); ++i) {
+    const Noted& n = m_noted[i];
+    const bool again = i > 0 && m_noted[i - 1].token == n.token && m_noted[i - 1].construct == n.construct;
+    if (again) continue;
+    Position at = m_stream.tokens[n.token].position();
+    if (m_stream.tokens[n.token].kind == TokenKind::picture) {
+      if (const auto placed = m_placed.find({n.token, n.construct}); placed != m_placed.end()) at = placed->second;
+    }
+    m_analysis.instances.push_back({n.construct, n.access, at, n.verb});
+  }
+  m_relations.finish();
+}
+
+} // namespace cobol

@@ -1,0 +1,264 @@
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "cobol/analysis.hpp"
+#include "cobol/keywords.hpp"
+#include "cobol/relations.hpp"
+#include "cobol/resolve.hpp"
+#include "cobol/special_registers.hpp"
+#include "cobol/token.hpp"
+
+namespace cobol {
+
+/// What stands as an operand: a reference to datanames, or something that leads to none.
+struct Operand {
+  enum class Sort : std::uint8_t { none, item, lengthOf, addressOf, literal };
+  Sort sort = Sort::none;
+  std::uint32_t token = 0;     ///< its name's token
+  std::uint32_t first = 0;     ///< candidates in the reader's pool; more than one when the name is ambiguous
+  std::uint32_t count = 0;
+
+  bool isItem() const { return sort == Sort::item; }
+  explicit operator bool() const { return sort != Sort::none; }
+};
+
+/// One dataname of an expression with what the operators around it make of its value.
+struct Term {
+  enum class Flow : std::uint8_t { plain, added, computed, length };
+  Operand operand;
+  Flow flow = Flow::plain;
+};
+struct TermRange {
+  std::uint32_t begin = 0;
+  std::uint32_t end = 0;
+  bool empty() const { return begin == end; }
+};
+
+/// Whether a word that nothing declares becomes an undeclared construct at this place.
+enum class Demand : std::uint8_t {
+  dataName, ///< only a data name can stand here
+  declared, ///< other words can stand here as well; unknown words are passed over
+};
+
+/// What the words between verbs belong to.
+struct Block {
+  Keyword verb = Keyword::None;         ///< IF, EVALUATE, SEARCH or PERFORM
+  std::uint32_t firstSubject = 0;       ///< in the stack of subjects
+};
+struct Subject {
+  std::uint32_t construct = 0;
+  std::uint32_t ordinal = 0; ///< of several subjects joined by ALSO
+};
+
+/// Walks over the tokens of procedure text and records what it meets. The families of statements are free functions on
+/// it. A statement ends where `atBoundary` says; a handler that stops before lets the rest fall to the generic rule.
+class StatementReader {
+ public:
+  StatementReader(const TokenStream& stream, Analysis& analysis, Diagnostics& diagnostics);
+
+  // Tokens
+  /// Reads the tokens [from, to) next.
+  void open(std::uint32_t from, std::uint32_t to) { m_at = from, m_end = to; }
+  bool atEnd() const { return m_at >= m_end; }
+  std::uint32_t index() const { return m_at; }
+  std::uint32_t end() const { return m_end; }
+  void moveTo(std::uint32_t index) { m_at = index; }
+  void advance(std::uint32_t count = 1) { m_at += count; }
+  const Token& token(std::uint32_t ahead = 0) const {
+    return m_at + ahead < m_end ? m_stream.tokens[m_at + ahead] : m_nothing;
+  }
+  Keyword keyword(std::uint32_t ahead = 0) const {
+    const Token& t = token(ahead);
+    return t.kind == TokenKind::word ? keywordOf(t.text) : Keyword::None;
+  }
+  bool at(Keyword word) const { return keyword() == word; }
+  bool accept(Keyword word);
+  /// Passes over any of the words, in any order and number.
+  void skip(std::initializer_list<Keyword> words);
+  bool atSymbol(char symbol) const { return isSymbol(token(), symbol); }
+  bool acceptSymbol(char symbol);
+  bool isSymbol(const Token& t, char symbol) const;
+  std::string_view text(const Token& t) const { return m_stream.textOf(t); }
+  /// A word that can be a data name here: not reserved, or declared all the same.
+  bool atName(std::uint32_t ahead = 0) const;
+  /// A number, a literal or a figurative constant.
+  bool atConstant() const;
+  /// A name, a constant, LENGTH OF, ADDRESS OF or FUNCTION.
+  bool atOperand() const;
+  bool isVerb(const Token& t) const;
+  /// Where the statement's operands end: period, verb, scope terminator, ELSE, WHEN, a conditional phrase.
+  bool atBoundary() const;
+  /// The name of a section or paragraph where it is defined: `sentenceStart` tells that a period stands before.
+  bool atProcedureName(bool sentenceStart) const;
+  /// How many words the conditional phrase here has (ON SIZE ERROR, NOT AT END …); 0: there is none.
+  std::uint32_t phraseLength() const;
+
+  // References
+  /// Reads `name {OF name} [(subscripts)] [(from:length)]`, LENGTH OF, ADDRESS OF or a constant. Instances are recorded
+  /// for qualifiers and for what the parentheses hold; the operand itself is recorded by `touch`.
+  Operand operand(Demand demand = Demand::dataName);
+  /// Reads a name where one stands and touches it; otherwise nothing happens and the result is none.
+  Operand read(Access access, Demand demand = Demand::dataName);
+  /// Reads names and touches them until something else comes.
+  void readAll(Access access, Demand demand = Demand::dataName);
+  void touch(const Operand& operand, Access access);
+  void touch(std::uint32_t construct, std::uint32_t token, Access access);
+  /// A name inside a token, such as a constant in a PICTURE; it is read if it is declared.
+  void touchPlaced(NameId name, std::uint32_t token, Position at);
+  std::uint32_t candidate(const Operand& operand, std::uint32_t k) const { return m_pool[operand.first + k]; }
+  const Construct& construct(std::uint32_t index) const { return m_analysis.constructs[index]; }
+  /// Among several candidates for the next names those subordinate to the construct or belonging to the file win; -1: none.
+  void prefer(int construct, int file) { m_preferredParent = construct, m_preferredFile = file; }
+  /// In EXEC text: a host variable behind its colon, `A.B` meaning B OF A.
+  Operand hostVariable();
+  /// An operand that stands for one construct.
+  Operand operandOf(std::uint32_t construct, std::uint32_t token);
+  /// An operand for every record of a file.
+  Operand recordsOf(int file, std::uint32_t token);
+  /// A file's name, if one stands here; the word is passed over.
+  int fileName();
+
+  // Expressions
+  /// An arithmetic expression; every dataname is read.
+  TermRange expression() { return terms(true); }
+  /// One operand, perhaps a function with its arguments.
+  TermRange primary() { return terms(false); }
+  /// A condition, or one object of EVALUATE if `subject` is given. Pairs compared are related.
+  void condition(TermRange subject = {});
+  /// Whether the condition read last held a test of its own, so that its value is true or false.
+  bool conditionHadTest() const { return m_hadTest; }
+  std::uint32_t termCount() const { return static_cast<std::uint32_t>(m_terms.size()); }
+  const Term& term(std::uint32_t index) const { return m_terms[index]; }
+  /// The subjects noted from index `from` on that have the ordinal, as terms placed here.
+  TermRange subjectTerms(std::uint32_t from, std::uint32_t ordinal);
+
+  // Relations
+  void relate(RelationKind kind, const Operand& from, const Operand& to);
+  void relateMove(const Operand& from, const Operand& to);
+  void relateLeaves(const Operand& from, const Operand& to);
+  /// What a term that is assigned does to the receiver: Move, Addition, Computation or Length.
+  void relateFlow(const Term& from, const Operand& to);
+  void relateFlow(TermRange from, const Operand& to);
+  void relateAll(RelationKind kind, TermRange from, const Operand& to);
+  /// The same but with Move and Addition taken as that kind.
+  void relateFlowAs(RelationKind kind, TermRange from, const Operand& to);
+
+  // Statements
+  /// Forgets the operands of the statement before and notes the verb, the word at `index`.
+  void beginStatement(NameId verb);
+  NameId verb() const { return m_verb; }
+  void setVerb(NameId verb) { m_verb = verb; }
+  /// Takes every declared name up to the boundary as read.
+  void generic();
+  void diagnose(Code code, Severity severity, std::uint32_t token, std::string text);
+  void addPlace(std::string_view kindWord, std::string_view name, std::uint32_t token);
+
+  const TokenStream& stream() const { return m_stream; }
+  Analysis& analysis() { return m_analysis; }
+  Resolver& resolver() { return m_resolver; }
+  Relations& relations() { return m_relations; }
+
+  std::vector<Block> blocks;      ///< open statements that own later words
+  std::vector<Subject> subjects;  ///< of the EVALUATE statements among them
+
+  /// Orders the instances by their place and hands them and the relations to the analysis.
+  void finish();
+
+ private:
+  struct Noted {
+    std::uint32_t token;
+    std::uint32_t construct;
+    NameId verb;
+    Access access;
+  };
+  struct Level {
+    enum class Sort : std::uint8_t { group, function };
+    Sort sort = Sort::group;
+    FunctionKind function = FunctionKind::none;
+    bool sawAdd = false;
+    bool sawMultiply = false;
+    std::uint32_t begin = 0;       ///< first term of the argument or group
+    std::uint32_t chain = 0;       ///< first term of the product
+    bool pending = false;          ///< a relational operator waits for its object
+    bool hasSubject = false;
+    bool connected = false;        ///< behind AND or OR: an abbreviated object may follow
+    bool related = false;          ///< the group holds a condition
+    TermRange subject{};
+    std::uint32_t side = 0;        ///< first term of the side that is being read
+  };
+  struct Mark {
+    std::uint32_t begin;
+    std::uint32_t end;
+    Term::Flow flow;
+  };
+  struct Parenthesis {
+    enum class Sort : std::uint8_t { subscript, group };
+    Sort sort = Sort::group;
+    bool sawColon = false;
+    Operand base;
+    std::uint32_t pending = 0; ///< first of the operands read inside
+  };
+
+  Operand plainOperand(Demand demand);
+  Operand named(Demand demand);
+  void lookUp(Operand& operand, NameId name, Demand demand);
+  void narrow(Operand& operand);
+  void parentheses(const Operand& base);
+  bool openParenthesis(const Operand& base);
+  void closeParenthesis();
+  /// A function whose name stands without the word FUNCTION.
+  bool isImpliedFunction() const;
+  bool acceptFunction();
+  TermRange terms(bool operators);
+  void takeTerm();
+  static void endChain(Level& level, std::uint32_t size, std::vector<Mark>& marks);
+  static void endSum(Level& level, std::uint32_t size, std::vector<Mark>& marks);
+  void closeFunction(const Level& level);
+  void applyMarks(std::uint32_t begin);
+  bool openGroup();
+  bool closeGroup();
+  void endRelation(Level& level);
+  bool acceptTest();
+  void compare(TermRange left, TermRange right);
+  bool acceptRelationalOperator();
+  bool acceptClass();
+  bool acceptArithmeticOperator();
+
+  const TokenStream& m_stream;
+  Analysis& m_analysis;
+  Diagnostics& m_diagnostics;
+  Resolver m_resolver;
+  Relations m_relations;
+  Token m_nothing{};
+  std::uint32_t m_at = 0;
+  std::uint32_t m_end = 0;
+  NameId m_verb = 0;
+  bool m_hadTest = false;
+  int m_preferredParent = -1;
+  int m_preferredFile = -1;
+  std::vector<std::uint32_t> m_pool;       ///< candidates of the statement's operands
+  std::vector<Term> m_terms;
+  std::vector<Level> m_levels;
+  std::vector<Mark> m_marks;
+  std::vector<Parenthesis> m_parentheses;
+  std::vector<Operand> m_pending;
+  std::vector<NameId> m_qualifiers;
+  std::vector<std::uint32_t> m_qualifierTokens;
+  std::vector<Noted> m_noted;
+  std::map<std::pair<std::uint32_t, std::uint32_t>, Position> m_placed; ///< token and construct: where inside the token
+  std::vector<int> m_ancestors;
+  NameId m_power = 0;
+  NameId m_inlineMethod = 0;
+  NameId m_responseCode = 0;
+  NameId m_cicsValue = 0;
+  NameId m_symbolIds[128]{};
+};
+
+} // namespace cobol

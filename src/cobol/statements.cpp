@@ -1,0 +1,94 @@
+#include "cobol/statements.hpp"
+
+#include <array>
+#include <utility>
+
+#include "cobol/statement_reader.hpp"
+
+namespace cobol {
+
+namespace {
+
+using Table = std::array<StatementHandler, keywordCount()>;
+
+constexpr std::pair<Keyword, StatementHandler> kHandlers[] = {
+    {Keyword::Accept, readAccept},
+    {Keyword::Add, readAdd},
+    {Keyword::Allocate, readAllocate},
+    {Keyword::Alter, readNothing},
+    {Keyword::Call, readCall},
+    {Keyword::Cancel, readCancel},
+    {Keyword::Chain, readCall},
+    {Keyword::Close, readOpenOrClose},
+    {Keyword::Commit, readNothing},
+    {Keyword::Compute, readCompute},
+    {Keyword::Continue, readNothing},
+    {Keyword::Delete, readDelete},
+    {Keyword::Disable, readSend},
+    {Keyword::Display, readDisplay},
+    {Keyword::Divide, readDivide},
+    {Keyword::Enable, readSend},
+    {Keyword::Enter, readNothing},
+    {Keyword::Entry, readEntry},
+    {Keyword::Evaluate, readEvaluate},
+    {Keyword::Examine, readTransform},
+    {Keyword::Exec, readExec},
+    {Keyword::Execute, readExec},
+    {Keyword::Exhibit, readDisplay},
+    {Keyword::Exit, readExit},
+    {Keyword::Free, readFree},
+    {Keyword::Generate, readNamed},
+    {Keyword::Go, readGo},
+    {Keyword::Goback, readExit},
+    {Keyword::If, readIf},
+    {Keyword::Initialize, readInitialize},
+    {Keyword::Initiate, readNamed},
+    {Keyword::Inspect, readInspect},
+    {Keyword::Invoke, readInvoke},
+    {Keyword::Json, readJson},
+    {Keyword::Merge, readSort},
+    {Keyword::Move, readMove},
+    {Keyword::Multiply, readMultiply},
+    {Keyword::Open, readOpenOrClose},
+    {Keyword::Perform, readPerform},
+    {Keyword::Purge, readNothing},
+    {Keyword::Read, readRead},
+    {Keyword::Ready, readNothing},
+    {Keyword::Receive, readReceive},
+    {Keyword::Release, readWrite},
+    {Keyword::Reset, readNothing},
+    {Keyword::Return, readRead},
+    {Keyword::Rewrite, readWrite},
+    {Keyword::Rollback, readNothing},
+    {Keyword::Search, readSearch},
+    {Keyword::Send, readSend},
+    {Keyword::Service, readNothing},
+    {Keyword::Set, readSet},
+    {Keyword::Sort, readSort},
+    {Keyword::Start, readStart},
+    {Keyword::Stop, readStop},
+    {Keyword::String, readString},
+    {Keyword::Subtract, readSubtract},
+    {Keyword::Suppress, readNothing},
+    {Keyword::Terminate, readNamed},
+    {Keyword::Transform, readTransform},
+    {Keyword::Unlock, readOpenOrClose},
+    {Keyword::Unstring, readUnstring},
+    {Keyword::Use, readUse},
+    {Keyword::Write, readWrite},
+    {Keyword::Xml, readXml},
+};
+
+constexpr Table makeTable() {
+  Table table{};
+  for (const auto& [verb, handler] : kHandlers) table[idOf(verb)] = handler;
+  return table;
+}
+
+constexpr Table kTable = makeTable();
+
+} // namespace
+
+StatementHandler handlerOf(Keyword verb) { return kTable[idOf(verb)]; }
+
+} // namespace cobol

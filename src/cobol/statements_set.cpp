@@ -1,0 +1,119 @@
+// SET in all its forms: indexes, switches, conditions, pointers and addresses.
+#include <vector>
+
+#include "cobol/statement_reader.hpp"
+#include "cobol/statements.hpp"
+
+namespace cobol {
+
+namespace {
+
+void addDynamicOverlay(StatementReader& r, const Operand& source, const Operand& record) {
+  r.relate(RelationKind::Address, source, record);
+  r.relateLeaves(source, record);
+}
+
+void setFrom(StatementReader& r, const Operand& source, const Operand& target) {
+  const bool targetIsAddress = target.sort == Operand::Sort::addressOf;
+  if (source.sort == Operand::Sort::addressOf) {
+    if (targetIsAddress) {
+      addDynamicOverlay(r, source, target);
+    } else {
+      r.relate(RelationKind::Pointer, source, target);
+    }
+  } else if (targetIsAddress) {
+    r.relate(RelationKind::Pointer, source, target);
+  } else {
+    r.relateMove(source, target);
+  }
+}
+
+/// SET condition TO TRUE writes the item that the condition belongs to without naming it.
+void touchItem(StatementReader& r, const Operand& target) {
+  for (std::uint32_t k = 0; k < target.count; ++k) {
+    const Construct& condition = r.construct(r.candidate(target, k));
+    if (condition.kind == Kind::condition && condition.parent >= 0) {
+      r.touch(static_cast<std::uint32_t>(condition.parent), target.token, Access::implied);
+    }
+  }
+}
+
+/// Whether the SET that begins here has another word than a data name as its source or target.
+Demand demandOfTargets(const StatementReader& r) {
+  for (std::uint32_t ahead = 0;; ++ahead) {
+    const Token& t = r.token(ahead);
+    if (t.kind == TokenKind::period || t.kind == TokenKind::end || r.isVerb(t)) return Demand::dataName;
+    if (r.keyword(ahead) == Keyword::To || r.keyword(ahead) == Keyword::Up || r.keyword(ahead) == Keyword::Down) {
+      const Keyword source = r.keyword(ahead + 1);
+      return source == Keyword::On || source == Keyword::Off ? Demand::declared : Demand::dataName;
+    }
+  }
+}
+
+void setUpOrDown(StatementReader& r, const std::vector<Operand>& targets) {
+  r.advance();
+  r.accept(Keyword::By);
+  for (const Operand& target : targets) r.touch(target, Access::both);
+  const TermRange by = r.expression();
+  for (const Operand& target : targets) r.relateFlowAs(RelationKind::Addition, by, target);
+}
+
+void setTo(StatementReader& r, const std::vector<Operand>& targets) {
+  for (const Operand& target : targets) r.touch(target, Access::write);
+  if (r.at(Keyword::True) || r.at(Keyword::False)) {
+    r.advance();
+    for (const Operand& target : targets) touchItem(r, target);
+    return;
+  }
+  if (r.at(Keyword::On) || r.at(Keyword::Off)) {
+    r.advance();
+    return;
+  }
+  if (r.accept(Keyword::Entry)) {
+    if (r.atConstant()) {
+      r.addPlace("CALL", r.text(r.token()), r.index());
+      r.operand();
+    } else {
+      r.read(Access::read);
+    }
+    return;
+  }
+  const bool simple = r.at(Keyword::Address);
+  if (simple || (r.atName() && !r.isSymbol(r.token(1), '+') && !r.isSymbol(r.token(1), '-'))) {
+    const Operand source = r.read(Access::read);
+    for (const Operand& target : targets) setFrom(r, source, target);
+    return;
+  }
+  const TermRange source = r.expression();
+  for (const Operand& target : targets) r.relateFlow(source, target);
+}
+
+} // namespace
+
+void readSet(StatementReader& r) {
+  if (r.at(Keyword::Environment) || r.at(Keyword::Locale) || r.at(Keyword::Last)) {
+    r.generic();
+    return;
+  }
+  std::vector<Operand> targets;
+  while (!r.atBoundary()) {
+    targets.clear();
+    const Demand demand = demandOfTargets(r);
+    while (r.atOperand() || (demand == Demand::declared && !r.at(Keyword::To) && !r.atBoundary())) {
+      const std::uint32_t before = r.index();
+      const Operand target = r.operand(demand);
+      if (target.isItem() || target.sort == Operand::Sort::addressOf) targets.push_back(target);
+      if (r.index() == before) r.advance();
+    }
+    if (r.at(Keyword::Up) || r.at(Keyword::Down)) {
+      setUpOrDown(r, targets);
+    } else if (r.accept(Keyword::To)) {
+      setTo(r, targets);
+    } else {
+      for (const Operand& target : targets) r.touch(target, Access::write);
+      return;
+    }
+  }
+}
+
+} // namespace cobol

@@ -1,0 +1,220 @@
+// STRING, UNSTRING, INSPECT, TRANSFORM, JSON and XML
+#include <vector>
+
+#include "cobol/statement_reader.hpp"
+#include "cobol/statements.hpp"
+
+namespace cobol {
+
+namespace {
+
+/// `WITH POINTER p`: p says where in the item to go on.
+bool acceptPointer(StatementReader& r, const Operand& item) {
+  const bool with = r.at(Keyword::With) && r.keyword(1) == Keyword::Pointer;
+  if (!with && !r.at(Keyword::Pointer)) return false;
+  r.skip({Keyword::With, Keyword::Pointer, Keyword::Is});
+  const Operand pointer = r.read(Access::both);
+  r.relate(RelationKind::Position, pointer, item);
+  return true;
+}
+
+/// `DELIMITER IN x`, `COUNT IN x`; the phrase's words are passed over.
+Operand countOrDelimiter(StatementReader& r) {
+  r.skip({Keyword::Delimiter, Keyword::Count, Keyword::In});
+  return r.read(Access::write);
+}
+
+void unstringReceivers(StatementReader& r, const Operand& source) {
+  while (!r.atBoundary() && !r.at(Keyword::Tallying) && !r.at(Keyword::With) && !r.at(Keyword::Pointer)) {
+    if (r.at(Keyword::Delimiter)) {
+      countOrDelimiter(r);
+    } else if (r.at(Keyword::Count)) {
+      r.relate(RelationKind::Tally, source, countOrDelimiter(r));
+    } else if (r.atOperand()) {
+      const Operand receiver = r.read(Access::write);
+      if (!receiver) return;
+      r.relate(RelationKind::Unstring, source, receiver);
+    } else {
+      return;
+    }
+  }
+}
+
+} // namespace
+
+void readString(StatementReader& r) {
+  std::vector<Operand> sources;
+  while (!r.atBoundary() && !r.accept(Keyword::Into)) {
+    if (r.at(Keyword::Delimited)) {
+      r.skip({Keyword::Delimited, Keyword::By});
+      if (!r.accept(Keyword::Size)) r.primary();
+    } else if (r.atOperand()) {
+      const TermRange source = r.primary();
+      for (std::uint32_t i = source.begin; i < source.end; ++i) sources.push_back(r.term(i).operand);
+    } else {
+      return;
+    }
+  }
+  const Operand target = r.read(Access::both);
+  for (const Operand& source : sources) {
+    if (source.isItem()) r.relate(RelationKind::String, source, target);
+  }
+  acceptPointer(r, target);
+}
+
+void readUnstring(StatementReader& r) {
+  const TermRange from = r.primary();
+  const Operand source = from.empty() ? Operand{} : r.term(from.begin).operand;
+  if (r.accept(Keyword::Delimited)) {
+    r.accept(Keyword::By);
+    do {
+      r.accept(Keyword::All);
+      const TermRange delimiter = r.primary();
+      r.relateAll(RelationKind::Comparison, delimiter, source);
+    } while (r.accept(Keyword::Or));
+  }
+  if (!r.accept(Keyword::Into)) return;
+  unstringReceivers(r, source);
+  while (!r.atBoundary()) {
+    if (r.accept(Keyword::Tallying)) {
+      r.accept(Keyword::In);
+      r.relate(RelationKind::Tally, source, r.read(Access::both));
+    } else if (!acceptPointer(r, source)) {
+      return;
+    }
+  }
+}
+
+namespace {
+
+/// What a word of INSPECT does to the operand behind it; the others only frame.
+void inspectTallying(StatementReader& r, const Operand& inspected) {
+  Operand counter;
+  const auto counterFollows = [&r] {
+    // A counter is a name whose reference ends at FOR.
+    std::uint32_t ahead = 0;
+    if (!r.atName()) return false;
+    ++ahead;
+    while (r.keyword(ahead) == Keyword::Of || r.keyword(ahead) == Keyword::In) ahead += 2;
+    int depth = 0;
+    while (r.isSymbol(r.token(ahead), '(') || depth > 0) {
+      if (r.token(ahead).kind == TokenKind::period || r.token(ahead).kind == TokenKind::end) return false;
+      if (r.isSymbol(r.token(ahead), '(')) ++depth;
+      if (r.isSymbol(r.token(ahead), ')')) --depth;
+      ++ahead;
+    }
+    return r.keyword(ahead) == Keyword::For;
+  };
+  while (!r.atBoundary() && !r.at(Keyword::Replacing)) {
+    if (counterFollows()) {
+      counter = r.read(Access::both);
+      r.accept(Keyword::For);
+      r.relate(RelationKind::Tally, inspected, counter);
+    } else if (r.at(Keyword::All) || r.at(Keyword::Leading) || r.at(Keyword::Trailing) || r.at(Keyword::Characters) ||
+               r.at(Keyword::Before) || r.at(Keyword::After) || r.at(Keyword::Initial)) {
+      r.advance();
+    } else if (r.atOperand()) {
+      r.relateAll(RelationKind::Inspection, r.primary(), inspected);
+    } else {
+      return;
+    }
+  }
+}
+
+void inspectOthers(StatementReader& r, const Operand& inspected) {
+  while (!r.atBoundary()) {
+    if (r.at(Keyword::All) || r.at(Keyword::Leading) || r.at(Keyword::Trailing) || r.at(Keyword::Characters) ||
+        r.at(Keyword::Before) || r.at(Keyword::After) || r.at(Keyword::Initial) || r.at(Keyword::First) ||
+        r.at(Keyword::By) || r.at(Keyword::To)) {
+      r.advance();
+    } else if (r.atOperand()) {
+      r.relateAll(RelationKind::Inspection, r.primary(), inspected);
+    } else {
+      return;
+    }
+  }
+}
+
+} // namespace
+
+void readInspect(StatementReader& r) {
+  if (r.at(Keyword::Function)) { // the result of a function can be counted through, not changed
+    r.primary();
+    if (r.accept(Keyword::Tallying)) inspectTallying(r, {});
+    return;
+  }
+  const Operand inspected = r.operand();
+  const bool tallies = r.accept(Keyword::Tallying);
+  if (tallies) inspectTallying(r, inspected);
+  const bool changes = r.at(Keyword::Replacing) || r.at(Keyword::Converting);
+  r.touch(inspected, changes || !tallies ? Access::both : Access::read);
+  if (changes) {
+    r.advance();
+    inspectOthers(r, inspected);
+  }
+}
+
+void readTransform(StatementReader& r) {
+  // TRANSFORM x [CHARACTERS] FROM a TO b; EXAMINE x TALLYING|REPLACING … [BY …]
+  const Operand item = r.read(Access::both);
+  r.skip({Keyword::Characters});
+  while (!r.atBoundary()) {
+    if (r.at(Keyword::All)) {
+      r.advance();
+    } else if (r.atOperand()) {
+      r.relateAll(RelationKind::Inspection, r.primary(), item);
+    } else {
+      r.advance();
+    }
+  }
+}
+
+void readJson(StatementReader& r) {
+  if (r.accept(Keyword::Parse)) {
+    const Operand text = r.read(Access::read);
+    r.accept(Keyword::Into);
+    const Operand target = r.read(Access::write);
+    r.relate(RelationKind::Unstring, text, target);
+    r.accept(Keyword::With);
+  } else {
+    r.accept(Keyword::Generate);
+    const Operand target = r.read(Access::write);
+    r.accept(Keyword::From);
+    const Operand source = r.read(Access::read);
+    r.relate(RelationKind::String, source, target);
+    r.accept(Keyword::Count);
+    r.accept(Keyword::In);
+    if (r.atOperand()) r.relate(RelationKind::Tally, source, r.read(Access::write));
+  }
+  // NAME OF x IS 'n', SUPPRESS x WHEN …: the items are only named.
+  while (!r.atEnd() && r.token().kind != TokenKind::period) {
+    if (r.at(Keyword::Suppress) || r.at(Keyword::When)) {
+      r.advance();
+    } else if (r.atBoundary()) {
+      return;
+    } else if (r.atName()) {
+      r.touch(r.operand(Demand::declared), Access::named);
+    } else {
+      r.advance();
+    }
+  }
+}
+
+void readXml(StatementReader& r) {
+  if (!r.accept(Keyword::Parse)) {
+    readJson(r);
+    return;
+  }
+  r.read(Access::read);
+  while (!r.atBoundary()) {
+    if (r.accept(Keyword::Validating)) {
+      r.accept(Keyword::With);
+      r.accept(Keyword::File);
+      r.read(Access::read, Demand::declared);
+    } else {
+      r.advance(); // ENCODING, RETURNING NATIONAL, PROCESSING PROCEDURE p THRU q
+    }
+  }
+}
+
+} // namespace cobol
