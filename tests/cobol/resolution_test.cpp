@@ -1,0 +1,118 @@
+// Which declaration a written name means, and what comes of names that nothing declares.
+#include <gtest/gtest.h>
+
+#include "procedure_facts.hpp"
+
+namespace {
+
+std::string usedKeys(const ProcedureFacts& facts) {
+  std::string all;
+  for (const cobol::Instance& i : facts.analysis.instances) {
+    if (i.access == cobol::Access::declare) continue;
+    all += (all.empty() ? "" : ", ") + facts.analysis.constructs[i.construct].kvid + ' ' + static_cast<char>(i.access);
+  }
+  return all;
+}
+
+} // namespace
+
+TEST(Resolution, QualifiersPickAmongEqualNames) {
+  constexpr std::string_view data = R"(^WORKING-STORAGE SECTION.
+^01 G.
+^   05 S.
+^      10 X PIC X.
+^01 H.
+^   05 S.
+^      10 X PIC X.
+^   05 Y PIC X.
+^01 Y PIC X.
+)";
+  struct Case {
+    std::string_view statement;
+    std::string_view keys;
+  };
+  const Case cases[] = {
+      {"DISPLAY X OF G.", "P:G.S.X R, P:G N"},
+      {"DISPLAY X IN S OF H.", "P:H.S.X R, P:H.S N, P:H N"},
+      {"DISPLAY X.", "P:G.S.X R, P:H.S.X R"},
+      {"DISPLAY X OF S.", "P:G.S.X R, P:H.S.X R, P:G.S N, P:H.S N"},
+      {"DISPLAY Y.", "P:Y R"}, // the whole chain of the level 01 is given
+      {"DISPLAY Y OF H.", "P:H.Y R, P:H N"},
+      {"DISPLAY X OF Y.", "P:?Y.X R"},
+      {"DISPLAY Z Z.", "P:?Z R, P:?Z R"},
+  };
+  for (const Case& one : cases) {
+    SCOPED_TRACE(one.statement);
+    EXPECT_EQ(usedKeys(factsOf(data, one.statement)), one.keys);
+  }
+  EXPECT_EQ(factsOf(data, "DISPLAY X.").diagnostics(), "Ambiguous X can mean 2 declarations; the use counts for each");
+  EXPECT_EQ(factsOf(data, "DISPLAY Z.").diagnostics(), "Unresolved Z is not declared");
+}
+
+TEST(Resolution, ContainedProgramsSeeGlobalNames) {
+  const ProcedureFacts facts = factsOfSource(R"(       IDENTIFICATION DIVISION.
+       PROGRAM-ID. OUTER.
+       DATA DIVISION.
+       WORKING-STORAGE SECTION.
+       01 SHARED GLOBAL.
+          05 PART PIC X.
+       01 OWN PIC X.
+       01 HIDDEN PIC X.
+       PROCEDURE DIVISION.
+           MOVE OWN TO PART.
+       IDENTIFICATION DIVISION.
+       PROGRAM-ID. INNER.
+       DATA DIVISION.
+       WORKING-STORAGE SECTION.
+       01 OWN PIC X.
+       PROCEDURE DIVISION.
+           MOVE PART TO OWN. MOVE 1 TO RETURN-CODE. DISPLAY HIDDEN.
+       END PROGRAM INNER.
+       END PROGRAM OUTER.
+)");
+  EXPECT_EQ(usedKeys(facts), "OUTER:OWN R, OUTER:SHARED.PART W, OUTER:SHARED.PART R, OUTER/INNER:OWN W, "
+                             "OUTER:!REG.RETURN-CODE W, OUTER/INNER:?HIDDEN R");
+}
+
+TEST(Resolution, ParametersOfTheProgramMeetItsOwnSlots) {
+  const ProcedureFacts facts = factsOfSource(R"(       IDENTIFICATION DIVISION.
+       PROGRAM-ID. SUB.
+       DATA DIVISION.
+       LINKAGE SECTION.
+       01 DFHCOMMAREA PIC X.
+       01 A PIC X.
+       01 B PIC X.
+       PROCEDURE DIVISION USING A BY VALUE B.
+           GOBACK.
+)");
+  EXPECT_EQ(facts.relations(), "Parameter A -> SUB(1), Parameter B -> SUB(2), Parameter DFHCOMMAREA -> SUB(CA)");
+}
+
+TEST(Resolution, PlacesNameParagraphsCallsAndLiterals) {
+  const ProcedureFacts facts = factsOf("^WORKING-STORAGE SECTION.\n^01 A PIC X.\n",
+                                       "CALL 'SUB'.\n^SEC SECTION 50.\n^0100.\nMOVE 'x' TO A\n^NO-PERIOD-BEFORE.\nCALL A.");
+  std::string places;
+  for (const auto& place : facts.analysis.places) places += place.kindWord + ' ' + place.name + ", ";
+  EXPECT_EQ(places, "PARA HERE, CALL SUB, PARA SEC, PARA 0100, PARA NO-PERIOD-BEFORE, CALL A, LIT SUB, LIT x, ");
+}
+
+TEST(Resolution, DeepNestingIsReadToItsEnd) {
+  constexpr int depth = 100'000;
+  std::string text = "COMPUTE A =\n";
+  for (int i = 0; i < depth; ++i) text += "(\n";
+  text += "B\n";
+  for (int i = 0; i < depth; ++i) text += ")\n";
+  text += ".\nIF\n";
+  for (int i = 0; i < depth; ++i) text += "(\n";
+  text += "A = B\n";
+  for (int i = 0; i < depth; ++i) text += ")\n";
+  text += "MOVE T (\n";
+  for (int i = 0; i < depth; ++i) text += "T (\n";
+  text += "A\n";
+  for (int i = 0; i < depth; ++i) text += ")\n";
+  text += ") TO B.";
+  const ProcedureFacts facts =
+      factsOf("^WORKING-STORAGE SECTION.\n^01 A PIC 9.\n^01 B PIC 9.\n^01 R.\n^   05 T PIC 9 OCCURS 9.\n", text);
+  EXPECT_EQ(facts.relations(), "Comparison A -> B, Move B -> A, Move T -> B, Subscript A -> T");
+  EXPECT_EQ(facts.analysis.statements, facts.analysis.statementsUnderstood);
+}
