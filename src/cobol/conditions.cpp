@@ -195,7 +195,7 @@ void Conditions::define(std::string_view text) {
   std::vector<std::string> words = wordsOf(text);
   std::erase_if(words, [](const std::string& word) { return word == "AS" || word == "CONSTANT" || word == "OVERRIDE" || word == "IS"; });
   if (words.empty()) return;
-  if (words.size() == 1) m_constants[words[0]] = "1";
+  if (words.size() == 1) m_constants.insert_or_assign(words[0], std::string(1, '1'));
   else if (words[1] == "OFF") m_constants.erase(words[0]);
   else if (words[1] != "PARAMETER") m_constants[words[0]] = unquoted(words[1]);
 }
@@ -204,9 +204,13 @@ bool Conditions::holdsWhen(const std::string& subject, std::string_view text) co
   if (subject.empty() || subject == "TRUE") return holdsCondition(text, m_constants);
   const std::vector<std::string> words = wordsOf(text);
   if (words.size() >= 3 && (words[1] == "THRU" || words[1] == "THROUGH")) {
-    return holdsCondition(subject + " >= " + words[0] + " AND " + subject + " <= " + words[2], m_constants);
+    std::string range = subject;
+    range.append(" >= ").append(words[0]).append(" AND ").append(subject).append(" <= ").append(words[2]);
+    return holdsCondition(range, m_constants);
   }
-  return holdsCondition(subject + " = " + std::string(text), m_constants);
+  std::string equality = subject;
+  equality.append(" = ").append(text);
+  return holdsCondition(equality, m_constants);
 }
 
 Conditions::Outcome Conditions::take(std::string_view directive) {

@@ -1,11 +1,13 @@
 #include "cobol/declared_relations.hpp"
 
+#include "cobol/record_layout.hpp"
+
 namespace cobol {
 namespace {
 
 class DeclaredRelations {
  public:
-  explicit DeclaredRelations(Analysis& analysis) : m_analysis(analysis) {}
+  explicit DeclaredRelations(Analysis& analysis) : m_analysis(analysis), m_roots(redefinitionRoots(analysis)) {}
 
   void run() {
     for (std::size_t i = 0; i < m_analysis.constructs.size(); ++i) {
@@ -28,10 +30,7 @@ class DeclaredRelations {
   }
 
  private:
-  int rootOf(int item) const {
-    for (int next = item; next >= 0; next = m_analysis.constructs[static_cast<std::size_t>(item)].redefines) item = next;
-    return item;
-  }
+  int rootOf(int item) const { return m_roots[static_cast<std::size_t>(item)]; }
   void add(int from, int to, RelationKind kind, const Position& at) {
     if (from == to) return;
     m_analysis.relationships.push_back(
@@ -39,6 +38,7 @@ class DeclaredRelations {
   }
 
   Analysis& m_analysis;
+  const std::vector<int> m_roots;
 };
 
 } // namespace

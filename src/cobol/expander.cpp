@@ -153,7 +153,7 @@ void Expander::onCopy(Frame& frame, std::size_t at) {
   // An extension without quotes: COPY NAME.CPY.
   if (!request.isText && next + 1 < tokens.size() && tokens[next].kind == TokenKind::period && tokens[next].has(joined) &&
       tokens[next + 1].kind == TokenKind::word && tokens[next + 1].has(joined)) {
-    request.name += "." + std::string(textAt(frame, next + 1));
+    request.name.append(1, '.').append(textAt(frame, next + 1));
     next += 2;
   }
   if ((isWord(frame, next, Keyword::Of) || isWord(frame, next, Keyword::In)) && next + 1 < tokens.size()) {

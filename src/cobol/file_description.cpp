@@ -77,14 +77,17 @@ class DescriptionReader {
       case Word::global: file().global = true; return m_cursor.next();
       case Word::external: file().external = true; return m_cursor.next();
       case Word::record: return recordClause();
-      case Word::block: case Word::label: case Word::codeSet: case Word::recording: case Word::data:
-        // BLOCK CONTAINS … RECORDS and LABEL RECORDS must not be taken for a RECORD clause.
+      case Word::block: return blockClause();
+      case Word::label: case Word::data:
         m_cursor.next();
-        while (!done() && (m_cursor.word() == Word::record || m_cursor.word() == Word::dataRecords || atUserWord() ||
-                           m_cursor.word() == Word::contains || m_cursor.word() == Word::is || m_cursor.word() == Word::mode ||
-                           m_cursor.word() == Word::to || m_cursor.word() == Word::characters ||
-                           m_cursor.kind() == TokenKind::number))
-          m_cursor.next();
+        if (!m_cursor.take(Word::record)) m_cursor.take(Word::dataRecords);
+        m_cursor.take(Word::is);
+        while (!done() && atUserWord()) m_cursor.next();
+        return;
+      case Word::codeSet: case Word::recording:
+        m_cursor.next();
+        while (m_cursor.word() == Word::mode || m_cursor.word() == Word::is) m_cursor.next();
+        if (atUserWord()) m_cursor.next();
         return;
       case Word::value:
         m_cursor.next();
@@ -111,6 +114,19 @@ class DescriptionReader {
         return;
       default: return m_cursor.next();
     }
+  }
+
+  /// Its RECORDS must not be taken for a RECORD clause.
+  void blockClause() {
+    m_cursor.next();
+    m_cursor.take(Word::contains);
+    m_cursor.takeInteger();
+    if (m_cursor.take(Word::to)) m_cursor.takeInteger();
+    if (m_cursor.take(Word::characters) || m_cursor.take(Word::dataRecords) || m_cursor.word() != Word::record) return;
+    const Word following = m_cursor.word(1);
+    const bool clause = following == Word::contains || following == Word::is || following == Word::varying ||
+                        m_cursor.kind(1) == TokenKind::number;
+    if (!clause) m_cursor.next();
   }
 
   void recordClause() {

@@ -4,6 +4,7 @@ namespace cobol {
 namespace {
 
 constexpr std::size_t kItemLimit = 5'000'000;
+constexpr std::size_t kCopyLimit = 500'000; // items that types make, in a source
 
 void setFlag(Construct& construct, bool condition, ConstructFlag flag) {
   if (condition) construct.flags = static_cast<std::uint16_t>(construct.flags | flag);
@@ -33,6 +34,7 @@ void ItemTree::beginProgram(int program, const PictureRules& rules) {
     return found->second;
   };
   m_begin = m_analysis.constructs.size();
+  m_facts.reserve(m_analysis.constructs.capacity());
   m_facts.resize(m_begin);
   beginSection(Section::none);
 }
@@ -286,7 +288,8 @@ void ItemTree::copyType(const DataEntry& entry, int item) {
       if (up == below) return true;
     return false;
   };
-  if (inside(source) || m_analysis.constructs.size() + static_cast<std::size_t>(end - source) > kItemLimit) {
+  m_copied += static_cast<std::size_t>(end - source);
+  if (inside(source) || m_copied > kCopyLimit) {
     remark(Code::BudgetSpent, Severity::error, entry.copiedFrom, "this type can't be copied here");
     return;
   }

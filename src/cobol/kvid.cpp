@@ -1,6 +1,6 @@
 #include "cobol/kvid.hpp"
 
-#include <unordered_map>
+#include <array>
 
 namespace cobol {
 namespace {
@@ -9,11 +9,19 @@ constexpr std::size_t kLongest = 200;
 constexpr std::size_t kKept = 120;
 constexpr std::string_view kHex = "0123456789ABCDEF";
 
-bool isKeyCharacter(char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || std::string_view("-_.:/#~^+@!?()").find(c) != std::string_view::npos;
-}
+constexpr auto kKeyCharacters = [] {
+  std::array<bool, 256> result{};
+  for (const char c : std::string_view("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_.:/#~^+@!?()")) result[static_cast<unsigned char>(c)] = true;
+  return result;
+}();
+
+bool isKeyCharacter(char c) { return kKeyCharacters[static_cast<unsigned char>(c)]; }
 
 void appendKey(std::string& key, std::string_view text) {
+  if (std::all_of(text.begin(), text.end(), isKeyCharacter)) {
+    key += text;
+    return;
+  }
   for (const char c : text) {
     if (c >= 'a' && c <= 'z') {
       key += static_cast<char>(c - 'a' + 'A');
@@ -43,6 +51,39 @@ void shorten(std::string& key) {
   for (int shift = 60; shift >= 0; shift -= 4) key += kHex[(hash >> static_cast<unsigned>(shift)) & 15U];
 }
 
+/// Counts equal keys: open addressing over the constructs that were first to have theirs.
+class KeyTable {
+ public:
+  explicit KeyTable(const std::vector<Construct>& constructs) : m_constructs(constructs) {
+    std::size_t size = 16;
+    while (size < constructs.size() * 2) size *= 2;
+    m_slots.resize(size);
+  }
+
+  /// How many constructs have the key of this one by now, itself included.
+  std::uint32_t add(std::uint32_t construct) {
+    const auto& key = m_constructs[construct].kvid;
+    const auto hash = std::hash<std::string_view>{}(key);
+    for (auto at = hash & (m_slots.size() - 1);; at = (at + 1) & (m_slots.size() - 1)) {
+      Slot& slot = m_slots[at];
+      if (slot.count == 0) {
+        slot = {hash, construct, 1};
+        return 1;
+      }
+      if (slot.hash == hash && m_constructs[slot.construct].kvid == key) return ++slot.count;
+    }
+  }
+
+ private:
+  struct Slot {
+    std::size_t hash = 0;
+    std::uint32_t construct = 0;
+    std::uint32_t count = 0;
+  };
+  const std::vector<Construct>& m_constructs;
+  std::vector<Slot> m_slots;
+};
+
 class KeyWriter {
  public:
   explicit KeyWriter(Analysis& analysis) : m_analysis(analysis) {
@@ -51,18 +92,18 @@ class KeyWriter {
   }
 
   void run() {
-    std::unordered_map<std::string, std::uint32_t> seen;
-    seen.reserve(m_analysis.constructs.size());
+    KeyTable seen(m_analysis.constructs);
     for (std::size_t i = 0; i < m_analysis.constructs.size(); ++i) {
       auto& item = m_analysis.constructs[i];
-      std::string& key = item.kvid;
+      std::string& key = m_key;
       key.clear();
       const auto program = static_cast<std::size_t>(std::max(item.program, 0));
       if (program < m_prefixes.size()) key = m_prefixes[program];
       append(key, item, i);
       shorten(key);
-      const auto times = ++seen[key];
-      if (times > 1) key += '#' + std::to_string(times);
+      item.kvid = key;
+      const auto times = seen.add(static_cast<std::uint32_t>(i));
+      if (times > 1) item.kvid += '#' + std::to_string(times);
     }
   }
 
@@ -177,6 +218,7 @@ class KeyWriter {
   std::vector<std::string> m_prefixes;
   std::vector<FillerPlace> m_fillers;
   std::vector<int> m_above;
+  std::string m_key;
   int m_lastRoot = -1;
 };
 

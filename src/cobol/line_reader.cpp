@@ -207,8 +207,13 @@ LineReader::Sort LineReader::byIndicator(CodeLine& line, char indicator) const {
   case 'd': line.indicator = 'D'; break;
   default: return skipBlanks(line.from, line.to) == line.to ? Sort::skipped : Sort::unknownIndicator;
   }
+  const char* text = skipBlanks(line.from, line.to);
+  if (text < line.to && (*text == '>' || *text == '+') && line.indicator == ' ' && opensDirective(text, line.to)) {
+    line.from = text;
+    line.indicator = '>';
+  }
   // Trailing blanks stay: they belong to a literal that is open there.
-  return skipBlanks(line.from, line.to) == line.to ? Sort::skipped : Sort::code;
+  return text == line.to ? Sort::skipped : Sort::code;
 }
 
 } // namespace cobol

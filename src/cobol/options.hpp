@@ -27,7 +27,7 @@ struct Options {
   bool allBranches = false;         ///< keep every branch of conditional compilation
   std::string encoding = "auto";    ///< auto, UTF-8, ISO-8859-1
   std::string ebcdic = "auto";      ///< auto, never, or a code page name
-  std::vector<std::string> copybookFolders; ///< searched in this order
+  std::vector<std::string> copybookFolders = {}; ///< searched in this order
   std::vector<std::string> copyExtensions = {"", ".cpy", ".cbl", ".cob", ".inc", ".copy", ".dcl", ".txt"};
 };
 

@@ -21,7 +21,8 @@ struct Interval {
 
 class OverlaySearch {
  public:
-  OverlaySearch(Analysis& analysis, Diagnostics& diagnostics) : m_analysis(analysis), m_diagnostics(diagnostics) {}
+  OverlaySearch(Analysis& analysis, Diagnostics& diagnostics)
+      : m_analysis(analysis), m_diagnostics(diagnostics), m_roots(redefinitionRoots(analysis)) {}
 
   void run() {
     collectAreas();
@@ -143,13 +144,11 @@ class OverlaySearch {
     }
     return true;
   }
-  int rootOf(int item) const {
-    while (at(item).redefines >= 0) item = at(item).redefines;
-    return item;
-  }
+  int rootOf(int item) const { return m_roots[static_cast<std::size_t>(item)]; }
 
   Analysis& m_analysis;
   Diagnostics& m_diagnostics;
+  const std::vector<int> m_roots;
   std::vector<std::vector<std::uint32_t>> m_leaves; ///< by area
   std::vector<Interval> m_intervals;
   std::vector<Interval> m_open;

@@ -35,6 +35,7 @@ class EventScan {
     const auto count = static_cast<std::uint32_t>(m_stream.tokens.size());
     for (std::uint32_t i = 0; i < count; ++i) {
       const Token& token = m_stream.tokens[i];
+      if (token.kind == TokenKind::number && periodAt(i - 1)) ++entries;
       if (token.kind != TokenKind::word) continue;
       const Word word = m_words.of(token.text);
       if (word == Word::none) continue;
@@ -48,6 +49,7 @@ class EventScan {
 
   std::vector<Event> events;
   std::vector<std::uint32_t> m_cics;
+  std::size_t entries = 0; ///< numbers behind a period: about as many as data descriptions
   bool declaresExecBlock = false;
 
  private:
@@ -66,17 +68,22 @@ class EventScan {
     m_state = state;
   }
 
+  /// A header stands first on its line or behind a period; the same words elsewhere are plain text.
+  bool beginsSentence(std::uint32_t i) const {
+    return i == 0 || m_stream.tokens[i].has(lineStart) || periodAt(i - 1) || m_stream.tokens[i].file != m_stream.tokens[i - 1].file;
+  }
+
   void header(std::uint32_t i, Word word) {
     switch (word) {
       case Word::identification:
-        if (wordAt(i + 1) == Word::division) {
+        if (wordAt(i + 1) == Word::division && beginsSentence(i)) {
           m_pending = i;
           m_state = State::header;
         }
         break;
       case Word::programId: case Word::functionId: case Word::classId: case Word::methodId: start(i, word); break;
       case Word::environment:
-        if (wordAt(i + 1) == Word::division) add(Mark::environment, i, State::environment);
+        if (wordAt(i + 1) == Word::division && beginsSentence(i)) add(Mark::environment, i, State::environment);
         break;
       case Word::configuration: case Word::inputOutput:
         if (m_state == State::header && wordAt(i + 1) == Word::section) add(Mark::environment, i, State::environment);
@@ -85,7 +92,7 @@ class EventScan {
         if (m_state == State::header && periodAt(i + 1)) add(Mark::environment, i, State::environment);
         break;
       case Word::data:
-        if (wordAt(i + 1) == Word::division) add(Mark::data, i, State::data);
+        if (wordAt(i + 1) == Word::division && beginsSentence(i)) add(Mark::data, i, State::data);
         break;
       case Word::file: case Word::workingStorage: case Word::localStorage: case Word::linkage:
       case Word::communication: case Word::report: case Word::screen: case Word::threadLocal:
@@ -93,7 +100,7 @@ class EventScan {
           add(Mark::data, i, State::data);
         break;
       case Word::procedure:
-        if (wordAt(i + 1) == Word::division) add(Mark::procedure, i, State::procedure);
+        if (wordAt(i + 1) == Word::division && beginsSentence(i)) add(Mark::procedure, i, State::procedure);
         break;
       case Word::dfheiblk: case Word::eibtime:
         if (i > 0 && m_stream.tokens[i - 1].kind == TokenKind::number) declaresExecBlock = true;
@@ -304,6 +311,7 @@ ProgramStructure findPrograms(const TokenStream& stream, const Words& words, Ana
     scan.events.insert(scan.events.begin(), Event{.mark = Mark::start});
   }
   auto structure = Assembly(stream, words, scan.events, analysis, diagnostics).run();
+  analysis.constructs.reserve(scan.entries + scan.entries / 16);
   markCics(scan.m_cics, analysis, structure);
   structure.declaresExecBlock = scan.declaresExecBlock;
   return structure;

@@ -33,13 +33,18 @@ int boundaryOf(const Construct& item, const Options& options) {
   return 1;
 }
 
-RecordLayout::RecordLayout(Analysis& analysis, const Options& options, Diagnostics& diagnostics)
-    : m_analysis(analysis), m_options(options), m_diagnostics(diagnostics), m_roots(analysis.constructs.size()) {
-  for (std::size_t i = 0; i < m_roots.size(); ++i) {
+std::vector<int> redefinitionRoots(const Analysis& analysis) {
+  std::vector<int> roots(analysis.constructs.size());
+  for (std::size_t i = 0; i < roots.size(); ++i) {
+    // A target stands before the item that redefines it.
     const int target = analysis.constructs[i].redefines;
-    m_roots[i] = target >= 0 && target < static_cast<int>(i) ? m_roots[static_cast<std::size_t>(target)] : static_cast<int>(i);
+    roots[i] = target >= 0 && target < static_cast<int>(i) ? roots[static_cast<std::size_t>(target)] : static_cast<int>(i);
   }
+  return roots;
 }
+
+RecordLayout::RecordLayout(Analysis& analysis, const Options& options, Diagnostics& diagnostics)
+    : m_analysis(analysis), m_options(options), m_diagnostics(diagnostics), m_roots(redefinitionRoots(analysis)) {}
 
 int RecordLayout::firstBoundary(int item) const {
   while (at(item).isGroup()) item = at(item).firstChild;

@@ -11,6 +11,9 @@ constexpr std::int64_t kOffsetLimit = std::int64_t{1} << 62;
 std::int64_t saturatingAdd(std::int64_t a, std::int64_t b);
 std::int64_t saturatingMultiply(std::int64_t a, std::int64_t b);
 
+/// By construct: the item at the start of its chain of redefinitions; itself when it redefines nothing.
+std::vector<int> redefinitionRoots(const Analysis& analysis);
+
 /// Boundary that SYNCHRONIZED asks for: 1 for items without it.
 int boundaryOf(const Construct& item, const Options& options);
 

@@ -231,6 +231,10 @@ const char* Scanner::scanSymbol(const char* p, const char* end) {
   if (end - p >= 2) {
     if (m_inSql && p[0] == '-' && p[1] == '-') return end;
     const std::string_view two = view(p, p + 2);
+    // In `:A::B:` the colons belong to words apart, as in EXEC text.
+    const bool colonsApart = m_inExec || (m_block.tokens.size() > 1 && m_last == p && m_block.tokens.back().has(joined) &&
+                                          m_block.tokens[m_block.tokens.size() - 2].text == m_colon);
+    if (two == "::" && colonsApart) return addText(TokenKind::symbol, p, p + 1);
     if (two == "==" || two == "**" || two == "<=" || two == ">=" || two == "<>" || two == "::" || two == "||") {
       return addText(TokenKind::symbol, p, p + 2);
     }

@@ -106,12 +106,12 @@ void Scanner::directive(const CodeLine& line) {
   m_block.directives.push_back({upper(text), {0, line.line, column, static_cast<std::uint32_t>(line.to - line.from)}});
 }
 
-// `SOURCE FORMAT IS FREE`, `SET SOURCEFORMAT"FREE"`; other settings change no words.
+// `SOURCE [FORMAT] [IS] FREE`, `SET SOURCEFORMAT"FREE"`; other settings change no words.
 void Scanner::sourceFormat(std::string_view text) {
   const std::string words = upper(text);
-  const std::size_t format = words.find("FORMAT");
+  const std::size_t format = words.starts_with("SOURCE") ? 0 : words.find("SOURCEFORMAT");
   if (format == std::string::npos) return;
-  const auto has = [&](std::string_view word) { return words.find(word, format + 6) != std::string::npos; };
+  const auto has = [&](std::string_view word) { return words.find(word, format) != std::string::npos; };
   if (has("FREE")) m_reader.setFormat(Format::free);
   else if (has("VARIABLE")) m_reader.setFormat(Format::variable);
   else if (has("FIXED")) m_reader.setFormat(Format::fixed);

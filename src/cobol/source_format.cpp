@@ -57,10 +57,12 @@ void lookAt(std::string_view line, Looks& looks) {
   const std::size_t blank = std::min(sequence.find(' '), sequence.size());
   const bool tag = line.size() > kIndicatorAt && sequence.find_first_not_of(' ', blank) == sequence.npos && isIndicator(indicator);
   const bool blankOrDigits = sequence.find_first_not_of("0123456789 ") == sequence.npos;
+  const bool fixedPossible = isIndicator(indicator) && (blankOrDigits || tag);
   const bool comment = first != sequence.npos && sequence.substr(first).starts_with("*>");
-  if (first != sequence.npos && (comment || (charClass(sequence[first]) == CharClass::letter && !tag))) {
+  const bool textInFront = first != sequence.npos && !digits && charClass(sequence[first]) <= CharClass::digit;
+  if (comment || (textInFront && !fixedPossible)) {
     ++looks.freeLike;
-  } else if (isIndicator(indicator) && (blankOrDigits || tag)) {
+  } else if (fixedPossible) {
     ++looks.fixedLike;
     looks.numbered += digits;
     if (indicator == '*' || indicator == '/') ++looks.starred;

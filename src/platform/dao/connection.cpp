@@ -72,8 +72,11 @@ void Statement::bind(int position, const Value& value) {
   }
 }
 
-void Statement::bind(const std::vector<Value>& values, int firstPosition) {
-  for (std::size_t i = 0; i < values.size(); ++i) bind(firstPosition + static_cast<int>(i), values[i]);
+void Statement::bind(const std::vector<Value>& values) {
+  if (static_cast<std::size_t>(parameterCount()) != values.size()) {
+    m_connection.fail("needs " + std::to_string(parameterCount()) + " parameters", m_sql);
+  }
+  for (std::size_t i = 0; i < values.size(); ++i) bind(static_cast<int>(i) + 1, values[i]);
 }
 
 void Statement::bindInteger(int position, std::int64_t value) { check(sqlite3_bind_int64(m_statement, position, value)); }
@@ -201,9 +204,6 @@ void Connection::close() noexcept {
 
 void Connection::run(const std::string& sql, const std::vector<Value>& parameters) {
   Statement statement(*this, sql);
-  if (static_cast<std::size_t>(statement.parameterCount()) != parameters.size()) {
-    fail("needs " + std::to_string(statement.parameterCount()) + " parameters", sql);
-  }
   statement.bind(parameters);
   while (statement.step()) {
   }

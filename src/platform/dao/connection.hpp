@@ -41,7 +41,7 @@ class Statement {
 
   /// Positions count from 1. Texts are not copied and must live until the reset.
   void bind(int position, const Value& value);
-  void bind(const std::vector<Value>& values, int firstPosition = 1);
+  void bind(const std::vector<Value>& values);
   void bindInteger(int position, std::int64_t value);
   void bindDouble(int position, double value);
   void bindText(int position, std::string_view value);

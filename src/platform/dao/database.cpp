@@ -2,6 +2,7 @@
 #include "platform/dao/recordsets.hpp"
 #include "platform/dao/sql_text.hpp"
 #include "platform/runtime/error.hpp"
+#include "platform/runtime/text.hpp"
 
 namespace platform {
 

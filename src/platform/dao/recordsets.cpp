@@ -2,6 +2,7 @@
 
 #include "platform/dao/sql_text.hpp"
 #include "platform/runtime/error.hpp"
+#include "platform/runtime/text.hpp"
 
 namespace platform {
 
@@ -81,7 +82,10 @@ class ReadTransaction {
     if (m_own) m_connection.run("begin");
   }
   ~ReadTransaction() {
-    if (m_own && m_connection.inTransaction()) m_end.step();
+    // Ending a transaction that only read has nothing to lose.
+    ignoring([&] {
+      if (m_own && m_connection.inTransaction()) m_connection.run("commit");
+    });
   }
   ReadTransaction(const ReadTransaction&) = delete;
   ReadTransaction& operator=(const ReadTransaction&) = delete;
@@ -89,7 +93,6 @@ class ReadTransaction {
  private:
   Connection& m_connection;
   bool m_own;
-  Statement m_end{m_connection, "commit"};
 };
 
 /// A query over one table: its rows are fixed by their rowids, the values come page by page.
@@ -103,8 +106,7 @@ class QueryRecordset final : public UpdatableRecordset {
     query.text += (select.ordered ? ", " : " order by ") + rowid(select);
     markRead();
     Statement statement(*m_connection, query.text);
-    statement.bind(parameters);
-    statement.bind(query.literals);
+    statement.bind(parameters.empty() ? query.literals : parameters);
     bool row = statement.step();
     m_columns.readFrom(statement, 1);
     for (; row; row = statement.step()) {
@@ -173,11 +175,18 @@ class QueryRecordset final : public UpdatableRecordset {
   bool m_ascending = true;
 };
 
+/// Whether it is a table of the file whose rows have rowids.
+bool hasRowids(Connection& connection, std::string_view table) {
+  Statement statement(connection, "select 1 from sqlite_master where type = 'table' and name = ?1 collate nocase "
+                                  "and sql not like '%without%rowid%'");
+  statement.bindText(1, table);
+  return statement.step();
+}
+
 std::unique_ptr<Recordset> readWhole(Connection& connection, const std::string& sql, const std::vector<Value>& parameters) {
   const SqlTemplate query = sqlTemplate(sql);
   Statement statement(connection, query.text);
-  const std::vector<Value>& values = parameters.empty() ? query.literals : parameters;
-  statement.bind(values);
+  statement.bind(parameters.empty() ? query.literals : parameters);
   bool row = statement.step();
   if (statement.columnCount() == 0) connection.fail("gives no rows", sql);
   std::vector<std::string> columns;

@@ -61,6 +61,8 @@ class UpdatableRecordset : public Recordset {
   /// The page holds the rows from the current one on.
   void startPage();
   void leaveRow();
+  /// Notes which changes the rows read from here on show.
+  void markRead() { m_changesSeen = m_connection->changes(); }
   [[noreturn]] void fail(const std::string& reason) const;
 
   std::shared_ptr<Connection> m_connection;

@@ -1,5 +1,7 @@
 #include "platform/dao/sql_text.hpp"
 
+#include "platform/runtime/text.hpp"
+
 #include <algorithm>
 #include <charconv>
 
@@ -32,6 +34,9 @@ SqlToken quotedToken(std::string_view sql, std::size_t begin) {
     }
     token.value += sql[at];
   }
+  // No quote closes it; left as it stands, so that SQLite says so.
+  token.kind = SqlTokenKind::sign;
+  token.value = sql.substr(begin);
   return token;
 }
 
@@ -131,11 +136,6 @@ std::string_view unbracketed(std::string_view name) {
   return inBrackets ? name.substr(1, name.size() - 2) : name;
 }
 
-bool equalsIgnoringCase(std::string_view left, std::string_view right) {
-  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                    [](char a, char b) { return folded(a) == folded(b); });
-}
-
 std::string indexName(std::string_view table, std::string_view index) {
   return std::string(table) + "_" + std::string(index);
 }
@@ -182,6 +182,8 @@ std::optional<SingleTableSelect> parseSingleTableSelect(const std::string& sql, 
   for (std::size_t at = last + 1; at < tokens.size(); ++at) {
     if (tokens[at].isSign('(')) ++depth;
     if (tokens[at].isSign(')')) --depth;
+    const bool columnNumber = select.ordered && tokens[at].kind == SqlTokenKind::integer;
+    if (columnNumber || tokens[at].isSign(';')) return std::nullopt;
     if (depth == 0 && isAny(tokens[at], {"group", "having", "union", "intersect", "except", "limit", "window"})) {
       return std::nullopt;
     }

@@ -32,7 +32,6 @@ std::vector<SqlToken> sqlTokens(std::string_view sql);
 std::string bracketed(std::string_view name);
 /// The name without the brackets or quotes around it.
 std::string_view unbracketed(std::string_view name);
-bool equalsIgnoringCase(std::string_view left, std::string_view right);
 
 /// What SQLite calls the index X of table T, as its index names are global to a file.
 std::string indexName(std::string_view table, std::string_view index);
@@ -49,7 +48,7 @@ std::optional<std::string> translatedCreateIndex(const std::string& sql, const s
 std::optional<DropIndex> parseDropIndex(const std::vector<SqlToken>& tokens);
 std::optional<DropColumn> parseDropColumn(const std::vector<SqlToken>& tokens);
 
-/// A select over one table whose rows can be told by their rowid: no distinct, grouping, join, union, limit or function.
+/// A select over one table whose rows can be told by their rowid: no distinct, grouping, join, union, limit, function or order by a column's number.
 struct SingleTableSelect {
   std::string table;     ///< as it stands after `from`, with its alias
   std::string tableName; ///< without brackets

@@ -1,6 +1,7 @@
 #include "platform/dao/recordsets.hpp"
 #include "platform/dao/sql_text.hpp"
 #include "platform/runtime/error.hpp"
+#include "platform/runtime/text.hpp"
 
 namespace platform {
 
@@ -42,7 +43,7 @@ UpdatableRecordset::UpdatableRecordset(std::shared_ptr<Connection> connection, s
 
 void UpdatableRecordset::readFirstPage() {
   m_page.clear();
-  m_changesSeen = m_connection->changes();
+  markRead();
   readPage(m_page, std::nullopt, m_pageSize);
   startPage();
 }

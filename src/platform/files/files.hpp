@@ -53,6 +53,9 @@ class LineReader {
   std::ifstream m_stream;
 };
 
+/// A name in the same folder that no other process or call has, ending in ".new".
+std::string temporaryNameFor(const std::string& path);
+
 /// Replaces a file as a whole: the contents go to a temporary file in the same folder, to the disk, and are then renamed into
 /// place with the permissions of the file that was there. On failure the old file stays as it was and nothing else is left.
 void WriteFileAtomically(const std::string& path, std::string_view contents);

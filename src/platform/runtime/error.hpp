@@ -45,7 +45,8 @@ class DatabaseError : public Error {
 class XmlError : public Error {
  public:
   XmlError(std::string reason, int line, int position)
-      : Error(reason + " at line " + std::to_string(line) + ", position " + std::to_string(position)),
+      : Error(line == 0 ? reason
+                        : reason + " at line " + std::to_string(line) + ", position " + std::to_string(position)),
         m_reason(std::move(reason)), m_line(line), m_position(position) {}
   const std::string& reason() const { return m_reason; }
   int line() const { return m_line; }         ///< from 1; 0 when unknown

@@ -1,0 +1,45 @@
+#include "cobol/analyse.hpp"
+
+#include "cobol/data_division.hpp"
+#include "cobol/declared_relations.hpp"
+#include "cobol/kvid.hpp"
+#include "cobol/layout.hpp"
+#include "cobol/overlay.hpp"
+#include "cobol/procedure.hpp"
+#include "cobol/source.hpp"
+
+namespace cobol {
+namespace {
+
+// The stages in their order: statements need the places of items, keys need every construct that statements make.
+Analysis analyseTokens(TokenStream stream, const Options& options, Diagnostics diagnostics) {
+  Analysis analysis;
+  readData(stream, options, analysis, diagnostics);
+  layOut(analysis, options, diagnostics);
+  addDeclaredRelations(analysis);
+  addOverlays(analysis, diagnostics);
+  readProcedures(stream, options, analysis, diagnostics);
+  layOutWithoutStorage(analysis, options);
+  nameConstructs(analysis);
+  for (const CopyUse& copy : stream.copies) analysis.places.push_back({"COPY", copy.name, copy.at});
+  analysis.files = std::move(stream.files);
+  analysis.copies = std::move(stream.copies);
+  analysis.diagnostics = diagnostics.all();
+  return analysis;
+}
+
+} // namespace
+
+Analysis analyse(const std::string& path, const Options& options, CopyLibrary& library) {
+  Diagnostics diagnostics;
+  TokenStream stream = readTokens(path, options, library, diagnostics);
+  return analyseTokens(std::move(stream), options, std::move(diagnostics));
+}
+
+Analysis analyse(std::string_view text, const Options& options, const std::map<std::string, std::string>& copybooks) {
+  Diagnostics diagnostics;
+  TokenStream stream = readTokens(text, options, copybooks, diagnostics);
+  return analyseTokens(std::move(stream), options, std::move(diagnostics));
+}
+
+} // namespace cobol

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <functional>
+
+#include "orvane/base_folder.hpp"
+#include "orvane/repository_file.hpp"
+#include "tarnsift/session/host.hpp"
+
+namespace orvane {
+
+/// What HostFactory makes for each window.
+struct WindowParts {
+  std::function<tarnsift::Ref<tarnsift::KVWorkSpace>()> workspace;
+  std::function<tarnsift::Ref<tarnsift::KVSource>()> source;
+  std::function<tarnsift::Ref<tarnsift::Splitter>()> splitter;
+  std::function<tarnsift::Ref<tarnsift::ReportWriter>()> reportWriter;
+};
+
+/// Registers the small global objects of the host under their names: RepositoryAccess, ProductPaths, ProductStrings,
+/// CaptionText, FileProbe, ListViewSorter, MathTools, HostFactory.
+void registerHostObjects(const BaseFolder& base, const tarnsift::Ref<RepositoryFile>& repository, WindowParts parts);
+
+} // namespace orvane

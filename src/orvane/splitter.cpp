@@ -1,0 +1,166 @@
+#include "orvane/splitter.hpp"
+
+#include <cmath>
+#include <cstdio>
+#include <sstream>
+
+#include <fmt/format.h>
+
+#include "platform/runtime/text.hpp"
+
+namespace orvane {
+
+namespace {
+
+constexpr double kSash = 60;     // twips between two panes
+constexpr double kCaption = 285; // twips of a caption bar
+constexpr int kSideBySide = 1;
+
+} // namespace
+
+class PaneTree::Pane : public tarnsift::SplitterPane {
+ public:
+  Pane(PaneTree& tree, std::string key) : m_tree(tree), m_key(std::move(key)) {}
+
+  std::string Key() override { return m_key; }
+  float Left() override { return static_cast<float>(m_left); }
+  float Top() override { return static_cast<float>(m_top + kCaption); }
+  float Width() override { return static_cast<float>(m_width); }
+  float Height() override { return static_cast<float>(std::max(0.0, m_height - kCaption)); }
+  bool Visible() override { return m_visible; }
+  void setVisible(bool visible) override {
+    m_visible = visible;
+    m_tree.arranged();
+  }
+  void setCaption(const std::string& caption) override { m_caption = caption; }
+  std::string Caption() override { return m_caption; }
+  bool IsActive() override { return m_tree.m_active == this; }
+  void Activate() override {
+    if (m_tree.m_active == this) return;
+    m_tree.m_active = this;
+    m_tree.PaneActivated.raise(*this);
+  }
+  void setPinned(bool pinned) override { m_pinned = pinned; }
+  void Split(int orientation, int, double size, const std::string& first, const std::string& second) override {
+    m_orientation = orientation;
+    m_size = size;
+    m_first = std::make_unique<Pane>(m_tree, first);
+    m_second = std::make_unique<Pane>(m_tree, second);
+  }
+  SplitterPane& Child(int position) override {
+    if (!m_first || position < 1 || position > 2) throw platform::KeyError(fmt::format("the pane has no child {}", position));
+    return position == 1 ? *m_first : *m_second;
+  }
+
+  bool shown() const { return m_first ? m_first->shown() || m_second->shown() : m_visible; }
+
+  void place(double left, double top, double width, double height) {
+    m_left = left, m_top = top, m_width = width, m_height = height;
+    if (!m_first) return;
+    // A hidden child leaves its place to the other.
+    if (!m_first->shown()) return m_second->place(left, top, width, height);
+    if (!m_second->shown()) return m_first->place(left, top, width, height);
+    const bool sideBySide = m_orientation == kSideBySide;
+    const double whole = sideBySide ? width : height;
+    const double first = std::min(std::max(0.0, m_size), std::max(0.0, whole - kSash));
+    const double second = std::max(0.0, whole - first - kSash);
+    if (sideBySide) {
+      m_first->place(left, top, first, height);
+      m_second->place(left + first + kSash, top, second, height);
+    } else {
+      m_first->place(left, top, width, first);
+      m_second->place(left, top + first + kSash, width, second);
+    }
+  }
+
+  Pane* find(const std::string& key) {
+    if (!m_first) return platform::equalsIgnoringCase(m_key, key) && !key.empty() ? this : nullptr;
+    Pane* found = m_first->find(key);
+    return found ? found : m_second->find(key);
+  }
+
+  // "(orientation size first second)" for a cut, "key+" or "key-" for a shown or hidden pane.
+  std::string text() const {
+    if (!m_first) return m_key + (m_visible ? "+" : "-");
+    return fmt::format("({} {:.0f} {} {})", m_orientation, m_size, m_first->text(), m_second->text());
+  }
+
+  void read(std::istringstream& in, int depth) {
+    constexpr int kDeepest = 16;
+    in >> std::ws;
+    if (depth > kDeepest) throw platform::Error("the stored layout nests too deep");
+    if (in.peek() == '(') {
+      in.get();
+      int orientation = 0;
+      double size = 0;
+      if (!(in >> orientation >> size) || orientation < 1 || orientation > 2 || !std::isfinite(size))
+        throw platform::Error("the stored layout is not one");
+      Split(orientation, 2, size, "", "");
+      m_first->read(in, depth + 1);
+      m_second->read(in, depth + 1);
+      if ((in >> std::ws).get() != ')') throw platform::Error("the stored layout is not one");
+      return;
+    }
+    std::string word;
+    while (in.peek() != ' ' && in.peek() != ')' && in.peek() != std::char_traits<char>::eof()) word += static_cast<char>(in.get());
+    if (word.size() < 2 || (word.back() != '+' && word.back() != '-')) throw platform::Error("the stored layout is not one");
+    m_visible = word.back() == '+';
+    m_key = word.substr(0, word.size() - 1);
+  }
+
+ private:
+  PaneTree& m_tree;
+  std::string m_key;
+  std::string m_caption;
+  double m_left = 0, m_top = 0, m_width = 0, m_height = 0;
+  bool m_visible = true;
+  bool m_pinned = false;
+  int m_orientation = 0;
+  double m_size = 0;
+  std::unique_ptr<Pane> m_first;
+  std::unique_ptr<Pane> m_second;
+};
+
+PaneTree::PaneTree() : m_root(std::make_unique<Pane>(*this, "")) {}
+PaneTree::~PaneTree() = default;
+
+tarnsift::SplitterPane& PaneTree::RootPane() { return *m_root; }
+
+tarnsift::SplitterPane& PaneTree::Panes(const std::string& key) {
+  if (Pane* pane = m_root->find(key)) return *pane;
+  throw platform::KeyError("the splitter has no pane '" + key + "'");
+}
+
+void PaneTree::setRedraw(bool redraw) { m_redraw = redraw; }
+
+void PaneTree::Arrange() { arranged(); }
+
+void PaneTree::Arrange(double left, double top, double width, double height) {
+  m_left = left, m_top = top, m_width = std::max(0.0, width), m_height = std::max(0.0, height);
+  arranged();
+}
+
+void PaneTree::arranged() {
+  if (!m_redraw) return;
+  m_root->place(m_left, m_top, m_width, m_height);
+  PanesArranged.raise();
+}
+
+std::string PaneTree::SaveLayout() { return m_root->text(); }
+
+void PaneTree::LoadLayout(const std::string& layout) {
+  auto fresh = std::make_unique<Pane>(*this, "");
+  std::istringstream in(layout);
+  fresh->read(in, 0);
+  for (const char* key : {"Programs", "Lists", "Synonyms", "Source"})
+    if (!fresh->find(key)) throw platform::Error(std::string("the stored layout has no pane ") + key);
+  m_root = std::move(fresh);
+  m_active = nullptr;
+}
+
+void PaneTree::Release() {
+  m_root = std::make_unique<Pane>(*this, "");
+  m_active = nullptr;
+}
+
+} // namespace orvane
