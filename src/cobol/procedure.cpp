@@ -97,7 +97,7 @@ class ProcedureText {
 
   void readUnknown() {
     const std::uint32_t first = m_reader.index();
-    m_reader.beginStatement(m_reader.token().kind == TokenKind::word ? m_reader.token().text : 0);
+    m_reader.beginStatement(0);
     ++m_analysis.statements;
     misunderstood(first);
     if (m_reader.index() == first) m_reader.advance();

@@ -244,37 +244,35 @@ void Relations::finish() {
   std::sort(m_entries.begin(), m_entries.end(), [](const Entry& a, const Entry& b) {
     return std::tie(a.ends, a.kind, a.site) < std::tie(b.ends, b.kind, b.site);
   });
-  std::vector<Relationship> all = std::move(m_analysis.relationships);
-  std::erase_if(all, [](const Relationship& r) { return r.from == r.to; });
+  const auto triple = [](const Relationship& r) { return std::tuple(r.from, r.to, r.kind); };
+  std::vector<Relationship> declared = std::move(m_analysis.relationships);
+  std::erase_if(declared, [](const Relationship& r) { return r.from == r.to; });
+  std::stable_sort(declared.begin(), declared.end(),
+                   [&](const Relationship& a, const Relationship& b) { return triple(a) < triple(b); });
+  std::vector<Relationship> all;
+  const auto append = [&](Relationship&& next) {
+    if (all.empty() || triple(all.back()) != triple(next)) {
+      all.push_back(std::move(next));
+      return;
+    }
+    auto& sites = all.back().sites;
+    sites.insert(sites.end(), next.sites.begin(), next.sites.end());
+    dropRepeats(sites);
+  };
+  auto before = declared.begin();
   for (std::size_t i = 0; i < m_entries.size();) {
     const Entry& first = m_entries[i];
     std::size_t end = i;
     while (end < m_entries.size() && m_entries[end].ends == first.ends && m_entries[end].kind == first.kind) ++end;
-    Relationship& made = all.emplace_back();
-    made.from = static_cast<std::uint32_t>(first.ends >> 32);
-    made.to = static_cast<std::uint32_t>(first.ends);
-    made.kind = first.kind;
+    Relationship made{static_cast<std::uint32_t>(first.ends >> 32), static_cast<std::uint32_t>(first.ends), first.kind, {}};
+    while (before != declared.end() && triple(*before) <= triple(made)) append(std::move(*before++));
     made.sites.reserve(end - i);
-    for (; i < end; ++i) {
-      made.sites.push_back(m_stream.tokens[m_entries[i].site].position());
-    }
+    for (; i < end; ++i) made.sites.push_back(m_stream.tokens[m_entries[i].site].position());
     dropRepeats(made.sites);
+    append(std::move(made));
   }
-  const auto triple = [](const Relationship& r) { return std::tuple(r.from, r.to, r.kind); };
-  std::stable_sort(all.begin(), all.end(),
-                   [&](const Relationship& a, const Relationship& b) { return triple(a) < triple(b); });
-  std::vector<Relationship> unique;
-  unique.reserve(all.size());
-  for (Relationship& r : all) {
-    if (unique.empty() || triple(unique.back()) != triple(r)) {
-      unique.push_back(std::move(r));
-      continue;
-    }
-    auto& sites = unique.back().sites;
-    sites.insert(sites.end(), r.sites.begin(), r.sites.end());
-    dropRepeats(sites);
-  }
-  m_analysis.relationships = std::move(unique);
+  while (before != declared.end()) append(std::move(*before++));
+  m_analysis.relationships = std::move(all);
   m_entries.clear();
 }
 

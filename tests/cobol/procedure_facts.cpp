@@ -5,12 +5,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "cobol/data_division.hpp"
-#include "cobol/declared_relations.hpp"
-#include "cobol/kvid.hpp"
-#include "cobol/layout.hpp"
-#include "cobol/procedure.hpp"
-#include "cobol/source.hpp"
+#include "cobol/analyse.hpp"
 
 namespace {
 
@@ -73,20 +68,7 @@ std::string ProcedureFacts::diagnostics() const {
   return joined(lines);
 }
 
-ProcedureFacts factsOfSource(std::string_view source) {
-  const cobol::Options options;
-  cobol::Diagnostics diagnostics;
-  const cobol::TokenStream tokens = cobol::readTokens(source, options, {}, diagnostics);
-  ProcedureFacts facts;
-  cobol::readData(tokens, options, facts.analysis, diagnostics);
-  cobol::layOut(facts.analysis, options, diagnostics);
-  cobol::addDeclaredRelations(facts.analysis);
-  cobol::readProcedures(tokens, options, facts.analysis, diagnostics);
-  cobol::layOutWithoutStorage(facts.analysis, options);
-  cobol::nameConstructs(facts.analysis);
-  facts.analysis.diagnostics = diagnostics.all();
-  return facts;
-}
+ProcedureFacts factsOfSource(std::string_view source) { return {cobol::analyse(source, cobol::Options{}, {})}; }
 
 ProcedureFacts factsOf(std::string_view data, std::string_view procedure) {
   std::string source = inColumns("^IDENTIFICATION DIVISION.\n^PROGRAM-ID. P.\n^DATA DIVISION.\n", 7);
