@@ -89,27 +89,35 @@ TEST(Resolution, ParametersOfTheProgramMeetItsOwnSlots) {
 }
 
 TEST(Resolution, PlacesNameParagraphsCallsAndLiterals) {
-  const ProcedureFacts facts = factsOf("^WORKING-STORAGE SECTION.\n^01 A PIC X.\n",
-                                       "CALL 'SUB'.\n^SEC SECTION 50.\n^0100.\nMOVE 'x' TO A\n^NO-PERIOD-BEFORE.\nCALL A.");
+  const ProcedureFacts facts =
+      factsOf("^WORKING-STORAGE SECTION.\n^01 A PIC X.\n",
+              "CALL 'SUB'.\n^SEC SECTION 50.\n^0100.\nMOVE 'x' TO A\n^NO-PERIOD-BEFORE.\nCALL A.");
   std::string places;
-  for (const auto& place : facts.analysis.places) places += place.kindWord + ' ' + place.name + ", ";
+  for (const auto& place : facts.analysis.places)
+    places += place.kindWord + ' ' + place.name + ", ";
   EXPECT_EQ(places, "PARA HERE, CALL SUB, PARA SEC, PARA 0100, PARA NO-PERIOD-BEFORE, CALL A, LIT SUB, LIT x, ");
 }
 
 TEST(Resolution, DeepNestingIsReadToItsEnd) {
   constexpr int depth = 100'000;
   std::string text = "COMPUTE A =\n";
-  for (int i = 0; i < depth; ++i) text += "(\n";
+  for (int i = 0; i < depth; ++i)
+    text += "(\n";
   text += "B\n";
-  for (int i = 0; i < depth; ++i) text += ")\n";
+  for (int i = 0; i < depth; ++i)
+    text += ")\n";
   text += ".\nIF\n";
-  for (int i = 0; i < depth; ++i) text += "(\n";
+  for (int i = 0; i < depth; ++i)
+    text += "(\n";
   text += "A = B\n";
-  for (int i = 0; i < depth; ++i) text += ")\n";
+  for (int i = 0; i < depth; ++i)
+    text += ")\n";
   text += "MOVE T (\n";
-  for (int i = 0; i < depth; ++i) text += "T (\n";
+  for (int i = 0; i < depth; ++i)
+    text += "T (\n";
   text += "A\n";
-  for (int i = 0; i < depth; ++i) text += ")\n";
+  for (int i = 0; i < depth; ++i)
+    text += ")\n";
   text += ") TO B.";
   const ProcedureFacts facts =
       factsOf("^WORKING-STORAGE SECTION.\n^01 A PIC 9.\n^01 B PIC 9.\n^01 R.\n^   05 T PIC 9 OCCURS 9.\n", text);
