@@ -154,8 +154,6 @@ class StatementReader {
   // Statements
   /// Forgets the operands of the statement before and notes the verb, the word at `index`.
   void beginStatement(NameId verb);
-  NameId verb() const { return m_verb; }
-  void setVerb(NameId verb) { m_verb = verb; }
   /// Takes every declared name up to the boundary as read.
   void generic();
   void diagnose(Code code, Severity severity, std::uint32_t token, std::string text);

@@ -71,6 +71,7 @@ void varying(StatementReader& r) {
 void readIf(StatementReader& r) {
   r.condition();
   r.accept(Keyword::Then);
+  r.blocks.push_back({Keyword::If, static_cast<std::uint32_t>(r.subjects.size())});
 }
 
 void readEvaluate(StatementReader& r) {

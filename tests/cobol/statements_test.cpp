@@ -1,4 +1,5 @@
 // Which names a statement reads and writes, and which datanames it joins.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "procedure_facts.hpp"
@@ -82,6 +83,35 @@ TEST(Statements, GroupMovesAreAlignedLeafByLeaf) {
       {"MOVE A TO TAB.", "A R 1:6, TAB W 1:11", "GroupMove A -> TAB, PartMove A -> ELEM"},
       {"MOVE A TO ROW (1).", "A R 1:6, ROW W 1:11", "Move A -> ROW, PartMove A -> ELEM"},
   });
+}
+
+TEST(Statements, LeavesOfTablesMeetOnceAndTooManyNotAtAll) {
+  expectFacts(
+      R"(^WORKING-STORAGE SECTION.
+^01 MONTHS.
+^   05 M1 PIC X(3).
+^   05 M2 PIC X(3).
+^   05 M3 PIC X(3).
+^01 TAB.
+^   05 MONTH PIC X(3) OCCURS 3.
+^01 SHIFTED.
+^   05 FILLER PIC X.
+^   05 PART PIC X(2) OCCURS 4.
+)",
+      {
+          {"MOVE MONTHS TO TAB.", "MONTHS R 1:6, TAB W 1:16",
+           "GroupMove MONTHS -> TAB, PartMove M1 -> MONTH, PartMove M2 -> MONTH, PartMove M3 -> MONTH"},
+          {"MOVE TAB TO SHIFTED.", "TAB R 1:6, SHIFTED W 1:13", "GroupMove TAB -> SHIFTED, OverlapMove MONTH -> PART"},
+      });
+  std::string data = "^WORKING-STORAGE SECTION.\n^01 G.\n";
+  for (int i = 0; i < 5000; ++i)
+    data += "^   05 G" + std::to_string(i) + " PIC X.\n";
+  data += "^01 H.\n";
+  for (int i = 0; i < 5000; ++i)
+    data += "^   05 H" + std::to_string(i) + " PIC X.\n";
+  const ProcedureFacts many = factsOf(data, "MOVE G TO H.");
+  EXPECT_EQ(many.relations(), "GroupMove G -> H");
+  EXPECT_THAT(many.diagnostics(), testing::StartsWith("PairsCapped"));
 }
 
 TEST(Statements, CorrespondingJoinsNamesUnderBothGroups) {
@@ -190,6 +220,8 @@ TEST(Statements, ControlReadsWhatSteers) {
        "Comparison A -> B, Comparison N -> M"},
       {"EVALUATE N WHEN 1 IF A = B CONTINUE WHEN M CONTINUE.", "N R 1:10, A R 1:22, B R 1:26, M R 1:42",
        "Comparison A -> B, Comparison N -> M"},
+      {"EVALUATE N WHEN 1 IF A = B SEARCH ROW WHEN SW-ON CONTINUE\nEND-IF WHEN M CONTINUE END-EVALUATE.",
+       "N R 1:10, A R 1:22, B R 1:26, ROW R 1:35, SW-ON R 1:44, M R 2:13", "Comparison A -> B, Comparison N -> M"},
       {"EXIT PERFORM CYCLE. GOBACK. STOP RUN. CONTINUE.", "", ""},
   });
 }
@@ -240,6 +272,17 @@ TEST(Statements, TableSortsAndScreenTraffic) {
       {"XML GENERATE A FROM G COUNT IN N END-XML.", "A W 1:14, G R 1:21, N W 1:32", "String G -> A, Tally G -> N"},
       {"JSON PARSE A INTO G NAME OF GX IS 'x'.", "A R 1:12, G W 1:19, GX N 1:29", "Unstring A -> G"},
   });
+}
+
+TEST(Statements, RelationKindsStandInTheOrderOfTheirNumbers) {
+  const auto& kinds = cobol::relationKinds();
+  ASSERT_EQ(kinds.size(), static_cast<std::size_t>(cobol::RelationKind::ExecKey) + 1);
+  std::string high;
+  for (std::size_t i = 0; i < kinds.size(); ++i) {
+    EXPECT_EQ(static_cast<std::size_t>(kinds[i].kind), i);
+    if (kinds[i].affinity == cobol::Affinity::high) high += std::string(kinds[i].name) + ' ';
+  }
+  EXPECT_EQ(high, "Move PartMove Addition Comparison Condition Overlay Address Read Write Argument Parameter ");
 }
 
 TEST(Statements, ABrokenStatementCostsItselfOnly) {
