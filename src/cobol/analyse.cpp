@@ -21,7 +21,8 @@ Analysis analyseTokens(TokenStream stream, const Options& options, Diagnostics d
   readProcedures(stream, options, analysis, diagnostics);
   layOutWithoutStorage(analysis, options);
   nameConstructs(analysis);
-  for (const CopyUse& copy : stream.copies) analysis.places.push_back({"COPY", copy.name, copy.at});
+  for (const CopyUse& copy : stream.copies)
+    analysis.places.push_back({"COPY", copy.name, copy.at});
   analysis.files = std::move(stream.files);
   analysis.copies = std::move(stream.copies);
   analysis.diagnostics = diagnostics.all();

@@ -11,8 +11,9 @@
 
 namespace cobol {
 
-/// Everything known of a source program and what it copies. Bad input gives diagnostics, never an exception; an unreadable
-/// file gives an analysis without programs. Several threads may share the library. The same input gives the same analysis.
+/// Everything known of a source program and what it copies. Bad input gives diagnostics, never an exception; an
+/// unreadable file gives an analysis without programs. Several threads may share the library. The same input gives the
+/// same analysis.
 Analysis analyse(const std::string& path, const Options& options, CopyLibrary& library);
 
 /// The same for texts in memory; `copybooks` gives texts by upper-case name or `LIBRARY/NAME`.

@@ -11,30 +11,48 @@ constexpr std::array<CharClass, 256> makeCharClasses() {
   std::array<CharClass, 256> table{};
   for (int c = 0; c < 256; ++c) {
     CharClass sort = CharClass::symbol;
-    if (c <= ' ' || c == 0x7F) sort = CharClass::blank;
-    else if ((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c >= 0x80) sort = CharClass::letter;
-    else if (c >= '0' && c <= '9') sort = CharClass::digit;
-    else if (c == '_' || c == '$' || c == '#' || c == '@') sort = CharClass::letter;
-    else if (c == '-') sort = CharClass::hyphen;
-    else if (c == '\'' || c == '"') sort = CharClass::quote;
-    else if (c == '.') sort = CharClass::period;
-    else if (c == ',' || c == ';') sort = CharClass::comma;
+    if (c <= ' ' || c == 0x7F)
+      sort = CharClass::blank;
+    else if ((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c >= 0x80)
+      sort = CharClass::letter;
+    else if (c >= '0' && c <= '9')
+      sort = CharClass::digit;
+    else if (c == '_' || c == '$' || c == '#' || c == '@')
+      sort = CharClass::letter;
+    else if (c == '-')
+      sort = CharClass::hyphen;
+    else if (c == '\'' || c == '"')
+      sort = CharClass::quote;
+    else if (c == '.')
+      sort = CharClass::period;
+    else if (c == ',' || c == ';')
+      sort = CharClass::comma;
     table[static_cast<std::size_t>(c)] = sort;
   }
   return table;
 }
 inline constexpr auto kCharClasses = makeCharClasses();
 
-constexpr CharClass charClass(char c) { return kCharClasses[static_cast<unsigned char>(c)]; }
-constexpr bool isBlank(char c) { return charClass(c) == CharClass::blank; }
-constexpr bool isDigit(char c) { return c >= '0' && c <= '9'; }
+constexpr CharClass charClass(char c) {
+  return kCharClasses[static_cast<unsigned char>(c)];
+}
+constexpr bool isBlank(char c) {
+  return charClass(c) == CharClass::blank;
+}
+constexpr bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 /// A letter, digit, hyphen or one of `_ $ # @` and everything above 0x7F.
 constexpr bool isWordChar(char c) {
   const CharClass sort = charClass(c);
   return sort == CharClass::letter || sort == CharClass::digit || sort == CharClass::hyphen;
 }
-constexpr char toUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
+constexpr char toUpper(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+}
 /// The first byte of a character, not a later one of several.
-constexpr bool startsCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }
+constexpr bool startsCharacter(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+}
 
 } // namespace cobol

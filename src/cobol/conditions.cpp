@@ -21,7 +21,8 @@ std::vector<std::string> wordsOf(std::string_view text) {
     if (charClass(c) == CharClass::quote) {
       end = std::min(text.find(c, i + 1), text.size() - 1) + 1;
     } else if (isWordChar(c)) {
-      while (end < text.size() && isWordChar(text[end])) ++end;
+      while (end < text.size() && isWordChar(text[end]))
+        ++end;
     } else if ((c == '<' || c == '>') && end < text.size() && (text[end] == '=' || text[end] == '>')) {
       ++end;
     }
@@ -129,13 +130,20 @@ class Reader {
     bool less = false;
     bool equal = false;
     bool greater = false;
-    if (next("=") || next("EQUAL")) equal = true;
-    else if (next("<") || next("LESS")) less = true;
-    else if (next(">") || next("GREATER")) greater = true;
-    else if (next("<=")) less = equal = true;
-    else if (next(">=")) greater = equal = true;
-    else if (next("<>")) less = greater = true;
-    else return (left && *left != "0" && *left != "FALSE") != negated;
+    if (next("=") || next("EQUAL"))
+      equal = true;
+    else if (next("<") || next("LESS"))
+      less = true;
+    else if (next(">") || next("GREATER"))
+      greater = true;
+    else if (next("<="))
+      less = equal = true;
+    else if (next(">="))
+      greater = equal = true;
+    else if (next("<>"))
+      less = greater = true;
+    else
+      return (left && *left != "0" && *left != "FALSE") != negated;
     next("TO");
     next("THAN");
     if (next("OR")) {
@@ -157,18 +165,23 @@ class Reader {
 };
 
 std::string_view trimmed(std::string_view text) {
-  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && (isBlank(text.back()) || text.back() == '.')) text.remove_suffix(1);
+  while (!text.empty() && isBlank(text.front()))
+    text.remove_prefix(1);
+  while (!text.empty() && (isBlank(text.back()) || text.back() == '.'))
+    text.remove_suffix(1);
   return text;
 }
 
 } // namespace
 
-bool holdsCondition(std::string_view condition, const Constants& constants) { return Reader(condition, constants).evaluate(); }
+bool holdsCondition(std::string_view condition, const Constants& constants) {
+  return Reader(condition, constants).evaluate();
+}
 
 void Conditions::recount() {
   m_inactive = 0;
-  for (const Level& level : m_levels) m_inactive += !level.active;
+  for (const Level& level : m_levels)
+    m_inactive += !level.active;
 }
 
 void Conditions::enter(Level level) {
@@ -193,11 +206,16 @@ void Conditions::leave() {
 // `DEFINE A AS 1`, `DEFINE A 1 OVERRIDE`, `DEFINE A AS PARAMETER`, `DEFINE A OFF`
 void Conditions::define(std::string_view text) {
   std::vector<std::string> words = wordsOf(text);
-  std::erase_if(words, [](const std::string& word) { return word == "AS" || word == "CONSTANT" || word == "OVERRIDE" || word == "IS"; });
+  std::erase_if(words, [](const std::string& word) {
+    return word == "AS" || word == "CONSTANT" || word == "OVERRIDE" || word == "IS";
+  });
   if (words.empty()) return;
-  if (words.size() == 1) m_constants.insert_or_assign(words[0], std::string(1, '1'));
-  else if (words[1] == "OFF") m_constants.erase(words[0]);
-  else if (words[1] != "PARAMETER") m_constants[words[0]] = unquoted(words[1]);
+  if (words.size() == 1)
+    m_constants.insert_or_assign(words[0], std::string(1, '1'));
+  else if (words[1] == "OFF")
+    m_constants.erase(words[0]);
+  else if (words[1] != "PARAMETER")
+    m_constants[words[0]] = unquoted(words[1]);
 }
 
 bool Conditions::holdsWhen(const std::string& subject, std::string_view text) const {

@@ -20,8 +20,8 @@ class Conditions {
 
  private:
   struct Level {
-    bool outer = true;   ///< the text around counts
-    bool taken = false;  ///< a branch has been chosen
+    bool outer = true;  ///< the text around counts
+    bool taken = false; ///< a branch has been chosen
     bool active = false;
     bool evaluate = false;
     std::string subject; ///< of EVALUATE; empty: TRUE

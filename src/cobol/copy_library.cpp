@@ -14,7 +14,8 @@ namespace fs = std::filesystem;
 
 std::string upper(std::string_view text) {
   std::string result(text);
-  for (char& c : result) c = toUpper(c);
+  for (char& c : result)
+    c = toUpper(c);
   return result;
 }
 
@@ -27,13 +28,17 @@ struct FolderIndex {
 FolderIndex listFolder(const std::string& folder) {
   FolderIndex index;
   std::error_code error;
-  for (fs::directory_iterator it(folder, fs::directory_options::skip_permission_denied, error), end; !error && it != end; it.increment(error)) {
+  for (fs::directory_iterator it(folder, fs::directory_options::skip_permission_denied, error), end;
+       !error && it != end; it.increment(error)) {
     std::error_code unknown;
     const std::string name = it->path().filename().string();
-    if (it->is_directory(unknown)) index.folders.emplace(upper(name), name);
-    else index.files[upper(name)].push_back(name);
+    if (it->is_directory(unknown))
+      index.folders.emplace(upper(name), name);
+    else
+      index.files[upper(name)].push_back(name);
   }
-  for (auto& [name, spellings] : index.files) std::sort(spellings.begin(), spellings.end());
+  for (auto& [name, spellings] : index.files)
+    std::sort(spellings.begin(), spellings.end());
   return index;
 }
 
@@ -56,7 +61,8 @@ struct CopyLibrary::State {
 
 CopyLibrary::CopyLibrary(std::vector<std::string> folders, std::vector<std::string> extensions)
     : m_folders(std::move(folders)), m_extensions(std::move(extensions)), m_state(std::make_unique<State>()) {
-  if (std::find(m_extensions.begin(), m_extensions.end(), "") == m_extensions.end()) m_extensions.insert(m_extensions.begin(), "");
+  if (std::find(m_extensions.begin(), m_extensions.end(), "") == m_extensions.end())
+    m_extensions.insert(m_extensions.begin(), "");
 }
 
 CopyLibrary::CopyLibrary(std::map<std::string, std::string> texts)
@@ -101,7 +107,8 @@ std::optional<std::string> CopyLibrary::findText(std::string_view name, std::str
   return std::nullopt;
 }
 
-std::optional<std::string> CopyLibrary::find(std::string_view name, std::string_view library, const std::string& includerPath) {
+std::optional<std::string> CopyLibrary::find(std::string_view name, std::string_view library,
+                                             const std::string& includerPath) {
   if (m_inMemory) return findText(name, library);
   std::string wanted(name);
   std::replace(wanted.begin(), wanted.end(), '\\', '/');
@@ -134,7 +141,8 @@ std::optional<std::string> CopyLibrary::find(std::string_view name, std::string_
   return std::nullopt;
 }
 
-std::shared_ptr<const CopyText> CopyLibrary::read(const std::string& path, const ScanSettings& outer, const Options& options) {
+std::shared_ptr<const CopyText> CopyLibrary::read(const std::string& path, const ScanSettings& outer,
+                                                  const Options& options) {
   const State::TextKey key(path, outer.format, outer.decimalComma, outer.debugging, outer.debuggingByClause);
   {
     const std::lock_guard guard(m_state->textLock);
@@ -142,9 +150,13 @@ std::shared_ptr<const CopyText> CopyLibrary::read(const std::string& path, const
   }
   auto copy = std::make_shared<CopyText>();
   std::optional<std::string> bytes;
-  if (!m_inMemory) bytes = readBytes(path);
-  else if (const auto text = m_texts.find(path); text != m_texts.end()) bytes = text->second;
-  if (!bytes) copy->block.diagnostics.add(Code::SourceUnreadable, Severity::error, {0, 1, 1, 0}, "cannot read the copybook " + path);
+  if (!m_inMemory)
+    bytes = readBytes(path);
+  else if (const auto text = m_texts.find(path); text != m_texts.end())
+    bytes = text->second;
+  if (!bytes)
+    copy->block.diagnostics.add(Code::SourceUnreadable, Severity::error, {0, 1, 1, 0},
+                                "cannot read the copybook " + path);
   SourceText source = decode(bytes ? std::move(*bytes) : std::string(), options, copy->block.diagnostics);
   copy->block.readable = bytes.has_value();
   copy->block.file = source.file;

@@ -20,20 +20,21 @@ struct CopyText {
   Interner names;
 };
 
-/// Finds and keeps copybooks for all programs of a run. Safe for several threads. A folder is listed once, a file is read
-/// and split once for each way of reading it.
+/// Finds and keeps copybooks for all programs of a run. Safe for several threads. A folder is listed once, a file is
+/// read and split once for each way of reading it.
 class CopyLibrary {
  public:
   /// `extensions` are tried in that order behind the name as written.
-  explicit CopyLibrary(std::vector<std::string> folders, std::vector<std::string> extensions = Options().copyExtensions);
+  explicit CopyLibrary(std::vector<std::string> folders,
+                       std::vector<std::string> extensions = Options().copyExtensions);
   /// Texts by upper-case name, or by `LIBRARY/NAME`; no files are read.
   explicit CopyLibrary(std::map<std::string, std::string> texts);
   ~CopyLibrary();
   CopyLibrary(const CopyLibrary&) = delete;
   CopyLibrary& operator=(const CopyLibrary&) = delete;
 
-  /// Where the copybook lies: a name with folders relative to the text that copies it, then each folder of the list (its
-  /// subfolder `library` first), last the folder of the text that copies it. Upper and lower case are one.
+  /// Where the copybook lies: a name with folders relative to the text that copies it, then each folder of the list
+  /// (its subfolder `library` first), last the folder of the text that copies it. Upper and lower case are one.
   std::optional<std::string> find(std::string_view name, std::string_view library, const std::string& includerPath);
 
   /// The words of a found copybook; `outer` is how the text that copies it is read.

@@ -15,7 +15,8 @@ bool isBuiltIn(std::string_view name) {
 
 std::string upper(std::string_view text) {
   std::string result(text);
-  for (char& c : result) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+  for (char& c : result)
+    c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
   return result;
 }
 
@@ -53,7 +54,8 @@ void Expander::walk() {
   while (!m_frames.empty()) {
     Frame& frame = *m_frames.back();
     const std::vector<Mark>& marks = frame.block->marks;
-    while (frame.mark < marks.size() && marks[frame.mark].token < frame.at) ++frame.mark;
+    while (frame.mark < marks.size() && marks[frame.mark].token < frame.at)
+      ++frame.mark;
     if (frame.mark == marks.size()) {
       emit(frame, frame.block->tokens.size());
       leave();
@@ -81,7 +83,8 @@ void Expander::emit(Frame& frame, std::size_t to) {
   m_tokens += to - from;
   if (m_tokens > kTokenLimit) {
     m_spent = true;
-    m_diagnostics.add(Code::BudgetSpent, Severity::error, positionAt(frame, from), "more than 50 million words; the rest is left out");
+    m_diagnostics.add(Code::BudgetSpent, Severity::error, positionAt(frame, from),
+                      "more than 50 million words; the rest is left out");
     return;
   }
   std::vector<Token>& out = *frame.out;
@@ -101,10 +104,14 @@ void Expander::onMark(Frame& frame, const Mark& mark) {
   if (mark.kind == MarkKind::directive) return onDirective(frame, frame.block->directives[mark.index]);
   if (!m_conditions.active()) return; // the words are passed over with the branch
   switch (mark.kind) {
-  case MarkKind::copy: return onCopy(frame, mark.token);
-  case MarkKind::replace: return onReplace(frame, mark.token);
-  case MarkKind::sqlInclude: return onSqlInclude(frame, mark.token);
-  case MarkKind::directive: break;
+  case MarkKind::copy:
+    return onCopy(frame, mark.token);
+  case MarkKind::replace:
+    return onReplace(frame, mark.token);
+  case MarkKind::sqlInclude:
+    return onSqlInclude(frame, mark.token);
+  case MarkKind::directive:
+    break;
   }
 }
 
@@ -120,7 +127,8 @@ std::string_view Expander::textAt(const Frame& frame, std::size_t at) const {
 }
 
 bool Expander::isSymbol(const Frame& frame, std::size_t at, std::string_view text) const {
-  return at < frame.block->tokens.size() && frame.block->tokens[at].kind == TokenKind::symbol && textAt(frame, at) == text;
+  return at < frame.block->tokens.size() && frame.block->tokens[at].kind == TokenKind::symbol &&
+         textAt(frame, at) == text;
 }
 
 Token Expander::tokenAt(const Frame& frame, std::size_t at) const {
@@ -142,8 +150,9 @@ Position Expander::positionAt(const Frame& frame, std::size_t at) const {
 void Expander::onCopy(Frame& frame, std::size_t at) {
   const std::vector<Token>& tokens = frame.block->tokens;
   std::size_t next = at + 1;
-  const bool nameFollows = next < tokens.size() && (tokens[next].kind == TokenKind::word || tokens[next].kind == TokenKind::literal ||
-                                                    tokens[next].kind == TokenKind::number);
+  const bool nameFollows =
+      next < tokens.size() && (tokens[next].kind == TokenKind::word || tokens[next].kind == TokenKind::literal ||
+                               tokens[next].kind == TokenKind::number);
   if (!nameFollows) return; // no COPY statement: the word stays
   CopyRequest request;
   request.isText = tokens[next].kind == TokenKind::literal;
@@ -151,8 +160,8 @@ void Expander::onCopy(Frame& frame, std::size_t at) {
   request.at = positionAt(frame, next);
   ++next;
   // An extension without quotes: COPY NAME.CPY.
-  if (!request.isText && next + 1 < tokens.size() && tokens[next].kind == TokenKind::period && tokens[next].has(joined) &&
-      tokens[next + 1].kind == TokenKind::word && tokens[next + 1].has(joined)) {
+  if (!request.isText && next + 1 < tokens.size() && tokens[next].kind == TokenKind::period &&
+      tokens[next].has(joined) && tokens[next + 1].kind == TokenKind::word && tokens[next + 1].has(joined)) {
     request.name.append(1, '.').append(textAt(frame, next + 1));
     next += 2;
   }
@@ -200,11 +209,13 @@ void Expander::onSqlInclude(Frame& frame, std::size_t at) {
   const std::vector<Token>& tokens = frame.block->tokens;
   const std::size_t name = at + 3;
   std::size_t next = name;
-  while (next < tokens.size() && next < name + 4 && !isWord(frame, next, Keyword::EndExec)) ++next;
+  while (next < tokens.size() && next < name + 4 && !isWord(frame, next, Keyword::EndExec))
+    ++next;
   if (next == name || !isWord(frame, next, Keyword::EndExec)) return;
   CopyRequest request;
   request.isText = tokens[name].kind == TokenKind::literal;
-  for (std::size_t i = name; i < next; ++i) request.name += textAt(frame, i);
+  for (std::size_t i = name; i < next; ++i)
+    request.name += textAt(frame, i);
   request.at = positionAt(frame, name);
   ++next;
   if (next < tokens.size() && tokens[next].kind == TokenKind::period) ++next;
@@ -226,13 +237,15 @@ void Expander::onDirective(Frame& frame, const Directive& directive) {
     return include(frame, std::move(request));
   }
   if (m_conditions.take(text) == Conditions::Outcome::done) return;
-  static constexpr std::string_view kWithoutEffect[] = {"LISTING", "PAGE",      "TURN",          "CALL-CONVENTION", "LEAP-SECOND", "FLAG-02",
-                                                        "FLAG-85", "PROPAGATE", "COBOL-WORDS",   "REF-MOD-ZERO-LENGTH", "DISPLAY", "REGION"};
+  static constexpr std::string_view kWithoutEffect[] = {
+      "LISTING", "PAGE",      "TURN",        "CALL-CONVENTION",     "LEAP-SECOND", "FLAG-02",
+      "FLAG-85", "PROPAGATE", "COBOL-WORDS", "REF-MOD-ZERO-LENGTH", "DISPLAY",     "REGION"};
   const std::string_view word = text.substr(0, text.find_first_of(" \t\"'("));
   if (std::find(std::begin(kWithoutEffect), std::end(kWithoutEffect), word) != std::end(kWithoutEffect)) return;
   Position at = directive.at;
   at.file = frame.file;
-  m_diagnostics.add(Code::DirectiveUnknown, Severity::information, at, "the directive is not known: " + std::string(word));
+  m_diagnostics.add(Code::DirectiveUnknown, Severity::information, at,
+                    "the directive is not known: " + std::string(word));
 }
 
 void Expander::include(Frame& frame, CopyRequest request) {
@@ -241,7 +254,8 @@ void Expander::include(Frame& frame, CopyRequest request) {
   if (!path) {
     const Severity severity = isBuiltIn(use.name) ? Severity::information : Severity::error;
     m_diagnostics.add(Code::CopyMissing, severity, request.at, "the copybook " + request.name + " is not found");
-  } else if (std::any_of(m_frames.begin(), m_frames.end(), [&](const auto& open) { return open->block->file.path == *path; })) {
+  } else if (std::any_of(m_frames.begin(), m_frames.end(),
+                         [&](const auto& open) { return open->block->file.path == *path; })) {
     m_diagnostics.add(Code::CopyCycle, Severity::error, request.at, "the copybook " + request.name + " copies itself");
     const auto known = m_fileIndexes.find(*path);
     if (known != m_fileIndexes.end()) use.file = known->second;
@@ -292,7 +306,8 @@ const std::vector<NameId>& Expander::namesOf(const CopyText& copy) {
   if (!ids.empty()) return ids;
   const std::size_t count = copy.names.size();
   ids.resize(count);
-  for (NameId id = 0; id < count; ++id) ids[id] = id < keywordCount() ? id : m_stream.names.intern(copy.names.text(id));
+  for (NameId id = 0; id < count; ++id)
+    ids[id] = id < keywordCount() ? id : m_stream.names.intern(copy.names.text(id));
   return ids;
 }
 
@@ -310,7 +325,8 @@ std::size_t Expander::readRules(const Frame& frame, std::size_t at, std::vector<
     if (!readOperand(frame, next, rule.to)) break;
     at = next;
     if (rules.size() == kOperandLimit) {
-      m_diagnostics.add(Code::ReplaceLimit, Severity::error, positionAt(frame, at), "more than 4096 replacement operands");
+      m_diagnostics.add(Code::ReplaceLimit, Severity::error, positionAt(frame, at),
+                        "more than 4096 replacement operands");
     }
     if (rules.size() <= kOperandLimit) rules.push_back(std::move(rule));
   }
@@ -323,14 +339,17 @@ bool Expander::readOperand(const Frame& frame, std::size_t& at, std::vector<Toke
   if (at >= tokens.size() || tokens[at].kind == TokenKind::period) return false;
   if (isSymbol(frame, at, "==")) {
     std::size_t end = at + 1;
-    while (end < tokens.size() && !isSymbol(frame, end, "==")) ++end;
+    while (end < tokens.size() && !isSymbol(frame, end, "=="))
+      ++end;
     if (end >= tokens.size()) return false;
-    for (std::size_t i = at + 1; i < end; ++i) words.push_back(tokenAt(frame, i));
+    for (std::size_t i = at + 1; i < end; ++i)
+      words.push_back(tokenAt(frame, i));
     at = end + 1;
     return true;
   }
   words.push_back(tokenAt(frame, at++));
-  if (words.front().kind == TokenKind::symbol && at < tokens.size() && tokens[at].has(joined) && tokens[at].kind == TokenKind::number) {
+  if (words.front().kind == TokenKind::symbol && at < tokens.size() && tokens[at].has(joined) &&
+      tokens[at].kind == TokenKind::number) {
     words.push_back(tokenAt(frame, at++)); // a signed number
   }
   if (words.front().kind != TokenKind::word) return true;
@@ -359,8 +378,10 @@ void Expander::applyReplace() {
   std::vector<Token> stretch;
   std::unique_ptr<Replacing> active;
   const auto flush = [&] {
-    if (active) active->apply(stretch, out);
-    else out.insert(out.end(), stretch.begin(), stretch.end());
+    if (active)
+      active->apply(stretch, out);
+    else
+      out.insert(out.end(), stretch.begin(), stretch.end());
     stretch.clear();
   };
   for (const Token& token : words) {

@@ -17,7 +17,8 @@ namespace cobol {
 /// Puts the texts of copybooks and replacements into the words of a program. One walk with a stack of texts.
 class Expander {
  public:
-  Expander(TokenStream& stream, CopyLibrary& library, const Options& options, const ScanSettings& settings, Diagnostics& diagnostics);
+  Expander(TokenStream& stream, CopyLibrary& library, const Options& options, const ScanSettings& settings,
+           Diagnostics& diagnostics);
 
   /// Fills the stream from the words of the program itself, whose names are already those of the stream.
   void run(TextBlock& main);
@@ -34,7 +35,7 @@ class Expander {
     std::size_t at = 0;
     std::size_t mark = 0;
     std::vector<Token>* out = nullptr;
-    std::vector<Token> own;                     ///< the text to replace in, when there is something to replace
+    std::vector<Token> own; ///< the text to replace in, when there is something to replace
     std::vector<ReplaceRule> rules;
     ScanSettings settings;
   };

@@ -16,8 +16,10 @@ bool isNamePart(const Token& token, const Interner& names) {
 TokenKind kindOf(std::string_view text) {
   bool point = false;
   for (char c : text) {
-    if (c == '.' || c == ',') point = true;
-    else if (!isDigit(c)) return TokenKind::word;
+    if (c == '.' || c == ',')
+      point = true;
+    else if (!isDigit(c))
+      return TokenKind::word;
   }
   return text.empty() || (point && text.size() == 1) ? TokenKind::word : TokenKind::number;
 }
@@ -25,14 +27,16 @@ TokenKind kindOf(std::string_view text) {
 void join(Token& first, const Token& last, std::string& text, Interner& names) {
   first.text = names.intern(std::string_view(text).substr(0, kTextLimit));
   if (last.line == first.line && last.file == first.file && last.column + last.length >= first.column + first.length) {
-    first.length = static_cast<std::uint16_t>(std::min<std::uint32_t>(last.column + last.length - first.column, 0xFFFF));
+    first.length =
+        static_cast<std::uint16_t>(std::min<std::uint32_t>(last.column + last.length - first.column, 0xFFFF));
   }
 }
 
 /// Walks once over the words and writes the joined ones over them.
 class Gluer {
  public:
-  Gluer(std::vector<Token>& words, std::size_t from, Interner& names) : m_words(words), m_names(names), m_at(from), m_out(from) {}
+  Gluer(std::vector<Token>& words, std::size_t from, Interner& names)
+      : m_words(words), m_names(names), m_at(from), m_out(from) {}
 
   void run() {
     const NameId colon = m_names.intern(":");
@@ -47,8 +51,10 @@ class Gluer {
         m_picture = Expect::nothing;
         if (gluePicture()) continue;
       }
-      if (token.kind == TokenKind::word || token.kind == TokenKind::number) token = glueName();
-      else ++m_at;
+      if (token.kind == TokenKind::word || token.kind == TokenKind::number)
+        token = glueName();
+      else
+        ++m_at;
       if (token.kind == TokenKind::word && !token.has(inExec)) {
         const Keyword word = keywordOf(token.text);
         if (word == Keyword::Pic || word == Keyword::Picture) m_picture = Expect::pictureOrIs;
@@ -101,7 +107,8 @@ class Gluer {
     std::size_t last = m_at;
     while (last + 1 < m_words.size() && m_words[last + 1].has(joined)) {
       const Token& next = m_words[last + 1];
-      const bool ends = next.kind == TokenKind::period && (last + 2 >= m_words.size() || !m_words[last + 2].has(joined));
+      const bool ends =
+          next.kind == TokenKind::period && (last + 2 >= m_words.size() || !m_words[last + 2].has(joined));
       if (ends || next.kind == TokenKind::literal || isReplaceControl(next)) break;
       text += m_names.text(next.text);
       first.flags |= next.flags & (replaced | continued);
@@ -123,6 +130,8 @@ class Gluer {
 
 } // namespace
 
-void glueWords(std::vector<Token>& words, std::size_t from, Interner& names) { Gluer(words, from, names).run(); }
+void glueWords(std::vector<Token>& words, std::size_t from, Interner& names) {
+  Gluer(words, from, names).run();
+}
 
 } // namespace cobol

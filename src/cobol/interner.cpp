@@ -14,14 +14,16 @@ constexpr std::size_t kFirstSlots = 4096;
 
 std::uint64_t Interner::hashOf(std::string_view text) {
   std::uint64_t hash = kHashSeed;
-  for (unsigned char byte : text) hash = hashStep(hash, byte);
+  for (unsigned char byte : text)
+    hash = hashStep(hash, byte);
   return hash;
 }
 
 Interner::Interner(Prototype) : m_slots(kFirstSlots, 0) {
   openBlock(kBlockBytes);
   m_entries.push_back({hashOf({}), 0, 0, 0});
-  for (NameId id = 1; id < keywordCount(); ++id) intern(textOf(static_cast<Keyword>(id)));
+  for (NameId id = 1; id < keywordCount(); ++id)
+    intern(textOf(static_cast<Keyword>(id)));
 }
 
 // Every run needs hundreds of them, so the words of the table are entered once and copied.
@@ -72,7 +74,8 @@ void Interner::grow() {
   for (NameId id = 1; id < m_entries.size(); ++id) {
     const std::uint64_t hash = m_entries[id].hash;
     std::size_t slot = (hash ^ (hash >> 32)) & mask;
-    while (slots[slot]) slot = (slot + 1) & mask;
+    while (slots[slot])
+      slot = (slot + 1) & mask;
     slots[slot] = id;
   }
   m_slots = std::move(slots);

@@ -20,11 +20,15 @@ class Interner {
   /// The same with `hash == hashOf(text)`, for callers that computed it on the way.
   NameId intern(std::string_view text, std::uint64_t hash);
   static constexpr std::uint64_t kHashSeed = 0xcbf29ce484222325u;
-  static constexpr std::uint64_t hashStep(std::uint64_t hash, unsigned char byte) { return (hash ^ byte) * 0x100000001b3u; }
+  static constexpr std::uint64_t hashStep(std::uint64_t hash, unsigned char byte) {
+    return (hash ^ byte) * 0x100000001b3u;
+  }
   static std::uint64_t hashOf(std::string_view text);
   /// The id if the text is known, else 0.
   NameId find(std::string_view text) const;
-  std::string_view text(NameId id) const { return {m_arena[m_entries[id].block].data() + m_entries[id].offset, m_entries[id].length}; }
+  std::string_view text(NameId id) const {
+    return {m_arena[m_entries[id].block].data() + m_entries[id].offset, m_entries[id].length};
+  }
   std::size_t size() const { return m_entries.size(); }
 
  private:
@@ -41,7 +45,7 @@ class Interner {
 
   std::vector<std::string> m_arena; ///< blocks whose capacity never changes, so views stay valid
   std::vector<Entry> m_entries;
-  std::vector<NameId> m_slots;      ///< open addressing, size a power of two
+  std::vector<NameId> m_slots; ///< open addressing, size a power of two
 };
 
 } // namespace cobol

@@ -20,6 +20,8 @@ const WordClass kWordClasses[] = {
 #undef WORD
 };
 
-std::string_view textOf(Keyword word) { return word < Keyword::Count_ ? kTexts[idOf(word)] : std::string_view(); }
+std::string_view textOf(Keyword word) {
+  return word < Keyword::Count_ ? kTexts[idOf(word)] : std::string_view();
+}
 
 } // namespace cobol

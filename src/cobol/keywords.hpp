@@ -30,15 +30,25 @@ enum class WordClass : std::uint8_t {
   context,         ///< reserved only where a clause expects it: may be a data name
 };
 
-constexpr NameId keywordCount() { return static_cast<NameId>(Keyword::Count_); }
-constexpr Keyword keywordOf(NameId id) { return id < keywordCount() ? static_cast<Keyword>(id) : Keyword::None; }
-constexpr NameId idOf(Keyword word) { return static_cast<NameId>(word); }
+constexpr NameId keywordCount() {
+  return static_cast<NameId>(Keyword::Count_);
+}
+constexpr Keyword keywordOf(NameId id) {
+  return id < keywordCount() ? static_cast<Keyword>(id) : Keyword::None;
+}
+constexpr NameId idOf(Keyword word) {
+  return static_cast<NameId>(word);
+}
 
 /// The word as written in capitals; empty for None.
 std::string_view textOf(Keyword word);
 
 extern const WordClass kWordClasses[];
-inline WordClass classOf(Keyword word) { return kWordClasses[static_cast<NameId>(word)]; }
-inline WordClass classOf(NameId id) { return classOf(keywordOf(id)); }
+inline WordClass classOf(Keyword word) {
+  return kWordClasses[static_cast<NameId>(word)];
+}
+inline WordClass classOf(NameId id) {
+  return classOf(keywordOf(id));
+}
 
 } // namespace cobol

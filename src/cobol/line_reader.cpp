@@ -11,8 +11,6 @@ constexpr int kMargin = 72;
 constexpr int kIndicator = 7;
 constexpr std::ptrdiff_t kLineLimit = 10 * 1024 * 1024;
 
-
-
 bool isPlain(const char* from, const char* to) {
   while (to - from >= 8) {
     std::uint64_t eight;
@@ -35,7 +33,8 @@ bool hasLoneReturn(std::string_view text) {
 }
 
 const char* skipBlanks(const char* from, const char* to) {
-  while (from < to && isBlank(*from)) ++from;
+  while (from < to && isBlank(*from))
+    ++from;
   return from;
 }
 
@@ -50,11 +49,16 @@ bool opensDirective(const char* from, const char* to) {
     return true;
   };
   switch (text.empty() ? ' ' : text[0]) {
-  case '>': return startsWith(">>");
-  case '$': return startsWith("$SET") || startsWith("$IF") || startsWith("$ELSE") || startsWith("$END");
-  case '+': return startsWith("++INCLUDE ");
-  case '-': return startsWith("-INC ");
-  default: return false;
+  case '>':
+    return startsWith(">>");
+  case '$':
+    return startsWith("$SET") || startsWith("$IF") || startsWith("$ELSE") || startsWith("$END");
+  case '+':
+    return startsWith("++INCLUDE ");
+  case '-':
+    return startsWith("-INC ");
+  default:
+    return false;
   }
 }
 
@@ -63,8 +67,10 @@ bool opensDirective(const char* from, const char* to) {
 std::uint32_t spreadColumn(const CodeLine& line, const char* at) {
   std::uint32_t column = 1;
   for (const char* p = line.begin; p < at; ++p) {
-    if (*p == '\t') column = (column + 7) / 8 * 8 + 1;
-    else if ((static_cast<unsigned char>(*p) & 0xC0) != 0x80) ++column;
+    if (*p == '\t')
+      column = (column + 7) / 8 * 8 + 1;
+    else if ((static_cast<unsigned char>(*p) & 0xC0) != 0x80)
+      ++column;
   }
   return column;
 }
@@ -114,8 +120,9 @@ bool LineReader::continuationFollows() const {
     // Nearly always a few bytes of the next line tell that it holds text of its own.
     if (m_allPlain && !m_loneReturn && m_end - at > 16 && at[6] == ' ' && !std::memchr(at, '\n', 6)) {
       const char* text = at + 7;
-      while (text < m_end && *text == ' ') ++text;
-      if (text < m_end && *text > ' ' && text - at < kMargin) return false;
+      while (text < m_end && *text == ' ')
+        ++text;
+      if (text<m_end&& * text> ' ' && text - at < kMargin) return false;
     }
     CodeLine line;
     line.begin = at;
@@ -143,7 +150,8 @@ LineReader::Sort LineReader::classify(CodeLine& line, const char* end) const {
 
 LineReader::Sort LineReader::classifyFixed(CodeLine& line, const char* end) const {
   const char* text = line.begin;
-  while (text < end && text - line.begin < 7 && isBlank(*text)) ++text;
+  while (text < end && text - line.begin < 7 && isBlank(*text))
+    ++text;
   if (text == end) return Sort::skipped;
   if ((*text == '>' || *text == '$' || *text == '+' || *text == '-') && opensDirective(text, end)) {
     line.from = text;
@@ -201,11 +209,17 @@ LineReader::Sort LineReader::byIndicator(CodeLine& line, char indicator) const {
   case '\0':
     break;
   case '*':
-  case '/': return Sort::skipped;
-  case '-': line.indicator = '-'; break;
+  case '/':
+    return Sort::skipped;
+  case '-':
+    line.indicator = '-';
+    break;
   case 'D':
-  case 'd': line.indicator = 'D'; break;
-  default: return skipBlanks(line.from, line.to) == line.to ? Sort::skipped : Sort::unknownIndicator;
+  case 'd':
+    line.indicator = 'D';
+    break;
+  default:
+    return skipBlanks(line.from, line.to) == line.to ? Sort::skipped : Sort::unknownIndicator;
   }
   const char* text = skipBlanks(line.from, line.to);
   if (text < line.to && (*text == '>' || *text == '+') && line.indicator == ' ' && opensDirective(text, line.to)) {

@@ -15,9 +15,9 @@ struct CodeLine {
   const char* to = nullptr;    ///< one behind the text
   std::uint32_t line = 0;
   std::uint32_t fromColumn = 1; ///< where the text begins with tabs spread out
-  char indicator = ' ';        ///< blank, '-', 'D', or '>' for a directive (which `from` points at)
-  bool plain = true;           ///< one byte is one column
-  bool fullMargin = false;     ///< an open literal is padded up to column 72
+  char indicator = ' ';         ///< blank, '-', 'D', or '>' for a directive (which `from` points at)
+  bool plain = true;            ///< one byte is one column
+  bool fullMargin = false;      ///< an open literal is padded up to column 72
 };
 
 /// Number of columns, tab stops of 8, that precede `at` on the line, plus 1.

@@ -9,7 +9,8 @@ Options withDialect(Options options, Dialect dialect) {
   options.comp5Small = false;
   options.pointerBytes = 4;
   switch (dialect) {
-  case Dialect::ibm: break;
+  case Dialect::ibm:
+    break;
   case Dialect::gnu:
     options.binarySize = BinarySize::by1_2_4_8;
     options.sync = SyncRule::natural;

@@ -21,12 +21,12 @@ struct Options {
   BinarySize binarySize = BinarySize::by2_4_8;
   SyncRule sync = SyncRule::ibm;
   SameArea sameArea = SameArea::vsam;
-  bool comp5Small = false;          ///< COMP-5 of one or two digits takes one byte
-  int pointerBytes = 4;             ///< 4 or 8; INDEX items as well
-  bool conditionStorage = false;    ///< level 88 gets the range of its item
-  bool allBranches = false;         ///< keep every branch of conditional compilation
-  std::string encoding = "auto";    ///< auto, UTF-8, ISO-8859-1
-  std::string ebcdic = "auto";      ///< auto, never, or a code page name
+  bool comp5Small = false;                       ///< COMP-5 of one or two digits takes one byte
+  int pointerBytes = 4;                          ///< 4 or 8; INDEX items as well
+  bool conditionStorage = false;                 ///< level 88 gets the range of its item
+  bool allBranches = false;                      ///< keep every branch of conditional compilation
+  std::string encoding = "auto";                 ///< auto, UTF-8, ISO-8859-1
+  std::string ebcdic = "auto";                   ///< auto, never, or a code page name
   std::vector<std::string> copybookFolders = {}; ///< searched in this order
   std::vector<std::string> copyExtensions = {"", ".cpy", ".cbl", ".cob", ".inc", ".copy", ".dcl", ".txt"};
 };

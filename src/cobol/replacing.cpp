@@ -6,7 +6,8 @@ namespace cobol {
 namespace {
 
 bool sameWord(const Token& a, const Token& b) {
-  return a.text == b.text && (a.kind == TokenKind::literal) == (b.kind == TokenKind::literal) && a.kind != kReplaceControl;
+  return a.text == b.text && (a.kind == TokenKind::literal) == (b.kind == TokenKind::literal) &&
+         a.kind != kReplaceControl;
 }
 
 // How many characters the words [from, to) take up in the file, if they stand on one line.
@@ -24,7 +25,8 @@ void appendPictureParts(const Token& picture, Interner& names, std::vector<Token
     std::size_t end = i + 1;
     bool digits = isDigit(text[i]);
     if (isWordChar(text[i])) {
-      for (; end < text.size() && isWordChar(text[end]); ++end) digits = digits && isDigit(text[end]);
+      for (; end < text.size() && isWordChar(text[end]); ++end)
+        digits = digits && isDigit(text[end]);
     }
     Token part = picture;
     part.text = names.intern(text.substr(i, end - i));
@@ -42,8 +44,10 @@ Replacing::Replacing(std::vector<ReplaceRule> rules, Interner& names) : m_rules(
     ReplaceRule& rule = m_rules[i];
     std::vector<Token> apart;
     for (const Token& token : rule.from) {
-      if (token.kind == TokenKind::picture) appendPictureParts(token, m_names, apart);
-      else apart.push_back(token);
+      if (token.kind == TokenKind::picture)
+        appendPictureParts(token, m_names, apart);
+      else
+        apart.push_back(token);
     }
     rule.from = std::move(apart);
     if (rule.from.empty()) continue;
@@ -68,8 +72,10 @@ void Replacing::splitPictures(const std::vector<Token>& words) {
   m_words.clear();
   m_words.reserve(words.size() + words.size() / 4);
   for (const Token& token : words) {
-    if (token.kind == TokenKind::picture) appendPictureParts(token, m_names, m_words);
-    else m_words.push_back(token);
+    if (token.kind == TokenKind::picture)
+      appendPictureParts(token, m_names, m_words);
+    else
+      m_words.push_back(token);
   }
 }
 
@@ -91,8 +97,10 @@ void Replacing::apply(const std::vector<Token>& words, std::vector<Token>& out) 
       ++at;
       continue;
     }
-    if (rule->part == ReplaceRule::Part::whole) replaceWhole(*rule, at, count, out);
-    else replacePart(*rule, at, out);
+    if (rule->part == ReplaceRule::Part::whole)
+      replaceWhole(*rule, at, count, out);
+    else
+      replacePart(*rule, at, out);
     at += count;
   }
   glueWords(out, start, m_names);
@@ -142,7 +150,8 @@ bool Replacing::partMatch(const ReplaceRule& rule, std::size_t at) const {
 
 std::string Replacing::textOf(const std::vector<Token>& words) const {
   std::string text;
-  for (const Token& token : words) text += m_names.text(token.text);
+  for (const Token& token : words)
+    text += m_names.text(token.text);
   return text;
 }
 
@@ -173,8 +182,10 @@ void Replacing::replacePart(const ReplaceRule& rule, std::size_t at, std::vector
   const std::string_view text = m_names.text(token.text);
   const std::size_t cut = textOf(rule.from).size();
   std::string result;
-  if (rule.part == ReplaceRule::Part::leading) result = textOf(rule.to).append(text.substr(cut));
-  else result = std::string(text.substr(0, text.size() - cut)) + textOf(rule.to);
+  if (rule.part == ReplaceRule::Part::leading)
+    result = textOf(rule.to).append(text.substr(cut));
+  else
+    result = std::string(text.substr(0, text.size() - cut)) + textOf(rule.to);
   if (result.empty()) return;
   token.text = m_names.intern(result);
   token.flags |= replaced;

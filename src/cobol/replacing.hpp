@@ -21,8 +21,8 @@ struct ReplaceRule {
   Part part = Part::whole;
 };
 
-/// Replaces words of a text. Words compare by their ids, so case, line breaks and comments do not matter; the first rule that
-/// matches wins and its result is not looked at again.
+/// Replaces words of a text. Words compare by their ids, so case, line breaks and comments do not matter; the first
+/// rule that matches wins and its result is not looked at again.
 class Replacing {
  public:
   Replacing(std::vector<ReplaceRule> rules, Interner& names);
@@ -44,15 +44,15 @@ class Replacing {
 
   std::vector<ReplaceRule> m_rules;
   Interner& m_names;
-  std::vector<bool> m_starts;  ///< by id: the first word of some rule
+  std::vector<bool> m_starts; ///< by id: the first word of some rule
   std::unordered_map<NameId, std::vector<std::size_t>> m_byFirst;
   bool m_hasParts = false;
-  std::vector<Token> m_words;  ///< the text with pictures taken apart
-  bool m_joinBroken = false;   ///< an empty replacement stood at the start of a word
+  std::vector<Token> m_words; ///< the text with pictures taken apart
+  bool m_joinBroken = false;  ///< an empty replacement stood at the start of a word
 };
 
-/// Puts words that stand together without a blank into one again, from `from` on: names (where one part was replaced) and
-/// picture strings.
+/// Puts words that stand together without a blank into one again, from `from` on: names (where one part was replaced)
+/// and picture strings.
 void glueWords(std::vector<Token>& words, std::size_t from, Interner& names);
 
 /// The parts of a picture string as text words, each at its place.

@@ -9,13 +9,18 @@ namespace {
 
 constexpr std::size_t kTextLimit = 64 * 1024;
 
-std::string_view view(const char* from, const char* to) { return {from, static_cast<std::size_t>(to - from)}; }
+std::string_view view(const char* from, const char* to) {
+  return {from, static_cast<std::size_t>(to - from)};
+}
 
 bool isLiteralPrefix(std::string_view word) {
   switch (word.size()) {
-  case 1: return word == "X" || word == "N" || word == "G" || word == "U" || word == "Z" || word == "B" || word == "H";
-  case 2: return word == "NX" || word == "UX" || word == "BX" || word == "GX";
-  default: return false;
+  case 1:
+    return word == "X" || word == "N" || word == "G" || word == "U" || word == "Z" || word == "B" || word == "H";
+  case 2:
+    return word == "NX" || word == "UX" || word == "BX" || word == "GX";
+  default:
+    return false;
   }
 }
 
@@ -39,7 +44,8 @@ void Scanner::run() {
       scanRange(line.from, line.to);
     }
   }
-  if (m_concatenate) remark(Code::ContinuationBad, Severity::warning, m_block.tokens.back().position(), "no literal follows");
+  if (m_concatenate)
+    remark(Code::ContinuationBad, Severity::warning, m_block.tokens.back().position(), "no literal follows");
   if (m_inExec && !m_block.tokens.empty()) {
     remark(Code::ExecOpen, Severity::warning, m_block.tokens[m_execToken].position(), "END-EXEC is missing");
   }
@@ -82,12 +88,22 @@ void Scanner::scanRange(const char* p, const char* end) {
       }
     }
     switch (sort) {
-    case CharClass::letter: p = scanWord(p, end); break;
-    case CharClass::digit: p = scanNumber(p, end); break;
-    case CharClass::quote: p = scanLiteral(p, p, end); break;
+    case CharClass::letter:
+      p = scanWord(p, end);
+      break;
+    case CharClass::digit:
+      p = scanNumber(p, end);
+      break;
+    case CharClass::quote:
+      p = scanLiteral(p, p, end);
+      break;
     case CharClass::period:
-    case CharClass::comma: p = scanPeriodOrComma(p, end); break;
-    default: p = scanSymbol(p, end); break;
+    case CharClass::comma:
+      p = scanPeriodOrComma(p, end);
+      break;
+    default:
+      p = scanSymbol(p, end);
+      break;
     }
   }
 }
@@ -119,7 +135,8 @@ void Scanner::place(Token& token, const char* from, const char* to) {
       m_column = 1;
     }
     const Segment& segment = m_segments[m_segment];
-    const char* segmentEnd = m_logical.data() + (m_segment + 1 < m_segments.size() ? m_segments[m_segment + 1].offset : m_logical.size());
+    const char* segmentEnd =
+        m_logical.data() + (m_segment + 1 < m_segments.size() ? m_segments[m_segment + 1].offset : m_logical.size());
     if (to > segmentEnd) {
       token.flags |= TokenFlag::continued;
       to = segmentEnd;
@@ -134,9 +151,11 @@ void Scanner::place(Token& token, const char* from, const char* to) {
   if (m_line.plain) {
     token.column = static_cast<std::uint32_t>(from - m_line.begin) + 1;
   } else {
-    for (; m_counted < from; ++m_counted) m_column += startsCharacter(*m_counted);
+    for (; m_counted < from; ++m_counted)
+      m_column += startsCharacter(*m_counted);
     token.column = m_column;
-    for (const char* p = from; p < to; ++p) length -= !startsCharacter(*p);
+    for (const char* p = from; p < to; ++p)
+      length -= !startsCharacter(*p);
   }
   token.length = static_cast<std::uint16_t>(length > 0xFFFF ? 0xFFFF : length);
   if (!m_first) return;
@@ -184,7 +203,8 @@ const char* Scanner::scanWord(const char* p, const char* end) {
     hash = Interner::hashStep(hash, static_cast<unsigned char>(upper));
   }
   const std::string_view text(m_upper.data(), length);
-  if (p < end && length <= 2 && charClass(*p) == CharClass::quote && isLiteralPrefix(text)) return scanLiteral(from, p, end);
+  if (p < end && length <= 2 && charClass(*p) == CharClass::quote && isLiteralPrefix(text))
+    return scanLiteral(from, p, end);
   const NameId id = m_names.intern(text, hash);
   const bool afterColon = m_inExec && !m_block.tokens.empty() && m_block.tokens.back().text == m_colon &&
                           m_block.tokens.back().kind == TokenKind::symbol;
@@ -197,18 +217,21 @@ const char* Scanner::scanWord(const char* p, const char* end) {
 // A number, unless letters show that it is a word with leading digits.
 const char* Scanner::scanNumber(const char* p, const char* end) {
   const char* q = p;
-  while (q < end && isDigit(*q)) ++q;
+  while (q < end && isDigit(*q))
+    ++q;
   if (q < end && isWordChar(*q) && !(m_inSql && *q == '-')) return scanWord(p, end);
   const char point = m_settings.decimalComma ? ',' : '.';
   if (q + 1 < end && *q == point && isDigit(q[1])) {
     ++q;
-    while (q < end && isDigit(*q)) ++q;
+    while (q < end && isDigit(*q))
+      ++q;
     if (q + 1 < end && toUpper(*q) == 'E') {
       const char* exponent = q + 1;
       if (exponent + 1 < end && (*exponent == '+' || *exponent == '-')) ++exponent;
       if (isDigit(*exponent)) {
         q = exponent;
-        while (q < end && isDigit(*q)) ++q;
+        while (q < end && isDigit(*q))
+          ++q;
       }
     }
   }
@@ -219,7 +242,8 @@ const char* Scanner::scanPeriodOrComma(const char* p, const char* end) {
   const bool digitBehind = p + 1 < end && isDigit(p[1]);
   if (digitBehind && *p == (m_settings.decimalComma ? ',' : '.') && (!m_last || m_last != p || *(p - 1) == '(')) {
     const char* q = p + 1;
-    while (q < end && isDigit(*q)) ++q;
+    while (q < end && isDigit(*q))
+      ++q;
     return addText(TokenKind::number, p, q);
   }
   if (*p != '.') return m_inExec ? addText(TokenKind::symbol, p, p + 1) : p + 1;
@@ -232,8 +256,9 @@ const char* Scanner::scanSymbol(const char* p, const char* end) {
     if (m_inSql && p[0] == '-' && p[1] == '-') return end;
     const std::string_view two = view(p, p + 2);
     // In `:A::B:` the colons belong to words apart, as in EXEC text.
-    const bool colonsApart = m_inExec || (m_block.tokens.size() > 1 && m_last == p && m_block.tokens.back().has(joined) &&
-                                          m_block.tokens[m_block.tokens.size() - 2].text == m_colon);
+    const bool colonsApart =
+        m_inExec || (m_block.tokens.size() > 1 && m_last == p && m_block.tokens.back().has(joined) &&
+                     m_block.tokens[m_block.tokens.size() - 2].text == m_colon);
     if (two == "::" && colonsApart) return addText(TokenKind::symbol, p, p + 1);
     if (two == "==" || two == "**" || two == "<=" || two == ">=" || two == "<>" || two == "::" || two == "||") {
       return addText(TokenKind::symbol, p, p + 2);
@@ -245,15 +270,19 @@ const char* Scanner::scanSymbol(const char* p, const char* end) {
 // The string ends at a blank; its last period ends the entry, else its last comma separates.
 const char* Scanner::scanPicture(const char* p, const char* end) {
   const char* q = p;
-  while (q < end && !isBlank(*q) && charClass(*q) != CharClass::quote && !(*q == '=' && q + 1 < end && q[1] == '=')) ++q;
+  while (q < end && !isBlank(*q) && charClass(*q) != CharClass::quote && !(*q == '=' && q + 1 < end && q[1] == '='))
+    ++q;
   const char* behind = q;
-  if (q > p && q[-1] == '.') --q;
-  else if (q > p && (q[-1] == ',' || q[-1] == ';')) --q;
+  if (q > p && q[-1] == '.')
+    --q;
+  else if (q > p && (q[-1] == ',' || q[-1] == ';'))
+    --q;
   const bool mayBeIs = m_expect == Expect::pictureOrIs;
   m_expect = Expect::nothing;
   if (q == p) return behind > p ? scanPeriodOrComma(p, end) : *p == '=' ? scanSymbol(p, end) : scanLiteral(p, p, end);
   std::size_t length = 0;
-  for (const char* c = p; c < q && length < kTextLimit; ++c) m_upper[length++] = toUpper(*c);
+  for (const char* c = p; c < q && length < kTextLimit; ++c)
+    m_upper[length++] = toUpper(*c);
   const std::string_view text(m_upper.data(), length);
   if ((mayBeIs && text == "IS") || text == "SYMBOL") {
     add(TokenKind::word, m_names.intern(text), p, q);
@@ -302,7 +331,8 @@ const char* Scanner::scanLiteral(const char* start, const char* quote, const cha
     return end;
   }
   if (!closed) {
-    while (!content.empty() && isBlank(content.back())) content.remove_suffix(1);
+    while (!content.empty() && isBlank(content.back()))
+      content.remove_suffix(1);
     behind = from + content.size() > end ? end : behind;
   }
   content = content.substr(0, kTextLimit);
@@ -319,10 +349,12 @@ const char* Scanner::scanLiteral(const char* start, const char* quote, const cha
     add(TokenKind::literal, m_names.intern(content), start, behind);
   }
   if (!closed) {
-    remark(Code::LiteralOpen, Severity::warning, m_block.tokens.back().position(), "the literal has no closing quote on its line");
+    remark(Code::LiteralOpen, Severity::warning, m_block.tokens.back().position(),
+           "the literal has no closing quote on its line");
   } else if (m_reader.format() == Format::free && behind < end && *behind == '-') {
     const char* rest = behind + 1;
-    while (rest < end && isBlank(*rest)) ++rest;
+    while (rest < end && isBlank(*rest))
+      ++rest;
     if (rest == end || (rest[0] == '*' && end - rest > 1 && rest[1] == '>')) {
       m_concatenate = true;
       return end;
@@ -356,7 +388,8 @@ bool Scanner::closesLater(char quote) const {
   for (std::size_t at = 0; at + 8 <= close; ++at) {
     if (rest[at] != '-' || at < 3) continue;
     std::string around(rest.substr(at - 3, 8));
-    for (char& c : around) c = toUpper(c);
+    for (char& c : around)
+      c = toUpper(c);
     if (around == "END-EXEC") return false;
   }
   return true;

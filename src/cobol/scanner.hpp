@@ -81,8 +81,8 @@ class Scanner {
   std::size_t m_segment = 0;
   const char* m_counted = nullptr; ///< up to here columns have been counted
   std::uint32_t m_column = 1;
-  const char* m_last = nullptr;    ///< end of the token before
-  bool m_first = true;             ///< no token on this line yet
+  const char* m_last = nullptr; ///< end of the token before
+  bool m_first = true;          ///< no token on this line yet
   bool m_stopLine = false;
 
   // what came before
@@ -95,7 +95,7 @@ class Scanner {
   bool m_sqlComment = false;
   bool m_concatenate = false; ///< a free-form literal goes on with the next one
   std::size_t m_execToken = 0;
-  char m_openQuote = 0;       ///< of a literal that crosses a line inside EXEC
+  char m_openQuote = 0; ///< of a literal that crosses a line inside EXEC
   std::string m_openText;
 };
 

@@ -1,4 +1,5 @@
-// The line side of the scanner: directives, comment entries, continuation, and what single words change for the lines behind.
+// The line side of the scanner: directives, comment entries, continuation, and what single words change for the lines
+// behind.
 #include <cstring>
 
 #include "cobol/characters.hpp"
@@ -12,25 +13,30 @@ constexpr std::size_t kLogicalLimit = 10 * 1024 * 1024;
 
 std::string upper(std::string_view text) {
   std::string result(text);
-  for (char& c : result) c = toUpper(c);
+  for (char& c : result)
+    c = toUpper(c);
   return result;
 }
 
 const char* skipBlanks(const char* from, const char* to) {
-  while (from < to && isBlank(*from)) ++from;
+  while (from < to && isBlank(*from))
+    ++from;
   return from;
 }
 
 std::string_view trimmed(std::string_view text) {
-  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
+  while (!text.empty() && isBlank(text.front()))
+    text.remove_prefix(1);
+  while (!text.empty() && isBlank(text.back()))
+    text.remove_suffix(1);
   return text;
 }
 
 // The word that begins at `from`, in capitals, and the rest behind it.
 std::string wordAt(const char* from, const char* to, std::string_view& rest) {
   const char* end = from;
-  while (end < to && end - from < 40 && isWordChar(*end)) ++end;
+  while (end < to && end - from < 40 && isWordChar(*end))
+    ++end;
   rest = trimmed({end, static_cast<std::size_t>(to - end)});
   return upper({from, static_cast<std::size_t>(end - from)});
 }
@@ -78,8 +84,10 @@ bool Scanner::isListingWord(const CodeLine& line) const {
     if (word == "EJECT" || word == "SKIP1" || word == "SKIP2" || word == "SKIP3") return rest.empty() || rest == ".";
     break;
   }
-  case 'T': return wordAt(from, line.to, rest) == "TITLE" && !rest.empty() && charClass(rest[0]) == CharClass::quote;
-  default: break;
+  case 'T':
+    return wordAt(from, line.to, rest) == "TITLE" && !rest.empty() && charClass(rest[0]) == CharClass::quote;
+  default:
+    break;
   }
   if (!m_block.tokens.empty()) return false;
   const char* start = skipBlanks(line.begin, line.to);
@@ -89,9 +97,11 @@ bool Scanner::isListingWord(const CodeLine& line) const {
 
 void Scanner::directive(const CodeLine& line) {
   const char* from = line.from;
-  while (from < line.to && (*from == '>' || *from == '$')) ++from;
+  while (from < line.to && (*from == '>' || *from == '$'))
+    ++from;
   std::string_view text = trimmed({from, static_cast<std::size_t>(line.to - from)});
-  if (const std::size_t comment = text.find("*>"); comment != std::string_view::npos) text = trimmed(text.substr(0, comment));
+  if (const std::size_t comment = text.find("*>"); comment != std::string_view::npos)
+    text = trimmed(text.substr(0, comment));
   if (startsWithWord(text, "SOURCE") || startsWithWord(text, "SET")) return sourceFormat(text);
   if (*line.from == '>' && text.size() > 1 && toUpper(text[0]) == 'D' && isBlank(text[1])) {
     if (!m_settings.debugging) return;
@@ -112,9 +122,12 @@ void Scanner::sourceFormat(std::string_view text) {
   const std::size_t format = words.starts_with("SOURCE") ? 0 : words.find("SOURCEFORMAT");
   if (format == std::string::npos) return;
   const auto has = [&](std::string_view word) { return words.find(word, format) != std::string::npos; };
-  if (has("FREE")) m_reader.setFormat(Format::free);
-  else if (has("VARIABLE")) m_reader.setFormat(Format::variable);
-  else if (has("FIXED")) m_reader.setFormat(Format::fixed);
+  if (has("FREE"))
+    m_reader.setFormat(Format::free);
+  else if (has("VARIABLE"))
+    m_reader.setFormat(Format::variable);
+  else if (has("FIXED"))
+    m_reader.setFormat(Format::fixed);
 }
 
 // A comment entry of the IDENTIFICATION DIVISION ends before the next header.
@@ -125,16 +138,21 @@ bool Scanner::endsCommentEntry(const CodeLine& line) const {
   const NameId id = m_names.find(wordAt(from, line.to, rest));
   if (id == 0 || id >= keywordCount()) return false;
   if (startsWithWord(rest, "DIVISION")) return true;
-  const std::uint32_t column = line.plain ? static_cast<std::uint32_t>(from - line.begin) + 1 : spreadColumn(line, from);
+  const std::uint32_t column =
+      line.plain ? static_cast<std::uint32_t>(from - line.begin) + 1 : spreadColumn(line, from);
   if (m_reader.format() != Format::free && column > 11) return false;
   switch (classOf(id)) {
-  case WordClass::paragraph: return rest.starts_with(".");
-  case WordClass::section: return startsWithWord(rest, "SECTION");
-  default: return false;
+  case WordClass::paragraph:
+    return rest.starts_with(".");
+  case WordClass::section:
+    return startsWithWord(rest, "SECTION");
+  default:
+    return false;
   }
 }
 
-// Without its END-EXEC a run ends before a header, before the next EXEC, and before a statement or entry behind a period.
+// Without its END-EXEC a run ends before a header, before the next EXEC, and before a statement or entry behind a
+// period.
 bool Scanner::closesExec(const CodeLine& line) const {
   if (line.indicator == '-' || m_block.tokens.empty()) return false;
   const char* from = skipBlanks(line.from, line.to);
@@ -146,8 +164,11 @@ bool Scanner::closesExec(const CodeLine& line) const {
       (startsWithWord(rest, "DIVISION") || startsWithWord(rest, "SECTION"))) {
     return true;
   }
-  if (keyword == Keyword::Exec && (startsWithWord(rest, "SQL") || startsWithWord(rest, "CICS") || startsWithWord(rest, "DLI"))) return true;
-  const std::uint32_t column = line.plain ? static_cast<std::uint32_t>(from - line.begin) + 1 : spreadColumn(line, from);
+  if (keyword == Keyword::Exec &&
+      (startsWithWord(rest, "SQL") || startsWithWord(rest, "CICS") || startsWithWord(rest, "DLI")))
+    return true;
+  const std::uint32_t column =
+      line.plain ? static_cast<std::uint32_t>(from - line.begin) + 1 : spreadColumn(line, from);
   const bool inAreaA = m_reader.format() != Format::free && column >= 8 && column <= 11;
   if (inAreaA && (rest == "." || startsWithWord(rest, "SECTION"))) return true;
   if (m_names.text(m_block.tokens.back().text) != ".") return false;
@@ -165,7 +186,9 @@ void Scanner::onWord(Keyword word, const char* behind, const char* end) {
   if (m_inExec) return onExecWord(word);
   switch (word) {
   case Keyword::Pic:
-  case Keyword::Picture: m_expect = Expect::pictureOrIs; break;
+  case Keyword::Picture:
+    m_expect = Expect::pictureOrIs;
+    break;
   case Keyword::Copy:
   case Keyword::Replace:
     m_block.marks.push_back({static_cast<std::uint32_t>(m_block.tokens.size() - 1),
@@ -177,8 +200,12 @@ void Scanner::onWord(Keyword word, const char* behind, const char* end) {
     m_execToken = m_block.tokens.size() - 1;
     m_block.tokens.back().flags |= TokenFlag::inExec;
     break;
-  case Keyword::Division: onDivision(); break;
-  case Keyword::ProgramId: m_inIdentification = true; break;
+  case Keyword::Division:
+    onDivision();
+    break;
+  case Keyword::ProgramId:
+    m_inIdentification = true;
+    break;
   case Keyword::Comma:
     if (before(1) == Keyword::DecimalPoint || (before(1) == Keyword::Is && before(2) == Keyword::DecimalPoint)) {
       m_settings.decimalComma = true;
@@ -199,18 +226,24 @@ void Scanner::onWord(Keyword word, const char* behind, const char* end) {
       m_commentEntry = m_stopLine = true;
     }
     break;
-  default: break;
+  default:
+    break;
   }
 }
 
 void Scanner::onDivision() {
   switch (before(1)) {
   case Keyword::Identification:
-  case Keyword::Id: m_inIdentification = true; break;
+  case Keyword::Id:
+    m_inIdentification = true;
+    break;
   case Keyword::Environment:
   case Keyword::Data:
-  case Keyword::Procedure: m_inIdentification = false; break;
-  default: break;
+  case Keyword::Procedure:
+    m_inIdentification = false;
+    break;
+  default:
+    break;
   }
 }
 
@@ -233,7 +266,8 @@ char Scanner::quoteOpenBehind(std::size_t from, char open) {
       if (c == open) open = 0;
     } else if (charClass(c) == CharClass::quote) {
       open = c;
-    } else if ((c == '*' && m_logical.compare(i, 2, "*>") == 0) || (m_inSql && c == '-' && m_logical.compare(i, 2, "--") == 0)) {
+    } else if ((c == '*' && m_logical.compare(i, 2, "*>") == 0) ||
+               (m_inSql && c == '-' && m_logical.compare(i, 2, "--") == 0)) {
       m_logical.resize(i);
     }
   }
@@ -267,12 +301,14 @@ void Scanner::appendContinuation(const CodeLine& line, char& openQuote) {
       ++from;
     } else {
       const auto column = static_cast<std::uint32_t>(from - line.begin) + 1;
-      remark(Code::ContinuationBad, Severity::warning, {0, line.line, column, 1}, "the continued literal has no quote here");
+      remark(Code::ContinuationBad, Severity::warning, {0, line.line, column, 1},
+             "the continued literal has no quote here");
     }
   } else {
     const bool atMargin = last.fullMargin && spreadColumn(last, last.to) == kMarginColumn;
     const bool quoteLast = !m_logical.empty() && charClass(m_logical.back()) == CharClass::quote;
-    while (!m_logical.empty() && isBlank(m_logical.back())) m_logical.pop_back();
+    while (!m_logical.empty() && isBlank(m_logical.back()))
+      m_logical.pop_back();
     if (quoteFirst && quoteLast && atMargin && *from == m_logical.back() && from + 1 < line.to && from[1] == *from) {
       ++from; // both halves of a doubled quote: the first one only says that the literal goes on
       openQuote = *from;

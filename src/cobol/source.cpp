@@ -11,16 +11,20 @@ namespace cobol {
 namespace {
 
 bool isDivisionWord(Keyword word) {
-  return word == Keyword::Identification || word == Keyword::Id || word == Keyword::Environment || word == Keyword::Data ||
-         word == Keyword::Procedure;
+  return word == Keyword::Identification || word == Keyword::Id || word == Keyword::Environment ||
+         word == Keyword::Data || word == Keyword::Procedure;
 }
 
 Format chosenFormat(std::string_view text, FormatChoice choice, Diagnostics& diagnostics) {
   switch (choice) {
-  case FormatChoice::fixed: return Format::fixed;
-  case FormatChoice::variable: return Format::variable;
-  case FormatChoice::free: return Format::free;
-  case FormatChoice::detect: break;
+  case FormatChoice::fixed:
+    return Format::fixed;
+  case FormatChoice::variable:
+    return Format::variable;
+  case FormatChoice::free:
+    return Format::free;
+  case FormatChoice::detect:
+    break;
   }
   return detectFormat(text, diagnostics);
 }
@@ -32,7 +36,8 @@ ScanSettings settingsFor(const Options& options) {
   return settings;
 }
 
-// What a copybook sets for the program (decimal comma, debugging mode) holds for the text behind it too: read once more.
+// What a copybook sets for the program (decimal comma, debugging mode) holds for the text behind it too: read once
+// more.
 TokenStream readText(std::string bytes, const std::string& path, const Options& options, CopyLibrary& library,
                      Diagnostics& diagnostics) {
   Diagnostics decoding;
@@ -53,14 +58,16 @@ TokenStream readText(std::string bytes, const std::string& path, const Options& 
       settings = expander.learned();
       continue;
     }
-    for (const Diagnostic& remark : remarks.all()) diagnostics.add(remark.code, remark.severity, remark.at, remark.text);
+    for (const Diagnostic& remark : remarks.all())
+      diagnostics.add(remark.code, remark.severity, remark.at, remark.text);
     return stream;
   }
 }
 
 } // namespace
 
-TokenStream readTokens(const std::string& path, const Options& options, CopyLibrary& library, Diagnostics& diagnostics) {
+TokenStream readTokens(const std::string& path, const Options& options, CopyLibrary& library,
+                       Diagnostics& diagnostics) {
   if (std::optional<std::string> bytes = readBytes(path)) {
     return readText(std::move(*bytes), path, options, library, diagnostics);
   }
@@ -68,12 +75,13 @@ TokenStream readTokens(const std::string& path, const Options& options, CopyLibr
   stream.files.emplace_back().path = path;
   Token& end = stream.tokens.emplace_back();
   end.line = end.column = 1;
-  diagnostics.add(Code::SourceUnreadable, Severity::error, {0, 1, 1, 0}, "cannot read " + path + ": " + std::strerror(errno));
+  diagnostics.add(Code::SourceUnreadable, Severity::error, {0, 1, 1, 0},
+                  "cannot read " + path + ": " + std::strerror(errno));
   return stream;
 }
 
-TokenStream readTokens(std::string_view text, const Options& options, const std::map<std::string, std::string>& copybooks,
-                       Diagnostics& diagnostics) {
+TokenStream readTokens(std::string_view text, const Options& options,
+                       const std::map<std::string, std::string>& copybooks, Diagnostics& diagnostics) {
   CopyLibrary library(copybooks);
   return readText(std::string(text), "", options, library, diagnostics);
 }

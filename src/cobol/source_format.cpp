@@ -17,10 +17,10 @@ struct Looks {
   std::size_t lines = 0;
   std::size_t fixedLike = 0;
   std::size_t freeLike = 0;
-  std::size_t starred = 0;   ///< with the indicator `*`
-  std::size_t numbered = 0;  ///< six digits in front
-  std::size_t longLines = 0; ///< text behind column 72
-  std::size_t digitTags = 0; ///< of those: nothing but digits in 73–80
+  std::size_t starred = 0;                     ///< with the indicator `*`
+  std::size_t numbered = 0;                    ///< six digits in front
+  std::size_t longLines = 0;                   ///< text behind column 72
+  std::size_t digitTags = 0;                   ///< of those: nothing but digits in 73–80
   std::map<std::string, std::size_t> prefixes; ///< of the other texts in 73–80
 };
 
@@ -29,22 +29,29 @@ std::string spread(std::string_view line) {
   std::string columns;
   for (char c : line) {
     if (columns.size() > kTagEnd + 8) break;
-    if (c == '\t') columns.append(8 - columns.size() % 8, ' ');
-    else if (startsCharacter(c)) columns += c == '\0' ? ' ' : c;
+    if (c == '\t')
+      columns.append(8 - columns.size() % 8, ' ');
+    else if (startsCharacter(c))
+      columns += c == '\0' ? ' ' : c;
   }
-  while (!columns.empty() && isBlank(columns.back())) columns.pop_back();
+  while (!columns.empty() && isBlank(columns.back()))
+    columns.pop_back();
   return columns;
 }
 
-bool isIndicator(char c) { return c == ' ' || c == '*' || c == '/' || c == '-' || c == 'D' || c == 'd' || c == '$'; }
+bool isIndicator(char c) {
+  return c == ' ' || c == '*' || c == '/' || c == '-' || c == 'D' || c == 'd' || c == '$';
+}
 
 void lookBehindMargin(std::string_view line, Looks& looks) {
   if (line.size() <= kMarginAt || line.find_first_not_of(' ', kMarginAt) == line.npos) return;
   ++looks.longLines;
   if (line.size() > kTagEnd) return;
   const std::string_view tag = line.substr(kMarginAt);
-  if (tag.find_first_not_of("0123456789 ") == tag.npos) ++looks.digitTags;
-  else if (tag.size() >= 3) ++looks.prefixes[std::string(tag.substr(0, 3))];
+  if (tag.find_first_not_of("0123456789 ") == tag.npos)
+    ++looks.digitTags;
+  else if (tag.size() >= 3)
+    ++looks.prefixes[std::string(tag.substr(0, 3))];
 }
 
 void lookAt(std::string_view line, Looks& looks) {
@@ -55,7 +62,8 @@ void lookAt(std::string_view line, Looks& looks) {
   const bool digits = sequence.find_first_not_of("0123456789") == sequence.npos && sequence.size() == kIndicatorAt;
   // One word from column 1 on and an indicator in column 7: a tag of whoever changed the line.
   const std::size_t blank = std::min(sequence.find(' '), sequence.size());
-  const bool tag = line.size() > kIndicatorAt && sequence.find_first_not_of(' ', blank) == sequence.npos && isIndicator(indicator);
+  const bool tag =
+      line.size() > kIndicatorAt && sequence.find_first_not_of(' ', blank) == sequence.npos && isIndicator(indicator);
   const bool blankOrDigits = sequence.find_first_not_of("0123456789 ") == sequence.npos;
   const bool fixedPossible = isIndicator(indicator) && (blankOrDigits || tag);
   const bool comment = first != sequence.npos && sequence.substr(first).starts_with("*>");
@@ -65,8 +73,10 @@ void lookAt(std::string_view line, Looks& looks) {
   } else if (fixedPossible) {
     ++looks.fixedLike;
     looks.numbered += digits;
-    if (indicator == '*' || indicator == '/') ++looks.starred;
-    else lookBehindMargin(line, looks);
+    if (indicator == '*' || indicator == '/')
+      ++looks.starred;
+    else
+      lookBehindMargin(line, looks);
   }
 }
 
@@ -83,13 +93,15 @@ Looks look(std::string_view text) {
 
 bool isTagged(const Looks& looks) {
   std::size_t commonest = 0;
-  for (const auto& [prefix, count] : looks.prefixes) commonest = std::max(commonest, count);
+  for (const auto& [prefix, count] : looks.prefixes)
+    commonest = std::max(commonest, count);
   return std::max(looks.digitTags, commonest) * 10 >= looks.longLines * 6 ||
          (looks.digitTags + commonest) * 10 >= looks.longLines * 6;
 }
 
 Format withMargin(const Looks& looks) {
-  return looks.longLines * 20 >= looks.lines && looks.longLines > 0 && !isTagged(looks) ? Format::variable : Format::fixed;
+  return looks.longLines * 20 >= looks.lines && looks.longLines > 0 && !isTagged(looks) ? Format::variable
+                                                                                        : Format::fixed;
 }
 
 } // namespace
@@ -98,7 +110,8 @@ Format detectFormat(std::string_view text, Diagnostics& diagnostics) {
   const Looks looks = look(text);
   const bool free = looks.freeLike * 10 > looks.lines && looks.freeLike > looks.starred;
   if (free && looks.freeLike * 3 < looks.lines) {
-    diagnostics.add(Code::FormatGuessed, Severity::information, {0, 1, 1, 0}, "the lines are mixed and are read in free format");
+    diagnostics.add(Code::FormatGuessed, Severity::information, {0, 1, 1, 0},
+                    "the lines are mixed and are read in free format");
   }
   return free ? Format::free : withMargin(looks);
 }

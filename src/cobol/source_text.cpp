@@ -16,18 +16,26 @@ constexpr unsigned char kEbcdicBlank = 0x40;
 constexpr unsigned char kEbcdicNewLine = 0x15;
 constexpr unsigned char kEbcdicLineFeed = 0x25;
 
-unsigned char byteOf(char c) { return static_cast<unsigned char>(c); }
+unsigned char byteOf(char c) {
+  return static_cast<unsigned char>(c);
+}
 
 bool hasHighBytes(std::string_view text) {
   unsigned char all = 0;
-  for (char c : text) all |= byteOf(c);
+  for (char c : text)
+    all |= byteOf(c);
   return all >= 0x80;
 }
 
 bool isUtf8(std::string_view text) {
   for (std::size_t i = 0; i < text.size();) {
     const unsigned char lead = byteOf(text[i]);
-    const std::size_t more = lead < 0x80 ? 0 : lead < 0xC2 ? 9 : lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : lead < 0xF5 ? 3 : 9;
+    const std::size_t more = lead < 0x80   ? 0
+                             : lead < 0xC2 ? 9
+                             : lead < 0xE0 ? 1
+                             : lead < 0xF0 ? 2
+                             : lead < 0xF5 ? 3
+                                           : 9;
     if (more == 9 || i + more >= text.size() + (more == 0)) return false;
     for (std::size_t k = 1; k <= more; ++k) {
       if ((byteOf(text[i + k]) & 0xC0) != 0x80) return false;
@@ -76,8 +84,10 @@ std::optional<std::string> convert(std::string bytes, const std::string& codePag
 }
 
 std::string systemName(std::string name) {
-  for (char& c : name) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
-  if (name.starts_with("CP") && name != "CP1252" && name != "CP437" && name != "CP850") return std::string("IBM").append(name, 2);
+  for (char& c : name)
+    c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+  if (name.starts_with("CP") && name != "CP1252" && name != "CP437" && name != "CP850")
+    return std::string("IBM").append(name, 2);
   return name;
 }
 
@@ -86,14 +96,16 @@ bool looksEbcdic(std::string_view bytes) {
   const std::string_view sample = bytes.substr(0, kSample);
   if (sample.size() < 16) return false;
   std::array<std::size_t, 256> counts{};
-  for (char c : sample) ++counts[byteOf(c)];
+  for (char c : sample)
+    ++counts[byteOf(c)];
   const std::size_t blanks = counts[kEbcdicBlank];
   if (blanks * 100 <= sample.size() * 15 || *std::max_element(counts.begin(), counts.end()) != blanks) return false;
   if (counts[0x20] * 100 > sample.size()) return false;
   std::size_t printable = counts[kEbcdicNewLine] + counts[kEbcdicLineFeed] + counts[0x0D];
   for (std::size_t c = 0x40; c < 0xFF; ++c) {
     const bool letterOrDigit = (c & 0x0F) <= 9 && c >= 0x81;
-    const bool sign = c <= 0x7F && ((c & 0x0F) >= 0x0A || c == 0x40 || c == 0x50 || c == 0x60 || c == 0x61 || c == 0x79);
+    const bool sign =
+        c <= 0x7F && ((c & 0x0F) >= 0x0A || c == 0x40 || c == 0x50 || c == 0x60 || c == 0x61 || c == 0x79);
     if (letterOrDigit || sign) printable += counts[c];
   }
   return printable * 100 > sample.size() * 80;
@@ -109,7 +121,8 @@ std::string cutRecords(std::string_view bytes, char lineEnd) {
   return lines;
 }
 
-std::string decodeEbcdic(std::string bytes, const std::string& codePage, std::string& encoding, Diagnostics& diagnostics) {
+std::string decodeEbcdic(std::string bytes, const std::string& codePage, std::string& encoding,
+                         Diagnostics& diagnostics) {
   const bool hasLineEnds = bytes.find(static_cast<char>(kEbcdicNewLine)) != bytes.npos ||
                            bytes.find(static_cast<char>(kEbcdicLineFeed)) != bytes.npos;
   if (!hasLineEnds) bytes = cutRecords(bytes, static_cast<char>(kEbcdicLineFeed));
@@ -120,7 +133,8 @@ std::string decodeEbcdic(std::string bytes, const std::string& codePage, std::st
   encoding = codePage;
   std::optional<std::string> whole = convert(bytes, systemName(codePage));
   if (!whole) {
-    diagnostics.add(Code::EncodingGuessed, Severity::error, {0, 1, 1, 0}, "the system does not know the code page " + codePage);
+    diagnostics.add(Code::EncodingGuessed, Severity::error, {0, 1, 1, 0},
+                    "the system does not know the code page " + codePage);
     encoding = "ISO-8859-1";
     return fromLatin1(bytes);
   }
@@ -135,7 +149,8 @@ std::string decodeEbcdic(std::string bytes, const std::string& codePage, std::st
 }
 
 std::string upperName(std::string name) {
-  for (char& c : name) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+  for (char& c : name)
+    c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
   return name;
 }
 
@@ -163,11 +178,13 @@ void decodeText(std::string& bytes, const Options& options, SourceText& source, 
     source.text = std::move(bytes);
   } else if (ebcdic != "NEVER" && looksEbcdic(bytes)) {
     source.text = decodeEbcdic(std::move(bytes), "CP037", source.file.encoding, diagnostics);
-    diagnostics.add(Code::EncodingGuessed, Severity::information, {0, 1, 1, 0}, "the file is read as EBCDIC, code page 037");
+    diagnostics.add(Code::EncodingGuessed, Severity::information, {0, 1, 1, 0},
+                    "the file is read as EBCDIC, code page 037");
   } else {
     source.file.encoding = "ISO-8859-1";
     source.text = fromLatin1(bytes);
-    diagnostics.add(Code::EncodingGuessed, Severity::information, {0, 1, 1, 0}, "the file is no UTF-8 and is read as ISO-8859-1");
+    diagnostics.add(Code::EncodingGuessed, Severity::information, {0, 1, 1, 0},
+                    "the file is no UTF-8 and is read as ISO-8859-1");
   }
 }
 
@@ -208,12 +225,15 @@ SourceText decode(std::string bytes, const Options& options, Diagnostics& diagno
   source.file.hash = Interner::hashOf(bytes);
   const bool wide = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
   if (!wide) {
-    while (!bytes.empty() && (bytes.back() == '\0' || bytes.back() == '\x1A')) bytes.pop_back();
+    while (!bytes.empty() && (bytes.back() == '\0' || bytes.back() == '\x1A'))
+      bytes.pop_back();
   }
   decodeText(bytes, options, source, diagnostics);
   std::string& text = source.text;
-  while (!text.empty() && (text.back() == '\0' || text.back() == '\x1A')) text.pop_back();
-  if (text.size() > kRecord && text.size() % kRecord == 0 && text.find_first_of("\n\r") == text.npos && !hasHighBytes(text)) {
+  while (!text.empty() && (text.back() == '\0' || text.back() == '\x1A'))
+    text.pop_back();
+  if (text.size() > kRecord && text.size() % kRecord == 0 && text.find_first_of("\n\r") == text.npos &&
+      !hasHighBytes(text)) {
     text = cutRecords(text, '\n');
   }
   return source;

@@ -30,8 +30,8 @@ struct Directive {
   Position at;
 };
 
-/// The words of one file, before COPY and REPLACE. Of a copybook it is shared by all programs of a run and never changes.
-/// Positions carry file 0. Inside, `==` is a symbol of its own.
+/// The words of one file, before COPY and REPLACE. Of a copybook it is shared by all programs of a run and never
+/// changes. Positions carry file 0. Inside, `==` is a symbol of its own.
 struct TextBlock {
   SourceFile file;
   std::vector<Token> tokens; ///< without an end token

@@ -98,7 +98,7 @@ class LineBox final : public tarnsift::BarelineBox {
   void LoadFile(const std::string& path) override {
     const std::string native = platform::nativePath(path);
     std::string failure;
-    m_lines = cobol::readLines(native, {}, failure);
+    m_lines = cobol::readLines(native, {}, &failure);
     if (!failure.empty()) throw platform::FileError(native, failure);
   }
   std::size_t LineCount() override { return m_lines.size(); }

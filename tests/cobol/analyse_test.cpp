@@ -24,13 +24,16 @@ std::vector<std::string> linesOf(const Analysis& analysis) {
   const auto place = [](const Position& at) {
     return " <" + std::to_string(at.file) + "/" + std::to_string(at.line) + ":" + std::to_string(at.column) + ">";
   };
-  for (const Construct& item : analysis.constructs) lines.push_back(item.kvid + " " + std::to_string(item.size) + place(item.declared));
+  for (const Construct& item : analysis.constructs)
+    lines.push_back(item.kvid + " " + std::to_string(item.size) + place(item.declared));
   for (const Relationship& one : analysis.relationships) {
-    lines.push_back(analysis.constructs[one.from].name + " " + std::string(relationKinds()[static_cast<std::size_t>(one.kind)].name) + " " +
+    lines.push_back(analysis.constructs[one.from].name + " " +
+                    std::string(relationKinds()[static_cast<std::size_t>(one.kind)].name) + " " +
                     analysis.constructs[one.to].name + place(one.sites.front()));
   }
   for (const Instance& use : analysis.instances) {
-    if (use.isUsage()) lines.push_back(analysis.constructs[use.construct].name + " " + static_cast<char>(use.access) + place(use.at));
+    if (use.isUsage())
+      lines.push_back(analysis.constructs[use.construct].name + " " + static_cast<char>(use.access) + place(use.at));
   }
   for (const NamedPlace& named : analysis.places) {
     if (named.kindWord == "COPY") lines.push_back("COPY " + named.name + place(named.at));
@@ -41,14 +44,16 @@ std::vector<std::string> linesOf(const Analysis& analysis) {
 TEST(Analyse, StagesWorkTogether) {
   EXPECT_THAT(linesOf(analyse(kProgram, {}, kBooks)),
               ::testing::ElementsAre("PAY:IN-REC 9 <1/1:11>", "PAY:IN-REC.IN-NAME 9 <1/2:14>", "PAY:OUT-REC 9 <1/1:11>",
-                                     "PAY:OUT-REC.OUT-NAME 9 <1/2:14>", "IN-NAME Move OUT-NAME <0/8:17>", "IN-NAME R <0/8:17>",
-                                     "OUT-NAME W <0/8:28>", "COPY REC <0/5:13>", "COPY REC <0/6:13>"));
+                                     "PAY:OUT-REC.OUT-NAME 9 <1/2:14>", "IN-NAME Move OUT-NAME <0/8:17>",
+                                     "IN-NAME R <0/8:17>", "OUT-NAME W <0/8:28>", "COPY REC <0/5:13>",
+                                     "COPY REC <0/6:13>"));
 }
 
 // Cut anywhere, a program still gives an analysis; so it does with any one word in another's place.
 TEST(Analyse, DamagedTextGivesAnAnalysis) {
   std::string text = kProgram;
-  for (std::size_t at = text.size(); at > 0; at -= std::min<std::size_t>(at, 3)) analyse(text.substr(0, at), {}, kBooks);
+  for (std::size_t at = text.size(); at > 0; at -= std::min<std::size_t>(at, 3))
+    analyse(text.substr(0, at), {}, kBooks);
   for (std::size_t at = 0; at + 1 < text.size(); ++at) {
     for (const char c : {'\'', '.', '=', '(', '\n', '\0'}) {
       std::string damaged = text;
@@ -69,11 +74,14 @@ TEST(Analyse, ThreadsShareALibrary) {
     std::vector<std::thread> threads;
     for (Analysis& result : results) {
       threads.emplace_back([&] {
-        for (int i = 0; i < 20; ++i) result = analyse((folder / "pay.cbl").string(), {}, library);
+        for (int i = 0; i < 20; ++i)
+          result = analyse((folder / "pay.cbl").string(), {}, library);
       });
     }
-    for (std::thread& thread : threads) thread.join();
-    for (const Analysis& result : results) EXPECT_EQ(linesOf(result), linesOf(analyse(kProgram, {}, kBooks)));
+    for (std::thread& thread : threads)
+      thread.join();
+    for (const Analysis& result : results)
+      EXPECT_EQ(linesOf(result), linesOf(analyse(kProgram, {}, kBooks)));
   }
   std::filesystem::remove_all(folder);
 }

@@ -24,7 +24,8 @@ TEST(Conditions, Expressions) {
       {"", false},
       {"(((", false},
   };
-  for (const auto& [text, holds] : cases) EXPECT_EQ(holdsCondition(text, constants), holds) << text;
+  for (const auto& [text, holds] : cases)
+    EXPECT_EQ(holdsCondition(text, constants), holds) << text;
   std::string deep(50000, '(');
   deep.append("A = 1").append(50000, ')');
   EXPECT_TRUE(holdsCondition(deep, constants));
@@ -34,7 +35,8 @@ TEST(Conditions, ChooseBranches) {
   const std::map<std::string, std::string> cases = {
       {">>IF A DEFINED\nX\n>>ELSE\nY\n>>END-IF\nZ", "Y Z"},
       {">>DEFINE A AS 2\n>>IF A = 1\nX\n>>ELIF A = 2\nY\n>>ELSE\nW\n>>END-IF", "Y"},
-      {">>IF A DEFINED\n>>IF B DEFINED\nX\n>>ELSE\nY\n>>END-IF\n>>DEFINE C 1\n>>END-IF\n>>IF C DEFINED\nZ\n>>END-IF\nW", "W"},
+      {">>IF A DEFINED\n>>IF B DEFINED\nX\n>>ELSE\nY\n>>END-IF\n>>DEFINE C 1\n>>END-IF\n>>IF C DEFINED\nZ\n>>END-IF\nW",
+       "W"},
       {">>DEFINE A 2\n>>EVALUATE A\n>>WHEN 1\nX\n>>WHEN 2 THRU 3\nY\n>>WHEN OTHER\nZ\n>>END-EVALUATE", "Y"},
       {">>DEFINE A 1\n>>EVALUATE TRUE\n>>WHEN A = 1\nX\n>>WHEN OTHER\nZ\n>>END-EVALUATE", "X"},
       {"$IF A DEFINED\nX\n$ELSE\nY\n$END\nZ", "Y Z"},

@@ -28,16 +28,29 @@ class CopyFiles : public ::testing::Test {
 };
 
 TEST_F(CopyFiles, AreFoundInTheOrderOfTheFolders) {
-  for (const char* name : {"one/Rec.cpy", "one/both", "two/BOTH.CPY", "two/lib/rec.cbl", "two/case", "two/CASE", "src/near.inc", "src/sub/deep.cpy"}) write(name, "");
+  for (const char* name : {"one/Rec.cpy", "one/both", "two/BOTH.CPY", "two/lib/rec.cbl", "two/case", "two/CASE",
+                           "src/near.inc", "src/sub/deep.cpy"})
+    write(name, "");
   CopyLibrary library({path("two"), path("one"), path("none")});
   const std::string program = path("src/prog.cbl");
   const std::vector<std::tuple<std::string, std::string, std::string>> cases = {
-      {"REC", "", "one/Rec.cpy"},      {"rec", "LIB", "two/lib/rec.cbl"}, {"REC", "OTHER", "one/Rec.cpy"}, {"REC", "one", "one/Rec.cpy"},
-      {"BOTH", "", "two/BOTH.CPY"},    {"both.cpy", "", "two/BOTH.CPY"},  {"case", "", "two/case"},        {"NEAR", "", "src/near.inc"},
-      {"Sub/Deep.cpy", "", "src/sub/deep.cpy"}, {"C:\\far\\rec.cpy", "", "one/Rec.cpy"}, {"SUB", "", ""}, {"gone", "", ""}, {"", "", ""},
+      {"REC", "", "one/Rec.cpy"},
+      {"rec", "LIB", "two/lib/rec.cbl"},
+      {"REC", "OTHER", "one/Rec.cpy"},
+      {"REC", "one", "one/Rec.cpy"},
+      {"BOTH", "", "two/BOTH.CPY"},
+      {"both.cpy", "", "two/BOTH.CPY"},
+      {"case", "", "two/case"},
+      {"NEAR", "", "src/near.inc"},
+      {"Sub/Deep.cpy", "", "src/sub/deep.cpy"},
+      {"C:\\far\\rec.cpy", "", "one/Rec.cpy"},
+      {"SUB", "", ""},
+      {"gone", "", ""},
+      {"", "", ""},
   };
   for (const auto& [name, folder, found] : cases) {
-    EXPECT_EQ(library.find(name, folder, program).value_or(""), found.empty() ? "" : path(found)) << name << " of " << folder;
+    EXPECT_EQ(library.find(name, folder, program).value_or(""), found.empty() ? "" : path(found))
+        << name << " of " << folder;
   }
 }
 

@@ -14,10 +14,11 @@ TokenPicture copied(const std::string& text, const std::string& statement) {
 TEST(Copy, StandsWhereverAWordMayStand) {
   const std::map<std::string, std::string> books = {{"C", "       B\n"}, {"LIB/C", "       L\n"}};
   const std::map<std::string, std::string> cases = {
-      {"A COPY C. D", "A B D"},         {"A COPY\n           'c' . D", "A B D"}, {"COPY c OF lib. D", "L D"},
-      {"COPY C IN OTHER. D", "B D"},    {"COPY C SUPPRESS PRINTING. D", "B D"},  {"COPY C D", "B D"},
+      {"A COPY C. D", "A B D"},      {"A COPY\n           'c' . D", "A B D"}, {"COPY c OF lib. D", "L D"},
+      {"COPY C IN OTHER. D", "B D"}, {"COPY C SUPPRESS PRINTING. D", "B D"},  {"COPY C D", "B D"},
   };
-  for (const auto& [text, words] : cases) EXPECT_EQ(pictureOf("           " + text + "\n", {}, books).words, words) << text;
+  for (const auto& [text, words] : cases)
+    EXPECT_EQ(pictureOf("           " + text + "\n", {}, books).words, words) << text;
   EXPECT_EQ(pictureOf("           A COPY C. D\n", {}, books).places, "A<1:12> B<1/1:8> D<1:22>");
 }
 
@@ -34,9 +35,13 @@ TEST(Copy, ReplacesWordByWord) {
   };
   for (const auto& [rules, words] : cases) {
     std::string expected = words;
-    for (std::size_t at; (at = expected.find("(D)")) != expected.npos;) expected.replace(at, 3, "( D )");
-    for (std::size_t at; (at = expected.find("(#1)")) != expected.npos;) expected.replace(at, 4, "( #1 )");
-    EXPECT_EQ(copied("A, B *> remark\n      * B\n           C (D) 'E'", "COPY C REPLACING " + rules + ".").words, expected) << rules;
+    for (std::size_t at; (at = expected.find("(D)")) != expected.npos;)
+      expected.replace(at, 3, "( D )");
+    for (std::size_t at; (at = expected.find("(#1)")) != expected.npos;)
+      expected.replace(at, 4, "( #1 )");
+    EXPECT_EQ(copied("A, B *> remark\n      * B\n           C (D) 'E'", "COPY C REPLACING " + rules + ".").words,
+              expected)
+        << rules;
   }
   EXPECT_EQ(copied("A\n      * remark\n           B C", "COPY C REPLACING ==A B== BY ==X==.").words, "X C");
 }
@@ -58,7 +63,8 @@ TEST(Copy, GluesWhatStandsTogether) {
 }
 
 TEST(Copy, ReplacedWordsKeepThePlaceInTheCopybook) {
-  const TokenPicture picture = copied("01 CB-:T:-A PIC X(10).", "COPY C REPLACING ==:T:== BY ==LONGER==\n           ==X(10)== BY ==9(4) COMP==.");
+  const TokenPicture picture = copied("01 CB-:T:-A PIC X(10).",
+                                      "COPY C REPLACING ==:T:== BY ==LONGER==\n           ==X(10)== BY ==9(4) COMP==.");
   EXPECT_EQ(picture.places, "#01<1/1:8> CB-LONGER-A<1/1:11> PIC<1/1:20> {9(4)}<1/1:24> COMP<1/1:24> .<1/1:29>");
   EXPECT_EQ(picture.flagged('R'), "CB-LONGER-A {9(4)} COMP");
   EXPECT_EQ(picture.stream.tokens[1].length, 8); // CB-:T:-A on the page
@@ -70,8 +76,10 @@ TEST(Copy, LeadingAndTrailingParts) {
 }
 
 TEST(Copy, OuterReplacingSeesInnerText) {
-  const std::map<std::string, std::string> books = {{"OUTER", "       A COPY INNER REPLACING X BY B. Y\n"}, {"INNER", "       X Y\n"}};
-  EXPECT_EQ(pictureOf("           COPY OUTER REPLACING B BY C Y BY Z.\n", {}, books).places, "A<1/1:8> C<2/1:8> Z<2/1:10> Z<1/1:39>");
+  const std::map<std::string, std::string> books = {{"OUTER", "       A COPY INNER REPLACING X BY B. Y\n"},
+                                                    {"INNER", "       X Y\n"}};
+  EXPECT_EQ(pictureOf("           COPY OUTER REPLACING B BY C Y BY Z.\n", {}, books).places,
+            "A<1/1:8> C<2/1:8> Z<2/1:10> Z<1/1:39>");
 }
 
 TEST(Copy, CyclesAndMissingMembersEndQuietly) {
@@ -80,7 +88,8 @@ TEST(Copy, CyclesAndMissingMembersEndQuietly) {
   EXPECT_EQ(picture.words, "X Z Y W");
   EXPECT_THAT(picture.remarks, ElementsAre("CopyCycle 1:13", "CopyMissing 1:25"));
   std::map<std::string, std::string> deep;
-  for (int i = 0; i < 100; ++i) deep["N" + std::to_string(i)] = "       COPY N" + std::to_string(i + 1) + ".\n";
+  for (int i = 0; i < 100; ++i)
+    deep["N" + std::to_string(i)] = "       COPY N" + std::to_string(i + 1) + ".\n";
   EXPECT_THAT(pictureOf("           COPY N0.\n", {}, deep).remarks, ElementsAre("CopyDepth 1:13"));
 }
 
@@ -90,13 +99,16 @@ TEST(Copy, OtherSystemsIncludes) {
 }
 
 TEST(Copy, WhatACopybookSetsHoldsForTheProgram) {
-  EXPECT_EQ(pictureOf("           COPY NAMES.\n           MOVE 1,5 TO A.\n", {}, {{"NAMES", "           DECIMAL-POINT IS COMMA.\n"}}).words,
+  EXPECT_EQ(pictureOf("           COPY NAMES.\n           MOVE 1,5 TO A.\n", {},
+                      {{"NAMES", "           DECIMAL-POINT IS COMMA.\n"}})
+                .words,
             "DECIMAL-POINT IS COMMA . MOVE #1,5 TO A .");
 }
 
 TEST(Replace, HoldsFromStatementToStatement) {
-  EXPECT_EQ(pictureOf("           A REPLACE ==A== BY ==B==. A COPY C. REPLACE OFF. A\n", {}, {{"C", "       A X\n"}}).places,
-            "A<1:12> B<1:38> B<1/1:8> X<1/1:10> A<1:61>");
+  EXPECT_EQ(
+      pictureOf("           A REPLACE ==A== BY ==B==. A COPY C. REPLACE OFF. A\n", {}, {{"C", "       A X\n"}}).places,
+      "A<1:12> B<1:38> B<1/1:8> X<1/1:10> A<1:61>");
   EXPECT_EQ(pictureOf("           REPLACE ==A== BY ==B==. A REPLACE ==C== BY ==D==.\n           A C\n").words, "B A D");
   EXPECT_EQ(pictureOf("           REPLACE ==X-:T:== BY ==B==. X-:T:-A\n").words, "B-A");
 }

@@ -32,8 +32,13 @@ TEST(Encoding, IsToldByTheBytes) {
       {"plain", "plain", "UTF-8"},
       {"gr\xC3\xBC\xC3\x9F", "grüß", "UTF-8"},
       {"gr\xFC\xDF", "grüß", "ISO-8859-1"},
-      {"\xEF\xBB\xBF" "A", "A", "UTF-8"},
-      {std::string("\xFF\xFE" "A\0\xFC\0", 6), "Aü", "UTF-16LE"},
+      {"\xEF\xBB\xBF"
+       "A",
+       "A", "UTF-8"},
+      {std::string("\xFF\xFE"
+                   "A\0\xFC\0",
+                   6),
+       "Aü", "UTF-16LE"},
       {std::string("\xFE\xFF\0A\0\xFC", 6), "Aü", "UTF-16BE"},
       {std::string("A\n\x1A\0\0", 5), "A\n", "UTF-8"},
       {"cut \xC3", "cut Ã", "ISO-8859-1"},
@@ -76,7 +81,8 @@ TEST(Encoding, MainframeFiles) {
 TEST(Encoding, RecordsWithoutLineEndsAreCut) {
   std::string record = "000100     MOVE A TO B.";
   record.resize(80, ' ');
-  EXPECT_EQ(pictureOf(record + record).places, "MOVE<1:12> A<1:17> TO<1:19> B<1:22> .<1:23> MOVE<2:12> A<2:17> TO<2:19> B<2:22> .<2:23>");
+  EXPECT_EQ(pictureOf(record + record).places,
+            "MOVE<1:12> A<1:17> TO<1:19> B<1:22> .<1:23> MOVE<2:12> A<2:17> TO<2:19> B<2:22> .<2:23>");
 }
 
 } // namespace

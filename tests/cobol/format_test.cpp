@@ -5,21 +5,27 @@ namespace {
 
 std::string formatOf(const std::string& text) {
   switch (pictureOf(text).stream.files[0].format) {
-  case Format::fixed: return "fixed";
-  case Format::variable: return "variable";
-  case Format::free: return "free";
+  case Format::fixed:
+    return "fixed";
+  case Format::variable:
+    return "variable";
+  case Format::free:
+    return "free";
   }
   return "";
 }
 
 std::string repeated(const std::string& line, int times) {
   std::string text;
-  for (int i = 0; i < times; ++i) text += line + "\n";
+  for (int i = 0; i < times; ++i)
+    text += line + "\n";
   return text;
 }
 
 /// A line of fixed format with something in columns 73 to 80.
-std::string tagged(const std::string& tag) { return "           MOVE A TO B." + std::string(49, ' ') + tag + "\n"; }
+std::string tagged(const std::string& tag) {
+  return "           MOVE A TO B." + std::string(49, ' ') + tag + "\n";
+}
 
 TEST(Format, IsToldByTheLines) {
   EXPECT_EQ(formatOf(repeated("           MOVE A TO B.", 5)), "fixed");
@@ -31,7 +37,8 @@ TEST(Format, IsToldByTheLines) {
   EXPECT_EQ(formatOf(repeated("    if a = b", 5)), "free");
   EXPECT_EQ(formatOf("*> about\nid division.\n" + repeated("        display 'x'", 8)), "free");
   EXPECT_EQ(formatOf("      *one\n      *two\n" + repeated("           A", 20) + "copied\n"), "fixed");
-  EXPECT_EQ(formatOf(repeated("           DISPLAY 'this text goes far beyond the margin of the fixed format' 'x'", 5)), "variable");
+  EXPECT_EQ(formatOf(repeated("           DISPLAY 'this text goes far beyond the margin of the fixed format' 'x'", 5)),
+            "variable");
 }
 
 TEST(Format, IdentificationsAreNoText) {
@@ -47,17 +54,23 @@ TEST(Format, TabbedLinesHaveNoMargin) {
 }
 
 TEST(Format, DirectivesSwitchFromTheNextLine) {
-  EXPECT_EQ(pictureOf("       A\n       >>SOURCE FORMAT IS FREE\nB\n>>SOURCE FIXED\n000001 C                                                                 D\n",
+  EXPECT_EQ(pictureOf("       A\n       >>SOURCE FORMAT IS FREE\nB\n>>SOURCE FIXED\n000001 C                           "
+                      "                                      D\n",
                       inFormat(FormatChoice::fixed))
                 .places,
             "A<1:8> B<3:1> C<5:8>");
   EXPECT_EQ(pictureOf("      $SET SOURCEFORMAT\"FREE\"\nB 'x'\n", inFormat(FormatChoice::fixed)).words, "B 'x'");
-  EXPECT_EQ(pictureOf("           A\n           >>SET SOURCEFORMAT AS \"VARIABLE\"\n" + std::string(72, ' ') + "B\n", inFormat(FormatChoice::fixed)).words, "A B");
+  EXPECT_EQ(pictureOf("           A\n           >>SET SOURCEFORMAT AS \"VARIABLE\"\n" + std::string(72, ' ') + "B\n",
+                      inFormat(FormatChoice::fixed))
+                .words,
+            "A B");
 }
 
 TEST(Format, CopybookMayDifferFromItsProgram) {
-  const std::map<std::string, std::string> books = {{"FREE", "01 a.\n  05 b pic x.\n"}, {"FIXED", "      * note\n000100 01 A.\n"}};
-  EXPECT_EQ(pictureOf("           COPY FREE.\n", {}, books).places, "#01<1/1:1> A<1/1:4> .<1/1:5> #05<1/2:3> B<1/2:6> PIC<1/2:8> {X}<1/2:12> .<1/2:13>");
+  const std::map<std::string, std::string> books = {{"FREE", "01 a.\n  05 b pic x.\n"},
+                                                    {"FIXED", "      * note\n000100 01 A.\n"}};
+  EXPECT_EQ(pictureOf("           COPY FREE.\n", {}, books).places,
+            "#01<1/1:1> A<1/1:4> .<1/1:5> #05<1/2:3> B<1/2:6> PIC<1/2:8> {X}<1/2:12> .<1/2:13>");
   EXPECT_EQ(pictureOf("copy fixed.\n", inFormat(FormatChoice::detect), books).words, "#01 A .");
 }
 

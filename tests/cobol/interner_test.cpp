@@ -28,12 +28,14 @@ TEST(Interner, GivesEachTextOneIdForEver) {
 
 TEST(Interner, KnowsTheKeywords) {
   Interner names;
-  for (NameId id = 1; id < keywordCount(); ++id) EXPECT_EQ(names.find(textOf(static_cast<Keyword>(id))), id);
+  for (NameId id = 1; id < keywordCount(); ++id)
+    EXPECT_EQ(names.find(textOf(static_cast<Keyword>(id))), id);
 }
 
 TEST(Diagnostics, KeepsAThousandOfACodeAndCountsAll) {
   Diagnostics diagnostics;
-  for (int i = 0; i < 1500; ++i) diagnostics.add(Code::Unresolved, Severity::warning, {}, std::string(199, 'x') + "é");
+  for (int i = 0; i < 1500; ++i)
+    diagnostics.add(Code::Unresolved, Severity::warning, {}, std::string(199, 'x') + "é");
   diagnostics.add(Code::Ambiguous, Severity::warning, {}, "");
   EXPECT_EQ(diagnostics.all().size(), 1001u);
   EXPECT_EQ(diagnostics.count(Code::Unresolved), 1500u);

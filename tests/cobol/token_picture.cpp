@@ -6,11 +6,16 @@ namespace {
 std::string shown(const TokenStream& stream, const Token& token) {
   const std::string text(stream.textOf(token));
   switch (token.kind) {
-  case TokenKind::number: return "#" + text;
-  case TokenKind::literal: return "'" + text + "'";
-  case TokenKind::picture: return "{" + text + "}";
-  case TokenKind::end: return "";
-  default: return text;
+  case TokenKind::number:
+    return "#" + text;
+  case TokenKind::literal:
+    return "'" + text + "'";
+  case TokenKind::picture:
+    return "{" + text + "}";
+  case TokenKind::end:
+    return "";
+  default:
+    return text;
   }
 }
 
@@ -36,7 +41,8 @@ std::string TokenPicture::flagged(char flag) const {
   return found;
 }
 
-TokenPicture pictureOf(const std::string& text, const Options& options, const std::map<std::string, std::string>& copybooks) {
+TokenPicture pictureOf(const std::string& text, const Options& options,
+                       const std::map<std::string, std::string>& copybooks) {
   Diagnostics diagnostics;
   TokenPicture picture;
   picture.stream = readTokens(text, options, copybooks, diagnostics);
@@ -46,7 +52,8 @@ TokenPicture pictureOf(const std::string& text, const Options& options, const st
     append(picture.places, shown(picture.stream, token) + place(token));
   }
   for (const Diagnostic& remark : diagnostics.all()) {
-    picture.remarks.push_back(std::string(nameOf(remark.code)) + " " + std::to_string(remark.at.line) + ":" + std::to_string(remark.at.column));
+    picture.remarks.push_back(std::string(nameOf(remark.code)) + " " + std::to_string(remark.at.line) + ":" +
+                              std::to_string(remark.at.column));
   }
   return picture;
 }

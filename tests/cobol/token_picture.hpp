@@ -14,14 +14,16 @@ struct TokenPicture {
   std::string words;
   /// The same with `<line:column>` behind each, `<file/line:column>` in copybooks.
   std::string places;
-  /// The words that carry a flag: A area A, X in EXEC, R replaced, J joined, C continued, L line start, H host variable.
+  /// The words that carry a flag: A area A, X in EXEC, R replaced, J joined, C continued, L line start, H host
+  /// variable.
   std::string flagged(char flag) const;
   /// "Code line:column" of every remark.
   std::vector<std::string> remarks;
   TokenStream stream;
 };
 
-TokenPicture pictureOf(const std::string& text, const Options& options = {}, const std::map<std::string, std::string>& copybooks = {});
+TokenPicture pictureOf(const std::string& text, const Options& options = {},
+                       const std::map<std::string, std::string>& copybooks = {});
 
 Options inFormat(FormatChoice format);
 

@@ -9,8 +9,12 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
 /// One line of fixed format: the text begins in column 8, whatever stands in front of it here.
-std::string areaA(const std::string& text) { return "       " + text + "\n"; }
-std::string areaB(const std::string& text) { return "           " + text + "\n"; }
+std::string areaA(const std::string& text) {
+  return "       " + text + "\n";
+}
+std::string areaB(const std::string& text) {
+  return "           " + text + "\n";
+}
 
 /// A line whose text ends exactly in column 72.
 std::string upToMargin(std::string text) {
@@ -32,7 +36,8 @@ TEST(Tokens, WordsNumbersLiteralsAndSymbols) {
       {"IF A=B*C", "IF A = B * C"},
       {"Größe a_b $x #y @z", "GRößE A_B $X #Y @Z"},
   };
-  for (const auto& [text, words] : cases) EXPECT_EQ(pictureOf(areaB(text)).words, words) << text;
+  for (const auto& [text, words] : cases)
+    EXPECT_EQ(pictureOf(areaB(text)).words, words) << text;
 }
 
 TEST(Tokens, PictureStrings) {
@@ -46,7 +51,8 @@ TEST(Tokens, PictureStrings) {
       {"PIC\n           IS\n           $$9 .", "PIC IS {$$9} ."},
       {"CURRENCY SIGN 'E' WITH PICTURE SYMBOL '$'", "CURRENCY SIGN 'E' WITH PICTURE SYMBOL '$'"},
   };
-  for (const auto& [text, words] : cases) EXPECT_EQ(pictureOf(areaB(text)).words, words) << text;
+  for (const auto& [text, words] : cases)
+    EXPECT_EQ(pictureOf(areaB(text)).words, words) << text;
 }
 
 TEST(Tokens, DecimalPointIsComma) {
@@ -72,7 +78,8 @@ TEST(Tokens, ColumnsCountCharactersAndATabAsOne) {
 }
 
 TEST(Tokens, EveryKindOfLineEndCounts) {
-  for (const std::string text : {"       A\n\n       B\n       C", "       A\r\n\r\n       B\r\n       C\r\n", "       A\r\r       B\r       C"}) {
+  for (const std::string text : {"       A\n\n       B\n       C", "       A\r\n\r\n       B\r\n       C\r\n",
+                                 "       A\r\r       B\r       C"}) {
     EXPECT_EQ(pictureOf(text).places, "A<1:8> B<3:8> C<4:8>");
   }
   EXPECT_EQ(pictureOf(std::string("       A\0B\n", 11)).words, "A B");
@@ -80,7 +87,8 @@ TEST(Tokens, EveryKindOfLineEndCounts) {
 }
 
 TEST(Tokens, IndicatorsDecideWhatALineIs) {
-  const std::string text = "      * comment\n      / page\n      D    DISPLAY 1.\n      Q    LOST\n           KEPT\n      *\n";
+  const std::string text =
+      "      * comment\n      / page\n      D    DISPLAY 1.\n      Q    LOST\n           KEPT\n      *\n";
   EXPECT_EQ(pictureOf(text).words, "KEPT");
   EXPECT_THAT(pictureOf(text).remarks, ElementsAre("IndicatorUnknown 4:7"));
   Options code;
@@ -91,20 +99,25 @@ TEST(Tokens, IndicatorsDecideWhatALineIs) {
 }
 
 TEST(Tokens, CommentEntriesEndAtTheNextHeader) {
-  EXPECT_EQ(pictureOf("       IDENTIFICATION DIVISION.\n       PROGRAM-ID. P.\n       AUTHOR. It's me.\n           DATA of mine\n"
-                      "       REMARKS.\n       Free text 'open\n       ENVIRONMENT DIVISION.\n")
-                .words,
-            "IDENTIFICATION DIVISION . PROGRAM-ID . P . AUTHOR . REMARKS . ENVIRONMENT DIVISION .");
+  EXPECT_EQ(
+      pictureOf(
+          "       IDENTIFICATION DIVISION.\n       PROGRAM-ID. P.\n       AUTHOR. It's me.\n           DATA of mine\n"
+          "       REMARKS.\n       Free text 'open\n       ENVIRONMENT DIVISION.\n")
+          .words,
+      "IDENTIFICATION DIVISION . PROGRAM-ID . P . AUTHOR . REMARKS . ENVIRONMENT DIVISION .");
   EXPECT_EQ(pictureOf(areaB("MOVE SECURITY TO A.")).words, "MOVE SECURITY TO A .");
 }
 
 TEST(Tokens, ListingAndOptionLinesVanish) {
-  EXPECT_EQ(pictureOf("CBL ARITH(EXTEND)\n       PROCESS LP(32)\n       A\n           EJECT\n           SKIP2.\n           TITLE 'x'\n           B\n").words,
+  EXPECT_EQ(pictureOf("CBL ARITH(EXTEND)\n       PROCESS LP(32)\n       A\n           EJECT\n           SKIP2.\n       "
+                      "    TITLE 'x'\n           B\n")
+                .words,
             "A B");
 }
 
 TEST(Continuation, JoinsWordsNumbersAndPictures) {
-  const TokenPicture picture = pictureOf("           MOVE LONG-\n      -    NAME TO 12\n      * between\n\n      -34 PIC X(1\n      -    0).\n");
+  const TokenPicture picture =
+      pictureOf("           MOVE LONG-\n      -    NAME TO 12\n      * between\n\n      -34 PIC X(1\n      -    0).\n");
   EXPECT_EQ(picture.places, "MOVE<1:12> LONG-NAME<1:17> TO<2:17> #1234<2:20> PIC<5:11> {X(10)}<5:15> .<6:14>");
   EXPECT_EQ(picture.flagged('C'), "LONG-NAME #1234 {X(10)}");
 }
@@ -112,7 +125,8 @@ TEST(Continuation, JoinsWordsNumbersAndPictures) {
 TEST(Continuation, OpenLiteralRunsToTheMargin) {
   const std::string padded = "ab" + std::string(72 - 14, ' ');
   EXPECT_EQ(pictureOf("           'ab\n      -    'cd' X.\n").places, "'" + padded + "cd'<1:12> X<2:17> .<2:18>");
-  EXPECT_EQ(pictureOf(upToMargin("           'ab" + std::string(57, '.')) + "      -    'cd'.\n").words, "'ab" + std::string(57, '.') + " cd' .");
+  EXPECT_EQ(pictureOf(upToMargin("           'ab" + std::string(57, '.')) + "      -    'cd'.\n").words,
+            "'ab" + std::string(57, '.') + " cd' .");
   Options variable = inFormat(FormatChoice::variable);
   EXPECT_EQ(pictureOf("           'ab \n      -    'cd'\n", variable).words, "'ab cd'");
 }
@@ -139,10 +153,12 @@ TEST(Continuation, FreeFormLiterals) {
 
 TEST(Tokens, HugeLinesTakeLinearTime) {
   std::string line = "       ";
-  for (int i = 0; i < 300000; ++i) line += "é A1 ";
+  for (int i = 0; i < 300000; ++i)
+    line += "é A1 ";
   EXPECT_EQ(pictureOf(line, inFormat(FormatChoice::variable)).stream.tokens.size(), 600001u);
   std::string quotes = "       ";
-  for (int i = 0; i < 200000; ++i) quotes += "'\n      -'";
+  for (int i = 0; i < 200000; ++i)
+    quotes += "'\n      -'";
   EXPECT_FALSE(pictureOf(quotes).stream.tokens.empty());
 }
 
@@ -159,7 +175,10 @@ TEST(Tokens, OnlyProgramsLookLikeCobol) {
   EXPECT_TRUE(looksLikeCobol(pictureOf(areaA("PROCEDURE DIVISION.")).stream));
   EXPECT_TRUE(looksLikeCobol(pictureOf(areaA("PROGRAM-ID. A.")).stream));
   EXPECT_FALSE(looksLikeCobol(pictureOf("int main() { return division; }\n").stream));
-  EXPECT_FALSE(looksLikeCobol(pictureOf(std::string("\x7F" "ELF\0\1\2\3\xFF\xFE", 10)).stream));
+  EXPECT_FALSE(looksLikeCobol(pictureOf(std::string("\x7F"
+                                                    "ELF\0\1\2\3\xFF\xFE",
+                                                    10))
+                                  .stream));
 }
 
 } // namespace

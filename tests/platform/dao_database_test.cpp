@@ -34,7 +34,8 @@ TEST(Database, keepsIndexNamesApartByTable) {
   EXPECT_FALSE(database->hasIndex("Constructs", "ID"));
   EXPECT_TRUE(database->hasIndex("Relationships", "ID"));
   EXPECT_TRUE(database->hasIndex("Constructs", "by name"));
-  EXPECT_THAT(messageOf([&] { database->Execute("drop index idxKVID1 on Relationships"); }), HasSubstr("no such index"));
+  EXPECT_THAT(messageOf([&] { database->Execute("drop index idxKVID1 on Relationships"); }),
+              HasSubstr("no such index"));
 }
 
 TEST(Database, dropsAColumnWithTheIndexesThatMentionItOrLeavesAllAsItWas) {
@@ -56,7 +57,8 @@ TEST(Database, tellsFileStatementAndReasonInOneLine) {
   const struct {
     std::string statement, reason;
   } cases[] = {
-      {"select * from\nConstructs where [Nope] = 1", "no such column: Nope"},
+      {"select * from\nConstructs where [Nope] = 1",
+       "no such column: Nope [select * from Constructs where [Nope] = 1]"},
       {"select * from Constructs where \"Nope\" = 1", "no such column: Nope"},
       {"Programs", "no such table: Programs"},
       {"selct", "no such table: selct"},
@@ -110,7 +112,8 @@ TEST(Insertion, writesEveryKindOfFieldAndRefusesAWrongNumber) {
   const ProgramFile program;
   const auto database = program.open();
   enum class Kind { item = 7 };
-  database->createTable("All", {{"a", ColumnKind::integer}, {"b", ColumnKind::number}, {"c", ColumnKind::text}, {"d", ColumnKind::blob}});
+  database->createTable(
+      "All", {{"a", ColumnKind::integer}, {"b", ColumnKind::number}, {"c", ColumnKind::text}, {"d", ColumnKind::blob}});
   Insertion rows(*database, "[All]", {"a", "[b]", "c", "d"});
   EXPECT_EQ(rows.row(Kind::item, 0.5, std::string("text"), Blob{std::string_view("\0\1", 2)}), 1);
   EXPECT_EQ(rows.row(std::optional<int>(), Value(2), std::string_view(), Value("v")), 2);
@@ -142,6 +145,21 @@ TEST(DatabaseBuilder, replacesAFileWholeAndLeavesNothingWithoutFinish) {
   EXPECT_TRUE(program.open()->hasTable("T"));
 }
 
+TEST(DatabaseBuilder, isNotFinishedUnderAnInsertionAndNotTwice) {
+  const TemporaryFolder folder;
+  DatabaseBuilder builder(folder.file("x.mdb"));
+  builder.database().createTable("T", {{"A", ColumnKind::key}});
+  {
+    Insertion rows(builder.database(), "T", {"A"});
+    EXPECT_THAT(messageOf([&] { builder.finish(); }), HasSubstr("still there"));
+    rows.row("k");
+  }
+  builder.finish();
+  EXPECT_THROW(builder.finish(), DatabaseError);
+  EXPECT_EQ(dbEngine().OpenDatabase(folder.file("x.mdb"))->OpenRecordset("T")->RecordCount(), 1);
+  dbEngine().settle();
+}
+
 TEST(DatabaseBuilder, refusesToReplaceAFileInUseAndAFolderThatIsMissing) {
   const ProgramFile program;
   const auto used = program.open();
@@ -149,7 +167,8 @@ TEST(DatabaseBuilder, refusesToReplaceAFileInUseAndAFolderThatIsMissing) {
   builder.database().Execute("create table T (A)");
   EXPECT_THAT(messageOf([&] { builder.finish(); }), HasSubstr("still in use"));
   EXPECT_TRUE(used->hasTable("Constructs"));
-  EXPECT_THAT(messageOf([&] { DatabaseBuilder other(program.folder().file("none/x.mdb")); }), HasSubstr("No such file"));
+  EXPECT_THAT(messageOf([&] { DatabaseBuilder other(program.folder().file("none/x.mdb")); }),
+              HasSubstr("No such file"));
 }
 
 } // namespace

@@ -23,8 +23,8 @@ TEST(DBEngine, refusesWhatIsNoDatabaseAtOnceAndCreatesNothing) {
   createFolder(folder.file("folder.mdb"));
   const struct {
     std::string name, reason;
-  } cases[] = {{"text.mdb", "is not a database file"},   {"short.mdb", "is not a database file"},
-               {"empty.mdb", "is not a database file"},  {"folder.mdb", "is not a database file"},
+  } cases[] = {{"text.mdb", "is not a database file"},    {"short.mdb", "is not a database file"},
+               {"empty.mdb", "is not a database file"},   {"folder.mdb", "is not a database file"},
                {"none.mdb", "No such file or directory"}, {"none/x.mdb", "No such file or directory"}};
   for (const auto& [name, reason] : cases) {
     EXPECT_THAT(messageOf([&] { dbEngine().OpenDatabase(folder.file(name)); }), HasSubstr(name + ": ")) << name;
@@ -38,8 +38,9 @@ TEST(DBEngine, tellsADamagedAReadOnlyAndALockedFileApart) {
   std::string bytes = readText(program.path());
   std::fill(bytes.begin() + 100, bytes.end(), '\x7f');
   WriteFileAtomically(program.folder().file("damaged.mdb"), bytes);
-  EXPECT_THAT(messageOf([&] { dbEngine().OpenDatabase(program.folder().file("damaged.mdb"))->OpenRecordset("Constructs"); }),
-              HasSubstr("is damaged"));
+  EXPECT_THAT(
+      messageOf([&] { dbEngine().OpenDatabase(program.folder().file("damaged.mdb"))->OpenRecordset("Constructs"); }),
+      HasSubstr("is damaged"));
 
   ASSERT_EQ(::chmod(program.folder().path().c_str(), 0755), 0);
   ASSERT_EQ(::chmod(program.path().c_str(), 0444), 0);
@@ -54,7 +55,8 @@ TEST(DBEngine, tellsADamagedAReadOnlyAndALockedFileApart) {
     const auto holder = program.open();
     const auto other = program.open();
     const Savepoint held(*holder);
-    EXPECT_THAT(messageOf([&] { other->Execute("update Constructs set Status = 1"); }), HasSubstr("is locked by another"));
+    EXPECT_THAT(messageOf([&] { other->Execute("update Constructs set Status = 1"); }),
+                HasSubstr("is locked by another"));
     EXPECT_EQ(other->OpenRecordset("Constructs")->RecordCount(), 3) << "readers go on";
   }
   dbEngine().setBusyTimeout(std::chrono::milliseconds(5000));
@@ -123,13 +125,16 @@ TEST(DBEngine, servesThreadsThatEachOpenTheirOwn) {
   for (int t = 0; t < 4; ++t) {
     threads.emplace_back([&] {
       for (int i = 0; i < 20; ++i) {
-        if (!ignoring([&] { program.open()->Execute("update Constructs set Offset = Offset + 1 where KVID = 'k1'"); })) ++failures;
+        if (!ignoring([&] { program.open()->Execute("update Constructs set Offset = Offset + 1 where KVID = 'k1'"); }))
+          ++failures;
       }
     });
   }
-  for (std::thread& thread : threads) thread.join();
+  for (std::thread& thread : threads)
+    thread.join();
   EXPECT_EQ(failures, 0);
-  EXPECT_THAT(linesOf(*program.open()->OpenRecordset("select Offset from Constructs where KVID = 'k1'"), {"Offset"}), ElementsAre("80"));
+  EXPECT_THAT(linesOf(*program.open()->OpenRecordset("select Offset from Constructs where KVID = 'k1'"), {"Offset"}),
+              ElementsAre("80"));
 }
 
 } // namespace

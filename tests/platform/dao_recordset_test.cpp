@@ -26,14 +26,20 @@ TEST(Recordset, readsStatementsAsTheComponentWritesThem) {
       {"select * from constructs where [A&DOT;B &openbr;x&closebr;_status] is not NULL",
        {"KVID", "[a&dot;b &openbr;x&closebr;_Status]"},
        {"k3|2"}},
-      {"SELECT  Status, Count(*) as cnt from constructs where Status is not NULL group by Status", {"status", "CNT"}, {"0|1", "1|1"}},
+      {"SELECT  Status, Count(*) as cnt from constructs where Status is not NULL group by Status",
+       {"status", "CNT"},
+       {"0|1", "1|1"}},
       {"select Count(*) as cnt from Constructs where Status = 7", {"cnt"}, {"0"}},
       {"select distinct C.*, R.RelID from Relationships R, Constructs C where C.KVID = R.KVID2  and R.KVID1 = 'K1'  "
        "and R.RelID in ('Move', 'Compare')",
        {"KVID", "Name", "RelID"},
        {"k2|CUST-KEY|Move", "k3|CUST-NAME|Compare"}},
-      {"select C.* from Constructs C where C.KVID <> 'K2' and C.offset = 4 and C.Size = 6 ", {"Kvid", "classification"}, {"k3|second"}},
-      {"select C.* from Constructs C where C.KVID <> 'k1' and C.offset < 5 and (C.offset + C.Size) > 0 ", {"KVID"}, {"k2", "k3"}},
+      {"select C.* from Constructs C where C.KVID <> 'K2' and C.offset = 4 and C.Size = 6 ",
+       {"Kvid", "classification"},
+       {"k3|second"}},
+      {"select C.* from Constructs C where C.KVID <> 'k1' and C.offset < 5 and (C.offset + C.Size) > 0 ",
+       {"KVID"},
+       {"k2", "k3"}},
       {"select KVID, Name from Constructs order by Name desc", {"KVID"}, {"k1", "k3", "k2"}},
       {"select KVID, Name from Constructs order by 2", {"KVID"}, {"k2", "k3", "k1"}},
       {"select KVID as k from Constructs as X where X.Status is null", {"k"}, {"k1"}},
@@ -41,7 +47,8 @@ TEST(Recordset, readsStatementsAsTheComponentWritesThem) {
       {"Constructs", {"KVID", "Status"}, {"k1|-", "k2|0", "k3|1"}},
       {"[constructs]", {"KVID"}, {"k1", "k2", "k3"}},
   };
-  for (const auto& [sql, fields, lines] : cases) EXPECT_EQ(query(*database, sql, fields), lines) << sql;
+  for (const auto& [sql, fields, lines] : cases)
+    EXPECT_EQ(query(*database, sql, fields), lines) << sql;
 }
 
 TEST(Recordset, takesParametersForWhatMustNotStandInATextAndRefusesAWrongNumber) {
@@ -58,10 +65,13 @@ TEST(Recordset, distinguishesStatementsThatDifferInTheirLiteralsOnly) {
   const ProgramFile program;
   const auto database = program.open();
   for (int round = 0; round < 2; ++round) {
-    EXPECT_THAT(query(*database, "select * from Constructs where Offset = 0 and KVID <> 'it''s'", {"KVID"}), ElementsAre("k1"));
-    EXPECT_THAT(query(*database, "select * from Constructs where Offset = 4 and KVID <> 'K2'", {"KVID"}), ElementsAre("k3"));
-    EXPECT_THAT(query(*database, "select 'a' as [x 1], KVID from Constructs where Status > -1 and Size = 6.0", {"x 1", "KVID"}),
-                ElementsAre("a|k2", "a|k3"));
+    EXPECT_THAT(query(*database, "select * from Constructs where Offset = 0 and KVID <> 'it''s'", {"KVID"}),
+                ElementsAre("k1"));
+    EXPECT_THAT(query(*database, "select * from Constructs where Offset = 4 and KVID <> 'K2'", {"KVID"}),
+                ElementsAre("k3"));
+    EXPECT_THAT(
+        query(*database, "select 'a' as [x 1], KVID from Constructs where Status > -1 and Size = 6.0", {"x 1", "KVID"}),
+        ElementsAre("a|k2", "a|k3"));
   }
 }
 
@@ -151,7 +161,8 @@ TEST(Recordset, refusesWritesThatHaveNoRowNoEditOrNoColumn) {
 void fill(Database& database, int last) {
   Savepoint whole(database);
   Insertion rows(database, "Constructs", {"KVID", "Name", "Offset", "Size", "Status"});
-  for (int i = 4; i <= last; ++i) rows.row("k" + std::to_string(i), "N", i * 10, 2, 0);
+  for (int i = 4; i <= last; ++i)
+    rows.row("k" + std::to_string(i), "N", i * 10, 2, 0);
   whole.commit();
 }
 
@@ -192,10 +203,13 @@ TEST(Recordset, editsInTheWalkWhileASecondConnectionWrites) {
       rows->setField("Status", 2);
       rows->Update();
       ASSERT_EQ(rows->Field("Status"), Value(2));
-      other->Execute("update Constructs set Classification = 'seen', Size = Size + 1 where KVID = ?", {rows->Field("KVID")});
+      other->Execute("update Constructs set Classification = 'seen', Size = Size + 1 where KVID = ?",
+                     {rows->Field("KVID")});
     }
     EXPECT_EQ(walked, 300) << source;
-    EXPECT_THAT(query(*other, "select count(*) as n from Constructs where Status = 2 and Classification = 'seen' and Size = 2", {"n"}),
+    EXPECT_THAT(query(*other,
+                      "select count(*) as n from Constructs where Status = 2 and Classification = 'seen' and Size = 2",
+                      {"n"}),
                 ElementsAre("300"))
         << source;
   }
@@ -221,7 +235,8 @@ TEST(Recordset, findsItsColumnsAgainAfterTheTableHasChanged) {
   table->Edit();
   table->setField("p_Classification", "new");
   table->Update();
-  EXPECT_THAT(query(*database, "select * from Constructs", {"p_Status", "p_Classification"}), ElementsAre("-|-", "0|-", "1|new"));
+  EXPECT_THAT(query(*database, "select * from Constructs", {"p_Status", "p_Classification"}),
+              ElementsAre("-|-", "0|-", "1|new"));
   EXPECT_TRUE(database->hasIndex("Constructs", "Kept"));
   EXPECT_FALSE(database->hasIndex("Constructs", "Both"));
 }

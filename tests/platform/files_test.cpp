@@ -28,7 +28,8 @@ TEST(NativePath, joinsBackslashPathsBelowTheirBase) {
       {"", "a\\b", "a/b"},
       {"/base", "", "/base"},
   };
-  for (const auto& [base, path, native] : cases) EXPECT_EQ(nativePath(base, path), native) << path;
+  for (const auto& [base, path, native] : cases)
+    EXPECT_EQ(nativePath(base, path), native) << path;
   EXPECT_EQ(nativePath("/base\\Analysis\\x.mdb"), "/base/Analysis/x.mdb");
 }
 
@@ -64,7 +65,8 @@ TEST(Folders, areWalkedInOrderWithoutHiddenNamesAndWithoutCircles) {
   const TemporaryFolder folder;
   createFolders(folder.file("b/c"));
   createFolders(folder.file(".git"));
-  for (const char* name : {"z", "b/y", "b/c/x", ".git/config", "a"}) WriteFileAtomically(folder.file(name), "");
+  for (const char* name : {"z", "b/y", "b/c/x", ".git/config", "a"})
+    WriteFileAtomically(folder.file(name), "");
   std::filesystem::create_symlink("..", folder.file("b/up"));
   std::filesystem::create_symlink("nowhere", folder.file("dead"));
   EXPECT_THAT(walkFiles(folder.path()), ElementsAre("a", "b/c/x", "b/y", "z"));
@@ -81,7 +83,8 @@ TEST(Reading, givesBytesLinesAndClearErrors) {
 
   LineReader lines(folder.file("f"));
   std::vector<std::string> read;
-  while (const auto line = lines.next()) read.push_back(*line);
+  while (const auto line = lines.next())
+    read.push_back(*line);
   EXPECT_THAT(read, ElementsAre("one", std::string("two\0x", 5), "", "last"));
 
   for (const auto& [name, reason] : {std::pair{"none", "No such file or directory"}, std::pair{"", "Is a directory"}}) {
@@ -109,7 +112,11 @@ TEST(WriteFileAtomically, replacesAFileWholeAndKeepsItsRights) {
   ASSERT_EQ(::chmod(folder.file("f").c_str(), 0640), 0);
   WriteFileAtomically(folder.file("f"), std::string(100000, 'n'));
   EXPECT_EQ(readText(folder.file("f")), std::string(100000, 'n'));
-  struct stat status{};
+  std::filesystem::create_symlink("f", folder.file("link"));
+  WriteFileAtomically(folder.file("link"), "through the link");
+  EXPECT_EQ(readText(folder.file("f")), "through the link");
+  removeAll(folder.file("link"));
+  struct stat status {};
   ASSERT_EQ(::stat(folder.file("f").c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 0777, 0640U);
   EXPECT_THAT(walkFiles(folder.path()), ElementsAre("f"));

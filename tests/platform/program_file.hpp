@@ -6,7 +6,8 @@
 #include <string>
 #include <vector>
 
-/// A program's database as the host makes it: three constructs, two relationships, keys without regard to case, index ID.
+/// A program's database as the host makes it: three constructs, two relationships, keys without regard to case, index
+/// ID.
 inline void makeProgramFile(const std::string& path) {
   using platform::ColumnKind;
   platform::DatabaseBuilder builder(path);
@@ -17,7 +18,8 @@ inline void makeProgramFile(const std::string& path) {
                                       {"Size", ColumnKind::integer},
                                       {"Status", ColumnKind::integer},
                                       {"Classification", ColumnKind::text}});
-  database.createTable("Relationships", {{"KVID1", ColumnKind::key}, {"KVID2", ColumnKind::key}, {"RelID", ColumnKind::key}});
+  database.createTable("Relationships",
+                       {{"KVID1", ColumnKind::key}, {"KVID2", ColumnKind::key}, {"RelID", ColumnKind::key}});
   {
     platform::Insertion rows(database, "Constructs", {"KVID", "Name", "Offset", "Size", "Status", "Classification"});
     rows.row("k1", "CUST-NO", 0, 4, platform::Null{}, platform::Null{});
@@ -49,7 +51,7 @@ inline std::vector<std::string> linesOf(platform::Recordset& rows, const std::ve
 }
 
 /// The message of the platform error that the step ends with; empty where it does not fail.
-template <class Step>
+template<class Step>
 std::string messageOf(Step&& step) {
   try {
     step();

@@ -22,7 +22,9 @@ constexpr const char* kOptions = R"(<?xml version="1.0"?>
   </CASE>
 </OPTIONS>)";
 
-Node tarnsift(const Document& document) { return document.selectSingleNode("//CASE[@ID='Tarnsift']"); }
+Node tarnsift(const Document& document) {
+  return document.selectSingleNode("//CASE[@ID='Tarnsift']");
+}
 
 TEST(Document, answersXPathFromTheRootAndFromANode) {
   const Document document = Document::loadText(kOptions);
@@ -36,7 +38,8 @@ TEST(Document, answersXPathFromTheRootAndFromANode) {
       {"./BOOL[@NAME='OverrideStatus']", "false"},
       {".//GROUP[@NAME='SynonymSearch']/BOOL[@NAME='OverrideStatus']", "true"},
   };
-  for (const auto& [xpath, value] : cases) EXPECT_EQ(root.selectSingleNode(xpath).getAttribute("VALUE"), Value(value)) << xpath;
+  for (const auto& [xpath, value] : cases)
+    EXPECT_EQ(root.selectSingleNode(xpath).getAttribute("VALUE"), Value(value)) << xpath;
   EXPECT_FALSE(root.selectSingleNode("./BOOL[@NAME='None']"));
   EXPECT_EQ(document.selectNodes("//CASE").size(), 3U);
   EXPECT_EQ(document.selectSingleNode("/OPTIONS/CASE[2]"), root);
@@ -74,7 +77,8 @@ TEST(Node, isBuiltMovedClonedAndRemoved) {
   d.appendChild(made);
   d.appendChild(b.cloneNode(false));
   d.appendChild(b.cloneNode(true)).setAttribute("X", "2");
-  EXPECT_EQ(a.xml(), "<A><B X=\"1\"><C/></B><D><E Y=\"&lt;&quot;'&amp;&gt;&#10;\"/><B X=\"1\"/><B X=\"2\"><C/></B></D></A>");
+  EXPECT_EQ(a.xml(),
+            "<A><B X=\"1\"><C/></B><D><E Y=\"&lt;&quot;'&amp;&gt;&#10;\"/><B X=\"1\"/><B X=\"2\"><C/></B></D></A>");
   a.appendChild(b);
   made = d.removeChild(made);
   b.insertBefore(made, b.firstChild());
@@ -86,14 +90,17 @@ TEST(Node, isBuiltMovedClonedAndRemoved) {
   EXPECT_THROW(made.appendChild(a), XmlError) << "below itself";
   EXPECT_THROW(made.appendChild(made), XmlError);
   EXPECT_THROW(a.appendChild(Document::loadText("<X/>").documentElement()), XmlError);
-  EXPECT_EQ(a.appendChild(document.importNode(Document::loadText("<X><Y/></X>").documentElement())).xml(), "<X><Y/></X>");
+  EXPECT_EQ(a.appendChild(document.importNode(Document::loadText("<X><Y/></X>").documentElement())).xml(),
+            "<X><Y/></X>");
 }
 
 TEST(Node, refusesNamesAndTextsThatXmlCannotHold) {
   const Document document;
-  for (const std::string name : {"", "a b", "1", "<", "a:b", "-x"}) EXPECT_THROW(document.createElement(name), XmlError) << name;
+  for (const std::string name : {"", "a b", "1", "<", "a:b", "-x"})
+    EXPECT_THROW(document.createElement(name), XmlError) << name;
   Node node = document.createElement("A");
-  for (const std::string& text : {std::string("\x01"), std::string("a\0b", 3), std::string("\xff"), std::string("\xe2\x82"), std::string("\xef\xbf\xbf")}) {
+  for (const std::string& text : {std::string("\x01"), std::string("a\0b", 3), std::string("\xff"),
+                                  std::string("\xe2\x82"), std::string("\xef\xbf\xbf")}) {
     EXPECT_THROW(node.setAttribute("X", text), XmlError);
     EXPECT_THROW(node.setText(text), XmlError);
   }
@@ -125,7 +132,10 @@ TEST(Document, savesWholeAndReadsBackTheSame) {
   const Document again = Document::load(folder.file("o.xml"));
   EXPECT_EQ(again.text(), document.text());
   EXPECT_THAT(again.text(), HasSubstr("\n    <BOOL NAME=\"OverrideStatus\" VALUE=\"false\"/>\n"));
-  EXPECT_EQ(Document::loadText("<?xml version='1.0' encoding='ISO-8859-1'?><A X='\xfc'/>").documentElement().getAttribute("X"), Value("\xc3\xbc"));
+  EXPECT_EQ(Document::loadText("<?xml version='1.0' encoding='ISO-8859-1'?><A X='\xfc'/>")
+                .documentElement()
+                .getAttribute("X"),
+            Value("\xc3\xbc"));
   EXPECT_THROW(document.save(folder.file("none/o.xml")), FileError);
   EXPECT_THROW(Document::load(folder.file("none.xml")), FileError);
 }
@@ -142,31 +152,38 @@ TEST(Document, tellsWhereAFileIsNotWellFormed) {
     EXPECT_THAT(error.what(), HasSubstr("bad.xml: Opening and ending tag mismatch: B line 2 and A"));
   }
   std::string deep;
-  for (int i = 0; i < 1000; ++i) deep += "<A>";
-  for (const std::string& text : {std::string(), std::string("text"), std::string("<A/><B/>"), std::string("<A X=1/>"), std::string("<A>\x01</A>"), deep}) {
+  for (int i = 0; i < 1000; ++i)
+    deep += "<A>";
+  for (const std::string& text : {std::string(), std::string("text"), std::string("<A/><B/>"), std::string("<A X=1/>"),
+                                  std::string("<A>\x01</A>"), deep}) {
     EXPECT_THROW(Document::loadText(text), XmlError) << text.substr(0, 20);
   }
-  EXPECT_THAT(messageOf([&] { Document::loadText("<A>" + std::string(std::size_t{64} << 20, ' ') + "</A>"); }), HasSubstr("64 MB"));
+  EXPECT_THAT(messageOf([&] { Document::loadText("<A>" + std::string(std::size_t{64} << 20, ' ') + "</A>"); }),
+              HasSubstr("64 MB"));
 }
 
 TEST(Document, readsNothingFromOutside) {
   const TemporaryFolder folder;
   WriteFileAtomically(folder.file("secret"), "secret");
   const std::string url = "file://" + folder.file("secret");
-  EXPECT_THAT(messageOf([&] { Document::loadText("<!DOCTYPE A [<!ENTITY e SYSTEM '" + url + "'>]><A>&e;</A>"); }), HasSubstr("entities"));
-  EXPECT_THROW(Document::loadText("<!DOCTYPE A [<!ENTITY a 'xxxxxxxx'><!ENTITY b '&a;&a;&a;&a;'>]><A>&b;</A>"), XmlError);
+  EXPECT_THAT(messageOf([&] { Document::loadText("<!DOCTYPE A [<!ENTITY e SYSTEM '" + url + "'>]><A>&e;</A>"); }),
+              HasSubstr("entities"));
+  EXPECT_THROW(Document::loadText("<!DOCTYPE A [<!ENTITY a 'xxxxxxxx'><!ENTITY b '&a;&a;&a;&a;'>]><A>&b;</A>"),
+               XmlError);
   EXPECT_EQ(Document::loadText("<!DOCTYPE A SYSTEM '" + url + "'><A/>").documentElement().name(), "A");
 }
 
 constexpr const char* kSheetHead = "<xsl:stylesheet version='1.0' xmlns:xsl='http://www.w3.org/1999/XSL/Transform'>";
 
 TEST(Stylesheet, compilesOnceAndTransformsManyDocuments) {
-  const Stylesheet sheet(std::string(kSheetHead) +
-                         "<xsl:output method='html'/><xsl:param name='title'/><xsl:template match='/R'><h1><xsl:value-of select='$title'/>"
-                         "</h1><xsl:for-each select='F'><p><xsl:value-of select='.' disable-output-escaping='yes'/>"
-                         "<xsl:text> </xsl:text><xsl:value-of select='@L'/></p></xsl:for-each></xsl:template></xsl:stylesheet>");
+  const Stylesheet sheet(
+      std::string(kSheetHead) +
+      "<xsl:output method='html'/><xsl:param name='title'/><xsl:template match='/R'><h1><xsl:value-of select='$title'/>"
+      "</h1><xsl:for-each select='F'><p><xsl:value-of select='.' disable-output-escaping='yes'/>"
+      "<xsl:text> </xsl:text><xsl:value-of select='@L'/></p></xsl:for-each></xsl:template></xsl:stylesheet>");
   const Document document = Document::loadText("<R><F L='&lt;1'>&lt;b&gt;x&lt;/b&gt;</F></R>");
-  EXPECT_THAT(sheet.apply(document, {{"title", "it's \"so\""}}), HasSubstr("<h1>it's \"so\"</h1><p><b>x</b> &lt;1</p>"));
+  EXPECT_THAT(sheet.apply(document, {{"title", "it's \"so\""}}),
+              HasSubstr("<h1>it's \"so\"</h1><p><b>x</b> &lt;1</p>"));
   EXPECT_EQ(sheet.apply(Document::loadText("<R/>")).find("<p>"), std::string::npos);
 }
 
@@ -176,14 +193,19 @@ TEST(Stylesheet, tellsWhatIsWrongWithASheetAndReadsNoFile) {
   const std::string head = kSheetHead;
   EXPECT_THROW(Stylesheet("<html>"), XmlError);
   EXPECT_THROW(Stylesheet("<html/>"), XmlError);
-  EXPECT_THAT(messageOf([&] { Stylesheet(head + "<xsl:template match='A['/></xsl:stylesheet>"); }), testing::Not(testing::IsEmpty()));
-  EXPECT_THAT(messageOf([&] { Stylesheet(head + "<xsl:include href='" + folder.file("s.xml") + "'/></xsl:stylesheet>"); }),
-              HasSubstr("denied"));
+  EXPECT_THAT(messageOf([&] { Stylesheet(head + "<xsl:template match='A['/></xsl:stylesheet>"); }),
+              testing::Not(testing::IsEmpty()));
+  EXPECT_THAT(
+      messageOf([&] { Stylesheet(head + "<xsl:include href='" + folder.file("s.xml") + "'/></xsl:stylesheet>"); }),
+      HasSubstr("denied"));
   const Stylesheet reading(head + "<xsl:template match='/'><xsl:value-of select=\"document('" + folder.file("s.xml") +
                            "')\"/></xsl:template></xsl:stylesheet>");
-  EXPECT_EQ(messageOf([&] { EXPECT_EQ(reading.apply(Document::loadText("<A/>")).find("secret"), std::string::npos); }).find("secret"),
+  EXPECT_EQ(messageOf([&] {
+              EXPECT_EQ(reading.apply(Document::loadText("<A/>")).find("secret"), std::string::npos);
+            }).find("secret"),
             std::string::npos);
-  const Stylesheet endless(head + "<xsl:template match='/'><xsl:apply-templates select='/'/></xsl:template></xsl:stylesheet>");
+  const Stylesheet endless(head +
+                           "<xsl:template match='/'><xsl:apply-templates select='/'/></xsl:template></xsl:stylesheet>");
   EXPECT_THROW(endless.apply(Document::loadText("<A/>")), XmlError);
 }
 

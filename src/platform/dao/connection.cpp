@@ -16,32 +16,39 @@ namespace {
 constexpr std::size_t kIdleStatements = 48;
 
 std::string oneLine(std::string text) {
-  std::replace_if(text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return c == '\n' || c == '\r' || c == '\t'; }, ' ');
   return text;
 }
 
 std::string reasonOf(sqlite3* handle, int code) {
   switch (code & 0xff) {
-  case SQLITE_NOTADB: return "is not a database file";
-  case SQLITE_CORRUPT: return std::string("is damaged: ") + sqlite3_errmsg(handle);
+  case SQLITE_NOTADB:
+    return "is not a database file";
+  case SQLITE_CORRUPT:
+    return std::string("is damaged: ") + sqlite3_errmsg(handle);
   case SQLITE_BUSY:
-  case SQLITE_LOCKED: return "is locked by another program; close that program or try again";
-  case SQLITE_READONLY: return "is read-only; make the file and its folder writable";
-  case SQLITE_FULL: return "the disk is full";
+  case SQLITE_LOCKED:
+    return "is locked by another program; close that program or try again";
+  case SQLITE_READONLY:
+    return "is read-only; make the file and its folder writable";
+  case SQLITE_FULL:
+    return "the disk is full";
   case SQLITE_CANTOPEN:
   case SQLITE_IOERR: {
     const int number = sqlite3_system_errno(handle);
     const std::string message = sqlite3_errmsg(handle);
     return number == 0 ? message : message + ": " + std::strerror(number);
   }
-  default: return sqlite3_errmsg(handle);
+  default:
+    return sqlite3_errmsg(handle);
   }
 }
 
 } // namespace
 
 FileIdentity fileIdentity(const std::string& path) {
-  struct stat status{};
+  struct stat status {};
   if (::stat(path.c_str(), &status) != 0) return {};
   return {static_cast<std::uint64_t>(status.st_dev), static_cast<std::uint64_t>(status.st_ino)};
 }
@@ -76,12 +83,17 @@ void Statement::bind(const std::vector<Value>& values) {
   if (static_cast<std::size_t>(parameterCount()) != values.size()) {
     m_connection.fail("needs " + std::to_string(parameterCount()) + " parameters", m_sql);
   }
-  for (std::size_t i = 0; i < values.size(); ++i) bind(static_cast<int>(i) + 1, values[i]);
+  for (std::size_t i = 0; i < values.size(); ++i)
+    bind(static_cast<int>(i) + 1, values[i]);
 }
 
-void Statement::bindInteger(int position, std::int64_t value) { check(sqlite3_bind_int64(m_statement, position, value)); }
+void Statement::bindInteger(int position, std::int64_t value) {
+  check(sqlite3_bind_int64(m_statement, position, value));
+}
 
-void Statement::bindDouble(int position, double value) { check(sqlite3_bind_double(m_statement, position, value)); }
+void Statement::bindDouble(int position, double value) {
+  check(sqlite3_bind_double(m_statement, position, value));
+}
 
 void Statement::bindText(int position, std::string_view value) {
   // A null pointer would bind Null, and an empty view may hold one.
@@ -94,9 +106,13 @@ void Statement::bindBlob(int position, std::string_view value) {
   check(sqlite3_bind_blob64(m_statement, position, data, value.size(), SQLITE_STATIC));
 }
 
-void Statement::bindNull(int position) { check(sqlite3_bind_null(m_statement, position)); }
+void Statement::bindNull(int position) {
+  check(sqlite3_bind_null(m_statement, position));
+}
 
-int Statement::parameterCount() const { return sqlite3_bind_parameter_count(m_statement); }
+int Statement::parameterCount() const {
+  return sqlite3_bind_parameter_count(m_statement);
+}
 
 bool Statement::step() {
   const int result = sqlite3_step(m_statement);
@@ -110,25 +126,53 @@ void Statement::reset() {
   sqlite3_clear_bindings(m_statement);
 }
 
-int Statement::columnCount() const { return sqlite3_column_count(m_statement); }
+int Statement::columnCount() const {
+  return sqlite3_column_count(m_statement);
+}
 
-std::string_view Statement::columnName(int column) const { return sqlite3_column_name(m_statement, column); }
+std::string_view Statement::columnName(int column) const {
+  return sqlite3_column_name(m_statement, column);
+}
 
-Value Statement::column(int column) const {
+FieldKind Statement::kind(int column) const {
   switch (sqlite3_column_type(m_statement, column)) {
-  case SQLITE_INTEGER: return Value(integer(column));
-  case SQLITE_FLOAT: return Value(sqlite3_column_double(m_statement, column));
-  case SQLITE_NULL: return Value();
-  default: return Value(text(column));
+  case SQLITE_INTEGER:
+    return FieldKind::integer;
+  case SQLITE_FLOAT:
+    return FieldKind::number;
+  case SQLITE_NULL:
+    return FieldKind::null;
+  default:
+    return FieldKind::bytes;
   }
 }
 
-std::int64_t Statement::integer(int column) const { return sqlite3_column_int64(m_statement, column); }
+Value Statement::column(int column) const {
+  switch (kind(column)) {
+  case FieldKind::integer:
+    return Value(integer(column));
+  case FieldKind::number:
+    return Value(number(column));
+  case FieldKind::bytes:
+    return Value(bytes(column));
+  case FieldKind::null:
+    break;
+  }
+  return {};
+}
 
-std::string Statement::text(int column) const {
+std::int64_t Statement::integer(int column) const {
+  return sqlite3_column_int64(m_statement, column);
+}
+
+double Statement::number(int column) const {
+  return sqlite3_column_double(m_statement, column);
+}
+
+std::string_view Statement::bytes(int column) const {
   const void* data = sqlite3_column_blob(m_statement, column);
   const int size = sqlite3_column_bytes(m_statement, column);
-  return data == nullptr ? std::string() : std::string(static_cast<const char*>(data), static_cast<std::size_t>(size));
+  return {static_cast<const char*>(data), static_cast<std::size_t>(size)};
 }
 
 // ---- Connection
@@ -143,10 +187,12 @@ Connection::Connection(std::string path, OpenMode mode, std::chrono::millisecond
   }
 }
 
-Connection::~Connection() { close(); }
+Connection::~Connection() {
+  close();
+}
 
 void Connection::open(OpenMode mode, std::chrono::milliseconds busyTimeout) {
-  struct stat status{};
+  struct stat status {};
   if (mode == OpenMode::shared) {
     if (::stat(m_path.c_str(), &status) != 0) fail(std::string("cannot be opened: ") + std::strerror(errno));
     if (!S_ISREG(status.st_mode)) fail("is not a database file");
@@ -188,11 +234,15 @@ void Connection::probe() {
   Statement journal(*this, "pragma journal_mode = wal");
   if (!journal.step() || journal.text(0) != "wal") fail("cannot be opened for writing beside other programs");
   run("pragma synchronous = normal");
+  // Copying the log into the file syncs twice and so costs more than the rows; at 16 MB is soon enough.
+  Statement checkpoint(*this, "pragma wal_autocheckpoint = 4000");
+  checkpoint.step();
 }
 
 void Connection::close() noexcept {
   if (m_handle == nullptr) return;
-  for (auto& [sql, statement] : m_idleStatements) sqlite3_finalize(statement);
+  for (auto& [sql, statement] : m_idleStatements)
+    sqlite3_finalize(statement);
   m_idleStatements.clear();
   if (fileIdentity(m_path) != m_identity) {
     // Another file stands at the path by now, and side files of that name are its own.
@@ -209,15 +259,21 @@ void Connection::run(const std::string& sql, const std::vector<Value>& parameter
   }
 }
 
-bool Connection::inTransaction() const { return sqlite3_get_autocommit(m_handle) == 0; }
+bool Connection::inTransaction() const {
+  return sqlite3_get_autocommit(m_handle) == 0;
+}
 
 std::pair<std::uint64_t, std::int64_t> Connection::changes() const {
   return {m_writes ? m_writes->load() : 0, sqlite3_total_changes64(m_handle)};
 }
 
-std::int64_t Connection::changedRows() const { return sqlite3_changes64(m_handle); }
+std::int64_t Connection::changedRows() const {
+  return sqlite3_changes64(m_handle);
+}
 
-std::int64_t Connection::lastRowid() const { return sqlite3_last_insert_rowid(m_handle); }
+std::int64_t Connection::lastRowid() const {
+  return sqlite3_last_insert_rowid(m_handle);
+}
 
 void Connection::fail(int code, const std::string& statement) const {
   throw DatabaseError(m_path, oneLine(statement), oneLine(reasonOf(m_handle, code)));

@@ -31,6 +31,8 @@ enum class OpenMode : std::uint8_t {
   build   ///< a new file, no journal, no sync
 };
 
+enum class FieldKind : std::uint8_t { null, integer, number, bytes };
+
 /// A statement lent by its connection; goes back reset, so that it holds no lock.
 class Statement {
  public:
@@ -55,9 +57,13 @@ class Statement {
 
   int columnCount() const;
   std::string_view columnName(int column) const;
+  FieldKind kind(int column) const;
   Value column(int column) const;
   std::int64_t integer(int column) const;
-  std::string text(int column) const;
+  double number(int column) const;
+  /// Holds until the next step.
+  std::string_view bytes(int column) const;
+  std::string text(int column) const { return std::string(bytes(column)); }
 
  private:
   void check(int result) const;

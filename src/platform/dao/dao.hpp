@@ -12,19 +12,21 @@
 #include <type_traits>
 #include <vector>
 
-/// Databases in the vocabulary of DAO over one SQLite file each. Every failure of this header is a DatabaseError with the
-/// file, the statement and SQLite's reason; an unknown column is a KeyError.
+/// Databases in the vocabulary of DAO over one SQLite file each. Every failure of this header is a DatabaseError with
+/// the file, the statement and SQLite's reason; an unknown column is a KeyError.
 ///
 /// Objects are thread-compatible: a database and its record sets belong to one thread at a time; the engine may be used
-/// from all. While a database is open no other code of this process may open and close its file: POSIX would drop the locks.
+/// from all. While a database is open no other code of this process may open and close its file: POSIX would drop the
+/// locks.
 namespace platform {
 
 class Connection;
 
-/// A walk over rows. It opens on its first row. No lock and no snapshot is held between two calls, so any connection may
-/// write in between. Three kinds:
+/// A walk over rows. It opens on its first row. No lock and no snapshot is held between two calls, so any connection
+/// may write in between. Three kinds:
 /// - a table (`OpenRecordset("Constructs")`): all rows by rowid as they are when reached, with Index and Seek;
-/// - a query over one table without grouping: which rows and their order are fixed at opening (by rowid where nothing else
+/// - a query over one table without grouping: which rows and their order are fixed at opening (by rowid where nothing
+/// else
 ///   is asked), the values are read when a row is reached;
 /// - any other query and `rowsRecordset`: rows and values as of opening, read only.
 /// Edit, setField and Update work on the first two.
@@ -40,8 +42,8 @@ class Recordset {
   /// The true number of rows: of a table now, else as of opening.
   virtual std::int64_t RecordCount() = 0;
   virtual std::vector<std::string> fieldNames() const = 0;
-  /// The column of that name in the current row, without regard to case and brackets; the first where a name stands twice.
-  /// Binary fields are texts of bytes.
+  /// The column of that name in the current row, without regard to case and brackets; the first where a name stands
+  /// twice. Binary fields are texts of bytes.
   virtual Value Field(std::string_view name) const = 0;
 
   /// Chooses the index that Seek uses; it must exist and be of one column.
@@ -85,8 +87,9 @@ class Insertion {
   Insertion(const Insertion&) = delete;
   Insertion& operator=(const Insertion&) = delete;
 
-  /// One row, in the order of the columns: integers, doubles, texts, Blob, Null, Value, or std::optional of these. Returns its rowid.
-  template <class... Fields>
+  /// One row, in the order of the columns: integers, doubles, texts, Blob, Null, Value, or std::optional of these.
+  /// Returns its rowid.
+  template<class... Fields>
   std::int64_t row(const Fields&... fields) {
     expect(sizeof...(fields));
     int position = 0;
@@ -96,7 +99,7 @@ class Insertion {
 
  private:
   struct State;
-  template <class T>
+  template<class T>
   void bindField(int position, const T& field) {
     if constexpr (std::is_enum_v<T>) {
       bind(position, static_cast<std::int64_t>(field));
@@ -110,7 +113,7 @@ class Insertion {
       bind(position, field);
     }
   }
-  template <class T>
+  template<class T>
   void bindField(int position, const std::optional<T>& field) {
     if (field) {
       bindField(position, *field);
@@ -151,9 +154,9 @@ class Database {
  public:
   Database(std::shared_ptr<Connection> connection);
 
-  /// One statement in the dialect of the component: bracketed names; `create [unique] index X on T(C)` and `drop index X on T`,
-  /// where X is unique within its table; `alter table T drop column C`, which drops the indexes that mention C as well.
-  /// `parameters` stand for `?` in their order.
+  /// One statement in the dialect of the component: bracketed names; `create [unique] index X on T(C)` and `drop index
+  /// X on T`, where X is unique within its table; `alter table T drop column C`, which drops the indexes that mention C
+  /// as well. `parameters` stand for `?` in their order.
   void Execute(const std::string& sql, const std::vector<Value>& parameters = {});
   /// A bare table name, or a select.
   std::unique_ptr<Recordset> OpenRecordset(const std::string& tableOrSelect, const std::vector<Value>& parameters = {});
@@ -181,8 +184,8 @@ class DBEngine {
   DBEngine(const DBEngine&) = delete;
   DBEngine& operator=(const DBEngine&) = delete;
 
-  /// A connection of its own to an existing database, at a native path, read-write and in WAL mode. Creates nothing; a file
-  /// that is missing, no database, damaged, locked for longer than the busy timeout, or read-only is told at once.
+  /// A connection of its own to an existing database, at a native path, read-write and in WAL mode. Creates nothing; a
+  /// file that is missing, no database, damaged, locked for longer than the busy timeout, or read-only is told at once.
   std::shared_ptr<Database> OpenDatabase(const std::string& path);
   /// 8 (dbRefreshCache) closes the connections that nobody uses; other actions do nothing.
   void Idle(int action);
@@ -203,9 +206,9 @@ class DBEngine {
 /// The engine of the process.
 DBEngine& dbEngine();
 
-/// Writes a new database whole: rows go to a temporary file beside `path` in one transaction without a journal; `finish`
-/// syncs it once and renames it into place, over an older file with its side files. Without `finish` nothing stays.
-/// Create the indexes after the rows.
+/// Writes a new database whole: rows go to a temporary file beside `path` in one transaction without a journal;
+/// `finish` syncs it once and renames it into place, over an older file with its side files. Without `finish` nothing
+/// stays. Create the indexes after the rows. Insertions and record sets must be gone before `finish`.
 class DatabaseBuilder {
  public:
   explicit DatabaseBuilder(std::string path);

@@ -28,11 +28,16 @@ std::vector<std::string> indexesOn(Connection& connection, const DropColumn& dro
 
 std::string columnType(ColumnKind kind) {
   switch (kind) {
-  case ColumnKind::key: return "text collate nocase";
-  case ColumnKind::text: return "text";
-  case ColumnKind::integer: return "integer";
-  case ColumnKind::number: return "real";
-  case ColumnKind::blob: return "blob";
+  case ColumnKind::key:
+    return "text collate nocase";
+  case ColumnKind::text:
+    return "text";
+  case ColumnKind::integer:
+    return "integer";
+  case ColumnKind::number:
+    return "real";
+  case ColumnKind::blob:
+    return "blob";
   }
   return {};
 }
@@ -49,7 +54,8 @@ void Database::Execute(const std::string& sql, const std::vector<Value>& paramet
     m_connection->run("drop index " + bracketed(indexName(drop->table, drop->index)), parameters);
   } else if (const auto column = parseDropColumn(tokens)) {
     Savepoint whole(*this);
-    for (const std::string& index : indexesOn(*m_connection, *column)) m_connection->run("drop index " + bracketed(index));
+    for (const std::string& index : indexesOn(*m_connection, *column))
+      m_connection->run("drop index " + bracketed(index));
     m_connection->run(sql, parameters);
     whole.commit();
   } else {
@@ -57,12 +63,14 @@ void Database::Execute(const std::string& sql, const std::vector<Value>& paramet
   }
 }
 
-std::unique_ptr<Recordset> Database::OpenRecordset(const std::string& tableOrSelect, const std::vector<Value>& parameters) {
+std::unique_ptr<Recordset> Database::OpenRecordset(const std::string& tableOrSelect,
+                                                   const std::vector<Value>& parameters) {
   return openRecordset(m_connection, tableOrSelect, parameters);
 }
 
 bool Database::hasTable(std::string_view name) const {
-  Statement statement(*m_connection, "select 1 from sqlite_master where type in ('table', 'view') and name = ?1 collate nocase");
+  Statement statement(*m_connection,
+                      "select 1 from sqlite_master where type in ('table', 'view') and name = ?1 collate nocase");
   statement.bindText(1, unbracketed(name));
   return statement.step();
 }
@@ -82,7 +90,8 @@ std::vector<std::string> Database::fieldNames(std::string_view table) const {
   Statement statement(*m_connection, "select name from pragma_table_info(?1) order by cid");
   statement.bindText(1, unbracketed(table));
   std::vector<std::string> names;
-  while (statement.step()) names.push_back(statement.text(0));
+  while (statement.step())
+    names.push_back(statement.text(0));
   if (names.empty()) m_connection->fail("has no table " + std::string(table));
   return names;
 }
@@ -96,7 +105,9 @@ void Database::createTable(std::string_view name, const std::vector<Column>& col
   m_connection->run(sql + ")");
 }
 
-const std::string& Database::path() const { return m_connection->path(); }
+const std::string& Database::path() const {
+  return m_connection->path();
+}
 
 // ---- Savepoint
 
@@ -154,12 +165,24 @@ void Insertion::expect(std::size_t fieldCount) const {
   if (fieldCount != m_state->columns) m_state->connection->fail("a row to insert has another number of fields");
 }
 
-void Insertion::bind(int position, std::int64_t value) { m_state->statement.bindInteger(position, value); }
-void Insertion::bind(int position, double value) { m_state->statement.bindDouble(position, value); }
-void Insertion::bind(int position, std::string_view value) { m_state->statement.bindText(position, value); }
-void Insertion::bind(int position, const Blob& value) { m_state->statement.bindBlob(position, value.bytes); }
-void Insertion::bind(int position, Null) { m_state->statement.bindNull(position); }
-void Insertion::bind(int position, const Value& value) { m_state->statement.bind(position, value); }
+void Insertion::bind(int position, std::int64_t value) {
+  m_state->statement.bindInteger(position, value);
+}
+void Insertion::bind(int position, double value) {
+  m_state->statement.bindDouble(position, value);
+}
+void Insertion::bind(int position, std::string_view value) {
+  m_state->statement.bindText(position, value);
+}
+void Insertion::bind(int position, const Blob& value) {
+  m_state->statement.bindBlob(position, value.bytes);
+}
+void Insertion::bind(int position, Null) {
+  m_state->statement.bindNull(position);
+}
+void Insertion::bind(int position, const Value& value) {
+  m_state->statement.bind(position, value);
+}
 
 std::int64_t Insertion::finishRow() {
   try {

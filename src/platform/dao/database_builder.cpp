@@ -12,8 +12,8 @@ namespace platform {
 
 namespace {
 
-/// Marks a closed database file as one in WAL mode: bytes 18 and 19 of the header, the write and read version. Its first
-/// opening then has nothing to convert.
+/// Marks a closed database file as one in WAL mode: bytes 18 and 19 of the header, the write and read version. Its
+/// first opening then has nothing to convert.
 void markAsWal(const std::string& path) {
   const int file = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
   const char versions[] = {2, 2};
@@ -48,11 +48,20 @@ DatabaseBuilder::DatabaseBuilder(std::string path) : m_path(std::move(path)), m_
   }
 }
 
-DatabaseBuilder::~DatabaseBuilder() { discard(); }
+DatabaseBuilder::~DatabaseBuilder() {
+  discard();
+}
 
 void DatabaseBuilder::finish() {
   if (!m_connection) throw DatabaseError(m_path, "", "was finished already");
+  if (m_connection.use_count() > 2) { // ours and the database's
+    throw DatabaseError(m_path, "", "is finished while an insertion or a record set is still there");
+  }
   try {
+    // Statistics of a few rows of each index keep SQLite from choosing an index with many equal keys (Size) over one
+    // with few (Offset).
+    m_connection->run("pragma analysis_limit = 400");
+    m_connection->run("analyze");
     m_connection->run("commit");
     m_database.reset();
     m_connection.reset();

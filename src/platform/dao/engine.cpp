@@ -27,8 +27,9 @@ class DBEngine::Pool : public std::enable_shared_from_this<Pool> {
     {
       const std::lock_guard lock(m_mutex);
       moveOut(closing, [&](const Connection& idle) { return idle.path() == path && idle.identity() != identity; });
-      const auto found = std::find_if(m_idle.begin(), m_idle.end(),
-                                      [&](const auto& idle) { return idle->identity() == identity && idle->path() == path; });
+      const auto found = std::find_if(m_idle.begin(), m_idle.end(), [&](const auto& idle) {
+        return idle->identity() == identity && idle->path() == path;
+      });
       if (found != m_idle.end()) {
         connection = std::move(*found);
         m_idle.erase(found);
@@ -94,7 +95,7 @@ class DBEngine::Pool : public std::enable_shared_from_this<Pool> {
     m_idle.push_front(std::move(connection));
   }
 
-  template <class Condition>
+  template<class Condition>
   void moveOut(Connections& closing, Condition condition) {
     for (auto at = m_idle.begin(); at != m_idle.end();) {
       const auto next = std::next(at);
@@ -123,7 +124,9 @@ class DBEngine::Pool : public std::enable_shared_from_this<Pool> {
 
 DBEngine::DBEngine() : m_pool(std::make_shared<Pool>()) {}
 
-DBEngine::~DBEngine() { m_pool->shutDown(); }
+DBEngine::~DBEngine() {
+  m_pool->shutDown();
+}
 
 std::shared_ptr<Database> DBEngine::OpenDatabase(const std::string& path) {
   return std::make_shared<Database>(m_pool->take(path));
@@ -133,11 +136,17 @@ void DBEngine::Idle(int action) {
   if (action == kRefreshCache) m_pool->closeIdle();
 }
 
-void DBEngine::release(const std::string& path) { m_pool->release(path); }
+void DBEngine::release(const std::string& path) {
+  m_pool->release(path);
+}
 
-void DBEngine::setBusyTimeout(std::chrono::milliseconds timeout) { m_pool->setBusyTimeout(timeout); }
+void DBEngine::setBusyTimeout(std::chrono::milliseconds timeout) {
+  m_pool->setBusyTimeout(timeout);
+}
 
-std::size_t DBEngine::openConnections() const { return m_pool->open(); }
+std::size_t DBEngine::openConnections() const {
+  return m_pool->open();
+}
 
 DBEngine& dbEngine() {
   static DBEngine engine;

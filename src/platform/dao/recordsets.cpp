@@ -12,7 +12,8 @@ namespace {
 class TableRecordset final : public UpdatableRecordset {
  public:
   TableRecordset(std::shared_ptr<Connection> connection, const std::string& table)
-      : UpdatableRecordset(std::move(connection), table, "select rowid, * from " + bracketed(table) + " where rowid = ?1") {
+      : UpdatableRecordset(std::move(connection), table,
+                           "select rowid, * from " + bracketed(table) + " where rowid = ?1") {
     readFirstPage();
   }
 
@@ -54,7 +55,8 @@ class TableRecordset final : public UpdatableRecordset {
     if (last) statement.bindInteger(2, last->rowid);
     bool row = statement.step();
     m_columns.readFrom(statement, 1);
-    for (; row; row = statement.step()) page.add(statement, 0);
+    for (; row; row = statement.step())
+      page.add(statement, 0);
   }
 
   void seekRow(const Value& key) {
@@ -98,10 +100,12 @@ class ReadTransaction {
 /// A query over one table: its rows are fixed by their rowids, the values come page by page.
 class QueryRecordset final : public UpdatableRecordset {
  public:
-  QueryRecordset(std::shared_ptr<Connection> connection, const SingleTableSelect& select, const std::vector<Value>& parameters)
+  QueryRecordset(std::shared_ptr<Connection> connection, const SingleTableSelect& select,
+                 const std::vector<Value>& parameters)
       : UpdatableRecordset(std::move(connection), select.tableName, rowSql(select) + " = ?1"),
         m_rangeSql(rowSql(select) + " between ?1 and ?2 order by 1") {
-    SqlTemplate query = sqlTemplate("select " + rowid(select) + ", " + select.list + " from " + select.table + " " + select.tail);
+    SqlTemplate query =
+        sqlTemplate("select " + rowid(select) + ", " + select.list + " from " + select.table + " " + select.tail);
     // Equal sort keys keep the order of the rows, too.
     query.text += (select.ordered ? ", " : " order by ") + rowid(select);
     markRead();
@@ -112,7 +116,8 @@ class QueryRecordset final : public UpdatableRecordset {
     for (; row; row = statement.step()) {
       const std::int64_t id = statement.integer(0);
       m_ascending = m_ascending && (m_rowids.empty() || m_rowids.back() < id);
-      if (m_rowids.size() < kFirstPage) m_page.add(statement, m_rowids.size());
+      // What is read here holds until somebody writes, so a plain walk reads each row once.
+      if (m_rowids.size() * m_columns.count() < kFirstPageCells) m_page.add(statement, m_rowids.size());
       m_rowids.push_back(id);
     }
     startPage();
@@ -124,7 +129,7 @@ class QueryRecordset final : public UpdatableRecordset {
   bool NoMatch() const override { return false; }
 
  private:
-  static constexpr std::size_t kFirstPage = 16;
+  static constexpr std::size_t kFirstPageCells = std::size_t{1} << 20;
 
   static std::string rowid(const SingleTableSelect& select) { return bracketed(select.qualifier) + ".rowid"; }
   static std::string rowSql(const SingleTableSelect& select) {
@@ -137,7 +142,7 @@ class QueryRecordset final : public UpdatableRecordset {
     while (page.rows.empty() && from < m_rowids.size()) {
       const std::size_t to = std::min(from + count, m_rowids.size());
       const std::int64_t span = m_rowids[to - 1] - m_rowids[from];
-      if (m_ascending && to - from > 1 && span < 4 * static_cast<std::int64_t>(to - from)) {
+      if (m_ascending && to - from > 1 && 4 * span < 5 * static_cast<std::int64_t>(to - from)) {
         readRange(page, from, to);
       } else {
         readEach(page, from, to);
@@ -153,7 +158,8 @@ class QueryRecordset final : public UpdatableRecordset {
     bool row = statement.step();
     m_columns.readFrom(statement, 1);
     for (; row; row = statement.step()) {
-      while (from < to && m_rowids[from] < statement.integer(0)) ++from;
+      while (from < to && m_rowids[from] < statement.integer(0))
+        ++from;
       if (from < to && m_rowids[from] == statement.integer(0)) page.add(statement, from);
     }
   }
@@ -183,19 +189,22 @@ bool hasRowids(Connection& connection, std::string_view table) {
   return statement.step();
 }
 
-std::unique_ptr<Recordset> readWhole(Connection& connection, const std::string& sql, const std::vector<Value>& parameters) {
+std::unique_ptr<Recordset> readWhole(Connection& connection, const std::string& sql,
+                                     const std::vector<Value>& parameters) {
   const SqlTemplate query = sqlTemplate(sql);
   Statement statement(connection, query.text);
   statement.bind(parameters.empty() ? query.literals : parameters);
   bool row = statement.step();
   if (statement.columnCount() == 0) connection.fail("gives no rows", sql);
   std::vector<std::string> columns;
-  for (int i = 0; i < statement.columnCount(); ++i) columns.emplace_back(statement.columnName(i));
+  for (int i = 0; i < statement.columnCount(); ++i)
+    columns.emplace_back(statement.columnName(i));
   std::vector<std::vector<Value>> rows;
   for (; row; row = statement.step()) {
     std::vector<Value>& values = rows.emplace_back();
     values.reserve(columns.size());
-    for (int i = 0; i < statement.columnCount(); ++i) values.push_back(statement.column(i));
+    for (int i = 0; i < statement.columnCount(); ++i)
+      values.push_back(statement.column(i));
   }
   return rowsRecordset(std::move(columns), std::move(rows));
 }
@@ -204,8 +213,9 @@ std::unique_ptr<Recordset> readWhole(Connection& connection, const std::string& 
 
 std::optional<std::string> findIndex(Connection& connection, std::string_view table, std::string_view index) {
   // A file that was not made by this layer may have the plain name.
-  Statement statement(connection, "select name from sqlite_master where type = 'index' and tbl_name = ?1 collate nocase "
-                                  "and (name = ?2 collate nocase or name = ?3 collate nocase)");
+  Statement statement(connection,
+                      "select name from sqlite_master where type = 'index' and tbl_name = ?1 collate nocase "
+                      "and (name = ?2 collate nocase or name = ?3 collate nocase)");
   const std::string mapped = indexName(table, index);
   statement.bindText(1, table);
   statement.bindText(2, mapped);
@@ -214,18 +224,22 @@ std::optional<std::string> findIndex(Connection& connection, std::string_view ta
   return statement.text(0);
 }
 
-std::unique_ptr<Recordset> openRecordset(const std::shared_ptr<Connection>& connection, const std::string& tableOrSelect,
-                                         const std::vector<Value>& parameters) {
+std::unique_ptr<Recordset> openRecordset(const std::shared_ptr<Connection>& connection,
+                                         const std::string& tableOrSelect, const std::vector<Value>& parameters) {
   const std::vector<SqlToken> tokens = sqlTokens(tableOrSelect);
   if (tokens.size() == 1 && tokens[0].isName()) return std::make_unique<TableRecordset>(connection, tokens[0].value);
   if (tokens.empty() || !(tokens[0].is("select") || tokens[0].is("with"))) {
     connection->fail("neither a table nor a select", tableOrSelect);
   }
-  const auto single = parseSingleTableSelect(tableOrSelect, tokens);
-  if (single && hasRowids(*connection, single->tableName)) {
-    return std::make_unique<QueryRecordset>(connection, *single, parameters);
+  try {
+    const auto single = parseSingleTableSelect(tableOrSelect, tokens);
+    if (single && hasRowids(*connection, single->tableName)) {
+      return std::make_unique<QueryRecordset>(connection, *single, parameters);
+    }
+    return readWhole(*connection, tableOrSelect, parameters);
+  } catch (const DatabaseError& error) {
+    connection->fail(error.reason(), tableOrSelect); // the statement as its author knows it
   }
-  return readWhole(*connection, tableOrSelect, parameters);
 }
 
 } // namespace platform

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 #include <vector>
 
 namespace platform {
@@ -13,8 +14,8 @@ namespace platform {
 /// The columns of a record set, found by name as the component writes them.
 class ColumnNames {
  public:
-  /// Takes the columns of a statement from `first` on, if they are others than before; a table's columns may change between
-  /// two pages. Ask after the first step, which sees the table as it is.
+  /// Takes the columns of a statement from `first` on, if they are others than before; a table's columns may change
+  /// between two pages. Ask after the first step, which sees the table as it is.
   void readFrom(const Statement& statement, int first);
   void set(std::vector<std::string> names) { m_names = std::move(names); }
   const std::vector<std::string>& all() const { return m_names; }
@@ -26,18 +27,27 @@ class ColumnNames {
   std::vector<std::string> m_names;
 };
 
-/// Rows read ahead in one go, as one flat array of values.
-struct Page {
+/// Rows read ahead in one go. Texts lie in one array, for most fields of most rows are never asked for.
+class Page {
+ public:
   struct Row {
     std::int64_t rowid;
     std::size_t ordinal; ///< the place in a fixed list of rows
   };
   std::vector<Row> rows;
-  std::vector<Value> values;
 
   void clear();
   /// Column 0 of the statement is the rowid, the others are the row.
   void add(const Statement& statement, std::size_t ordinal);
+  Value value(std::size_t row, std::size_t column) const;
+
+ private:
+  struct Text {
+    std::size_t begin, size;
+  };
+  std::size_t m_columns = 0;
+  std::vector<std::variant<Null, std::int64_t, double, Text>> m_cells;
+  std::string m_texts;
 };
 
 /// What the two kinds that can be changed share: reading ahead, the current row, and writing it.
@@ -84,8 +94,8 @@ class UpdatableRecordset : public Recordset {
   std::vector<std::pair<std::string, Value>> m_assigned; ///< columns by their names in the table
 };
 
-std::unique_ptr<Recordset> openRecordset(const std::shared_ptr<Connection>& connection, const std::string& tableOrSelect,
-                                         const std::vector<Value>& parameters);
+std::unique_ptr<Recordset> openRecordset(const std::shared_ptr<Connection>& connection,
+                                         const std::string& tableOrSelect, const std::vector<Value>& parameters);
 
 /// SQLite's name of an index of a table.
 std::optional<std::string> findIndex(Connection& connection, std::string_view table, std::string_view index);

@@ -35,7 +35,9 @@ class RowsRecordset final : public Recordset {
   void requireRow() const {
     if (Eof()) refuse("has no current row");
   }
-  [[noreturn]] static void refuse(const std::string& what) { throw DatabaseError("record set", "", "a set of finished rows " + what); }
+  [[noreturn]] static void refuse(const std::string& what) {
+    throw DatabaseError("record set", "", "a set of finished rows " + what);
+  }
 
   ColumnNames m_columns;
   std::vector<std::vector<Value>> m_rows;

@@ -9,15 +9,21 @@ namespace platform {
 
 namespace {
 
-char folded(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char folded(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 bool isWordStart(char c) {
   return (folded(c) >= 'a' && folded(c) <= 'z') || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
 
-bool isWordPart(char c) { return isWordStart(c) || isDigit(c) || c == '$'; }
+bool isWordPart(char c) {
+  return isWordStart(c) || isDigit(c) || c == '$';
+}
 
 /// From an opening quote to behind its closing one; a doubled quote stands for itself.
 SqlToken quotedToken(std::string_view sql, std::size_t begin) {
@@ -44,7 +50,8 @@ SqlToken numberToken(std::string_view sql, std::size_t begin) {
   std::size_t end = begin;
   SqlTokenKind kind = SqlTokenKind::integer;
   while (end < sql.size() && (isWordPart(sql[end]) || sql[end] == '.')) {
-    const bool exponentSign = folded(sql[end]) == 'e' && end + 1 < sql.size() && (sql[end + 1] == '-' || sql[end + 1] == '+');
+    const bool exponentSign =
+        folded(sql[end]) == 'e' && end + 1 < sql.size() && (sql[end + 1] == '-' || sql[end + 1] == '+');
     if (!isDigit(sql[end])) kind = SqlTokenKind::number;
     end += exponentSign ? 2 : 1;
   }
@@ -71,9 +78,10 @@ std::size_t skipBlanks(std::string_view sql, std::size_t at) {
 /// Whether the tokens begin with these keywords; "*" stands for any name.
 bool startsWith(const std::vector<SqlToken>& tokens, std::initializer_list<std::string_view> keywords) {
   if (tokens.size() < keywords.size()) return false;
-  return std::equal(keywords.begin(), keywords.end(), tokens.begin(), [](std::string_view keyword, const SqlToken& token) {
-    return keyword == "*" ? token.isName() : token.is(keyword);
-  });
+  return std::equal(keywords.begin(), keywords.end(), tokens.begin(),
+                    [](std::string_view keyword, const SqlToken& token) {
+                      return keyword == "*" ? token.isName() : token.is(keyword);
+                    });
 }
 
 bool isAny(const SqlToken& token, std::initializer_list<std::string_view> keywords) {
@@ -106,7 +114,8 @@ std::vector<SqlToken> sqlTokens(std::string_view sql) {
       tokens.push_back(numberToken(sql, at));
     } else if (isWordStart(c)) {
       std::size_t end = at;
-      while (end < sql.size() && isWordPart(sql[end])) ++end;
+      while (end < sql.size() && isWordPart(sql[end]))
+        ++end;
       const bool binaryText = end - at == 1 && folded(c) == 'x' && end < sql.size() && sql[end] == '\'';
       tokens.push_back({SqlTokenKind::word, at, end, std::string(sql.substr(at, end - at))});
       if (binaryText) { // x'0102' is one token, and no text
@@ -121,18 +130,18 @@ std::vector<SqlToken> sqlTokens(std::string_view sql) {
 }
 
 std::string bracketed(std::string_view name) {
-  if (name.find(']') == std::string_view::npos) return "[" + std::string(name) + "]";
-  std::string quoted = "\"";
+  const bool inBrackets = name.find(']') == std::string_view::npos;
+  std::string quoted(1, inBrackets ? '[' : '"');
   for (const char c : name) {
-    if (c == '"') quoted += c;
+    if (c == '"' && !inBrackets) quoted += c;
     quoted += c;
   }
-  return quoted + "\"";
+  return quoted += inBrackets ? ']' : '"';
 }
 
 std::string_view unbracketed(std::string_view name) {
-  const bool inBrackets = name.size() >= 2 && ((name.front() == '[' && name.back() == ']') ||
-                                               (name.front() == '"' && name.back() == '"'));
+  const bool inBrackets =
+      name.size() >= 2 && ((name.front() == '[' && name.back() == ']') || (name.front() == '"' && name.back() == '"'));
   return inBrackets ? name.substr(1, name.size() - 2) : name;
 }
 
@@ -144,7 +153,8 @@ std::optional<std::string> translatedCreateIndex(const std::string& sql, const s
   const std::size_t name = startsWith(tokens, {"create", "index"})             ? 2
                            : startsWith(tokens, {"create", "unique", "index"}) ? 3
                                                                                : 0;
-  if (name == 0 || tokens.size() < name + 4 || !tokens[name].isName() || !tokens[name + 1].is("on")) return std::nullopt;
+  if (name == 0 || tokens.size() < name + 4 || !tokens[name].isName() || !tokens[name + 1].is("on"))
+    return std::nullopt;
   return sql.substr(0, tokens[name].begin) + bracketed(indexName(tokens[name + 2].value, tokens[name].value)) +
          sql.substr(tokens[name].end);
 }
@@ -191,16 +201,18 @@ std::optional<SingleTableSelect> parseSingleTableSelect(const std::string& sql, 
   }
   select.table = sql.substr(tokens[from + 1].begin, tokens[last].end - tokens[from + 1].begin);
   select.list = sql.substr(tokens[1].begin, tokens[from - 1].end - tokens[1].begin);
-  if (last + 1 < tokens.size()) select.tail = sql.substr(tokens[last + 1].begin, tokens.back().end - tokens[last + 1].begin);
+  if (last + 1 < tokens.size())
+    select.tail = sql.substr(tokens[last + 1].begin, tokens.back().end - tokens[last + 1].begin);
   return select;
 }
 
 SqlTemplate sqlTemplate(const std::string& sql) {
   const std::vector<SqlToken> tokens = sqlTokens(sql);
-  const bool keep = tokens.empty() || !tokens[0].is("select") || std::any_of(tokens.begin(), tokens.end(), [](const SqlToken& token) {
-                      return isAny(token, {"order", "group", "limit", "like", "glob"}) || token.isSign('?') ||
-                             token.isSign(':') || token.isSign('@');
-                    });
+  const bool keep =
+      tokens.empty() || !tokens[0].is("select") || std::any_of(tokens.begin(), tokens.end(), [](const SqlToken& token) {
+        return isAny(token, {"order", "group", "limit", "like", "glob"}) || token.isSign('?') || token.isSign(':') ||
+               token.isSign('@');
+      });
   SqlTemplate result;
   if (keep) {
     result.text = sql;

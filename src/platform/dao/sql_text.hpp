@@ -48,7 +48,8 @@ std::optional<std::string> translatedCreateIndex(const std::string& sql, const s
 std::optional<DropIndex> parseDropIndex(const std::vector<SqlToken>& tokens);
 std::optional<DropColumn> parseDropColumn(const std::vector<SqlToken>& tokens);
 
-/// A select over one table whose rows can be told by their rowid: no distinct, grouping, join, union, limit, function or order by a column's number.
+/// A select over one table whose rows can be told by their rowid: no distinct, grouping, join, union, limit, function
+/// or order by a column's number.
 struct SingleTableSelect {
   std::string table;     ///< as it stands after `from`, with its alias
   std::string tableName; ///< without brackets
@@ -64,7 +65,8 @@ struct SqlTemplate {
   std::string text;
   std::vector<Value> literals; ///< for ?1, ?2, …
 };
-/// Only for selects; where a literal may be a column number (`order by 1`) or parameters stand already, nothing is taken out.
+/// Only for selects; where a literal may be a column number (`order by 1`) or parameters stand already, nothing is
+/// taken out.
 SqlTemplate sqlTemplate(const std::string& sql);
 
 } // namespace platform

@@ -7,17 +7,19 @@ namespace platform {
 
 namespace {
 
-constexpr std::size_t kLargestPage = 256;
+constexpr std::size_t kLargestPage = 1024;
 
 } // namespace
 
 void ColumnNames::readFrom(const Statement& statement, int first) {
   const std::size_t columns = static_cast<std::size_t>(statement.columnCount() - first);
   bool same = columns == m_names.size();
-  for (std::size_t i = 0; same && i < columns; ++i) same = m_names[i] == statement.columnName(first + static_cast<int>(i));
+  for (std::size_t i = 0; same && i < columns; ++i)
+    same = m_names[i] == statement.columnName(first + static_cast<int>(i));
   if (same) return;
   m_names.clear();
-  for (int i = first; i < statement.columnCount(); ++i) m_names.emplace_back(statement.columnName(i));
+  for (int i = first; i < statement.columnCount(); ++i)
+    m_names.emplace_back(statement.columnName(i));
 }
 
 std::size_t ColumnNames::find(std::string_view name) const {
@@ -30,12 +32,41 @@ std::size_t ColumnNames::find(std::string_view name) const {
 
 void Page::clear() {
   rows.clear();
-  values.clear();
+  m_cells.clear();
+  m_texts.clear();
 }
 
 void Page::add(const Statement& statement, std::size_t ordinal) {
   rows.push_back({statement.integer(0), ordinal});
-  for (int i = 1; i < statement.columnCount(); ++i) values.push_back(statement.column(i));
+  const int columns = statement.columnCount();
+  m_columns = static_cast<std::size_t>(columns - 1);
+  for (int i = 1; i < columns; ++i) {
+    switch (statement.kind(i)) {
+    case FieldKind::null:
+      m_cells.emplace_back(Null{});
+      break;
+    case FieldKind::integer:
+      m_cells.emplace_back(statement.integer(i));
+      break;
+    case FieldKind::number:
+      m_cells.emplace_back(statement.number(i));
+      break;
+    case FieldKind::bytes: {
+      const std::string_view bytes = statement.bytes(i);
+      m_cells.emplace_back(Text{m_texts.size(), bytes.size()});
+      m_texts += bytes;
+    }
+    }
+  }
+}
+
+Value Page::value(std::size_t row, std::size_t column) const {
+  const auto& cell = m_cells[row * m_columns + column];
+  if (const auto* text = std::get_if<Text>(&cell))
+    return Value(std::string_view(m_texts).substr(text->begin, text->size));
+  if (const auto* integer = std::get_if<std::int64_t>(&cell)) return Value(*integer);
+  if (const auto* number = std::get_if<double>(&cell)) return Value(*number);
+  return {};
 }
 
 UpdatableRecordset::UpdatableRecordset(std::shared_ptr<Connection> connection, std::string table, std::string rowSql)
@@ -82,7 +113,7 @@ void UpdatableRecordset::MoveNext() {
 Value UpdatableRecordset::Field(std::string_view name) const {
   const std::size_t column = m_columns.find(name);
   requireRow();
-  return m_page.values[m_at * m_columns.count() + column];
+  return m_page.value(m_at, column);
 }
 
 void UpdatableRecordset::readAnew() {
@@ -132,7 +163,8 @@ void UpdatableRecordset::Update() {
       ++position;
     }
     Statement statement(*m_connection, sql + " where rowid = ?" + std::to_string(position + 1));
-    for (int i = 0; i < position; ++i) statement.bind(i + 1, m_assigned[static_cast<std::size_t>(i)].second);
+    for (int i = 0; i < position; ++i)
+      statement.bind(i + 1, m_assigned[static_cast<std::size_t>(i)].second);
     statement.bindInteger(position + 1, m_page.rows[m_at].rowid);
     statement.step();
     if (m_connection->changedRows() == 0) fail("the current row is gone");
@@ -146,6 +178,8 @@ void UpdatableRecordset::requireRow() const {
   if (m_place != Place::row) fail("there is no current row");
 }
 
-void UpdatableRecordset::fail(const std::string& reason) const { m_connection->fail(m_table + ": " + reason); }
+void UpdatableRecordset::fail(const std::string& reason) const {
+  m_connection->fail(m_table + ": " + reason);
+}
 
 } // namespace platform

@@ -5,15 +5,20 @@
 #include <atomic>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 
 #include "platform/files/files.hpp"
 #include "platform/runtime/error.hpp"
 
 namespace platform {
 
+namespace fs = std::filesystem;
+
 namespace {
 
-[[noreturn]] void fail(const std::string& path, int number) { throw FileError(path, std::strerror(number)); }
+[[noreturn]] void fail(const std::string& path, int number) {
+  throw FileError(path, std::strerror(number));
+}
 
 /// An open file; the errors are told for `path`, the name that the user knows.
 class Descriptor {
@@ -39,7 +44,7 @@ class Descriptor {
   }
 
   std::string read(std::uint64_t limit) const {
-    struct stat status{};
+    struct stat status {};
     if (::fstat(m_file, &status) != 0) fail(m_path, errno);
     if (S_ISDIR(status.st_mode)) fail(m_path, EISDIR);
     std::string contents;
@@ -82,24 +87,29 @@ std::string temporaryNameFor(const std::string& path) {
   return path + "." + std::to_string(::getpid()) + "-" + std::to_string(++number) + ".new";
 }
 
-void syncFile(const std::string& path) { Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC), path).sync(); }
+void syncFile(const std::string& path) {
+  Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC), path).sync();
+}
 
 std::string readText(const std::string& path, std::uint64_t limit) {
   return Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC), path).read(limit);
 }
 
 void WriteFileAtomically(const std::string& path, std::string_view contents) {
-  struct stat old{};
+  struct stat old {};
   const bool replaces = ::stat(path.c_str(), &old) == 0;
   if (replaces && S_ISDIR(old.st_mode)) fail(path, EISDIR);
-  const std::string temporary = temporaryNameFor(path);
+  std::error_code unresolved; // a link stays, and what it points to is replaced
+  const fs::path resolved = fs::canonical(path, unresolved);
+  const std::string target = unresolved ? path : resolved.string();
+  const std::string temporary = temporaryNameFor(target);
   Descriptor file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666), path);
   try {
     if (replaces && ::fchmod(file.get(), old.st_mode & 07777) != 0) fail(path, errno);
     file.write(contents);
     file.sync();
     file.close();
-    if (::rename(temporary.c_str(), path.c_str()) != 0) fail(path, errno);
+    if (::rename(temporary.c_str(), target.c_str()) != 0) fail(path, errno);
   } catch (...) {
     ::unlink(temporary.c_str());
     throw;

@@ -16,14 +16,16 @@ namespace fs = std::filesystem;
 
 namespace {
 
-[[noreturn]] void fail(const std::string& path, int number) { throw FileError(path, std::strerror(number)); }
+[[noreturn]] void fail(const std::string& path, int number) {
+  throw FileError(path, std::strerror(number));
+}
 
 void check(const std::string& path, const std::error_code& error) {
   if (error) throw FileError(path, error.message());
 }
 
 struct stat statusOf(const std::string& path) {
-  struct stat status{};
+  struct stat status {};
   if (::stat(path.c_str(), &status) != 0) fail(path, errno);
   return status;
 }
@@ -31,12 +33,12 @@ struct stat statusOf(const std::string& path) {
 } // namespace
 
 bool fileExists(const std::string& path) {
-  struct stat status{};
+  struct stat status {};
   return ::stat(path.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
 }
 
 bool folderExists(const std::string& path) {
-  struct stat status{};
+  struct stat status {};
   return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
@@ -61,7 +63,9 @@ void renameFile(const std::string& from, const std::string& to) {
   if (::rename(from.c_str(), to.c_str()) != 0) fail(to, errno);
 }
 
-std::uint64_t fileSize(const std::string& path) { return static_cast<std::uint64_t>(statusOf(path).st_size); }
+std::uint64_t fileSize(const std::string& path) {
+  return static_cast<std::uint64_t>(statusOf(path).st_size);
+}
 
 std::chrono::system_clock::time_point modificationTime(const std::string& path) {
   const timespec time = statusOf(path).st_mtim;

@@ -10,14 +10,16 @@
 #include <string_view>
 #include <vector>
 
-/// Files and folders. Paths are native unless said otherwise. Whatever fails is a FileError with the path and the reason.
+/// Files and folders. Paths are native unless said otherwise. Whatever fails is a FileError with the path and the
+/// reason.
 namespace platform {
 
 enum class CaseRule : std::uint8_t { exact, ignore };
 
-/// The one place where a path with backslashes becomes a native one. `basePath` is native already and may be empty; a path
-/// that begins with a slash or backslash is taken below it all the same. With CaseRule::ignore each part that is not there
-/// as written is looked up without regard to ASCII case (the first in sorted order); parts that are nowhere stay as written.
+/// The one place where a path with backslashes becomes a native one. `basePath` is native already and may be empty; a
+/// path that begins with a slash or backslash is taken below it all the same. With CaseRule::ignore each part that is
+/// not there as written is looked up without regard to ASCII case (the first in sorted order); parts that are nowhere
+/// stay as written.
 std::string nativePath(const std::string& basePath, std::string_view backslashPath, CaseRule rule = CaseRule::exact);
 /// The same for a path that is whole: only its separators change.
 std::string nativePath(std::string_view backslashPath);
@@ -56,12 +58,13 @@ class LineReader {
 /// A name in the same folder that no other process or call has, ending in ".new".
 std::string temporaryNameFor(const std::string& path);
 
-/// Replaces a file as a whole: the contents go to a temporary file in the same folder, to the disk, and are then renamed into
-/// place with the permissions of the file that was there. On failure the old file stays as it was and nothing else is left.
+/// Replaces a file as a whole: the contents go to a temporary file in the same folder, to the disk, and are then
+/// renamed into place with the permissions of the file that was there. A link stays and leads to the new file. On
+/// failure the old file stays as it was and nothing else is left.
 void WriteFileAtomically(const std::string& path, std::string_view contents);
 
-/// The files below a folder by relative native path in sorted order; folders and hidden names (leading dot) are left out.
-/// Links to folders are followed, each real folder once.
+/// The files below a folder by relative native path in sorted order; folders and hidden names (leading dot) are left
+/// out. Links to folders are followed, each real folder once.
 std::vector<std::string> walkFiles(const std::string& folder);
 
 /// A folder of its own below the system's temporary folder, gone with all below it when the object goes.

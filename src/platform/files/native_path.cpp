@@ -9,9 +9,12 @@ namespace platform {
 
 namespace {
 
-bool isSeparator(char c) { return c == '\\' || c == '/'; }
+bool isSeparator(char c) {
+  return c == '\\' || c == '/';
+}
 
-/// The first name of the folder, in sorted order, that equals `name` without regard to case; `name` itself where none does.
+/// The first name of the folder, in sorted order, that equals `name` without regard to case; `name` itself where none
+/// does.
 std::string nameInFolder(const std::string& folder, const std::string& name) {
   const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.empty() ? "." : folder.c_str()), &::closedir);
   std::string best;
@@ -26,10 +29,12 @@ std::string nameInFolder(const std::string& folder, const std::string& name) {
 
 std::string nativePath(const std::string& basePath, std::string_view backslashPath, CaseRule rule) {
   std::string path = basePath;
-  while (path.size() > 1 && path.ends_with('/')) path.pop_back();
+  while (path.size() > 1 && path.ends_with('/'))
+    path.pop_back();
   for (std::size_t begin = 0; begin < backslashPath.size();) {
     std::size_t end = begin;
-    while (end < backslashPath.size() && !isSeparator(backslashPath[end])) ++end;
+    while (end < backslashPath.size() && !isSeparator(backslashPath[end]))
+      ++end;
     std::string part(backslashPath.substr(begin, end - begin));
     begin = end + 1;
     if (part.empty() || part == ".") continue;

@@ -7,16 +7,22 @@ namespace platform {
 
 namespace {
 
-const xmlChar* bytes(const std::string& text) { return reinterpret_cast<const xmlChar*>(text.c_str()); }
+const xmlChar* bytes(const std::string& text) {
+  return reinterpret_cast<const xmlChar*>(text.c_str());
+}
 
-std::string textOf(const xmlChar* text) { return text == nullptr ? std::string() : reinterpret_cast<const char*>(text); }
+std::string textOf(const xmlChar* text) {
+  return text == nullptr ? std::string() : reinterpret_cast<const char*>(text);
+}
 
 std::string textOwned(xmlChar* text) {
   const std::unique_ptr<xmlChar, void (*)(void*)> owner(text, xmlFree);
   return textOf(text);
 }
 
-xmlNode* asNode(void* node) { return static_cast<xmlNode*>(node); }
+xmlNode* asNode(void* node) {
+  return static_cast<xmlNode*>(node);
+}
 
 bool isAbove(const xmlNode* above, const xmlNode* node) {
   for (; node != nullptr; node = node->parent) {
@@ -44,7 +50,8 @@ void requireXmlText(const std::string& text) {
                        (character >= 0x20 && character <= 0xd7ff) || (character >= 0xe000 && character <= 0xfffd) ||
                        (character >= 0x10000 && character <= 0x10ffff);
     if (!known) {
-      throw XmlError("byte " + std::to_string(at - text.c_str() + 1) + " of a text is no character that XML can hold", 0, 0);
+      throw XmlError("byte " + std::to_string(at - text.c_str() + 1) + " of a text is no character that XML can hold",
+                     0, 0);
     }
     at += length;
   }
@@ -61,7 +68,9 @@ void* Node::element() const {
   return m_node;
 }
 
-std::string Node::name() const { return textOf(asNode(element())->name); }
+std::string Node::name() const {
+  return textOf(asNode(element())->name);
+}
 
 Value Node::getAttribute(std::string_view name) const {
   const std::string terminated(name);
@@ -75,7 +84,9 @@ void Node::setAttribute(const std::string& name, const std::string& value) {
   xmlSetProp(asNode(element()), bytes(name), bytes(value));
 }
 
-void Node::removeAttribute(const std::string& name) { xmlUnsetProp(asNode(element()), bytes(name)); }
+void Node::removeAttribute(const std::string& name) {
+  xmlUnsetProp(asNode(element()), bytes(name));
+}
 
 std::vector<std::string> Node::attributeNames() const {
   std::vector<std::string> names;
@@ -114,7 +125,9 @@ Node Node::cloneNode(bool deep) const {
   return m_document->copyOf(node, deep);
 }
 
-Node Node::firstChild() const { return m_document->wrap(xmlFirstElementChild(asNode(element()))); }
+Node Node::firstChild() const {
+  return m_document->wrap(xmlFirstElementChild(asNode(element())));
+}
 
 Node Node::nextSibling() const {
   auto* node = asNode(element());
@@ -128,7 +141,8 @@ Node Node::parent() const {
 
 std::vector<Node> Node::children() const {
   std::vector<Node> nodes;
-  for (xmlNode* child = xmlFirstElementChild(asNode(element())); child != nullptr; child = xmlNextElementSibling(child)) {
+  for (xmlNode* child = xmlFirstElementChild(asNode(element())); child != nullptr;
+       child = xmlNextElementSibling(child)) {
     nodes.push_back(m_document->wrap(child));
   }
   return nodes;
@@ -145,7 +159,9 @@ std::vector<Node> Node::selectNodes(const std::string& xpath) const {
   return m_document->select(node, xpath, false);
 }
 
-std::string Node::text() const { return textOwned(xmlNodeGetContent(asNode(element()))); }
+std::string Node::text() const {
+  return textOwned(xmlNodeGetContent(asNode(element())));
+}
 
 void Node::setText(const std::string& text) {
   requireXmlText(text);

@@ -25,13 +25,16 @@ void keepFirst(void* parser, xmlErrorPtr error) {
   auto* first = static_cast<FirstError*>(static_cast<xmlParserCtxt*>(parser)->_private);
   if (!first->reason.empty() || error->level < XML_ERR_ERROR || error->message == nullptr) return;
   first->reason = error->message;
-  while (first->reason.ends_with('\n') || first->reason.ends_with(' ')) first->reason.pop_back();
+  while (first->reason.ends_with('\n') || first->reason.ends_with(' '))
+    first->reason.pop_back();
   std::replace(first->reason.begin(), first->reason.end(), '\n', ' ');
   first->line = error->line;
   first->position = error->int2;
 }
 
-[[noreturn]] void tooLarge() { throw XmlError("the document is larger than 64 MB", 0, 0); }
+[[noreturn]] void tooLarge() {
+  throw XmlError("the document is larger than 64 MB", 0, 0);
+}
 
 } // namespace
 
@@ -47,7 +50,8 @@ std::shared_ptr<DocumentData> parseXml(std::string_view text, BlankText blanks) 
   // Neither XML_PARSE_NOENT nor XML_PARSE_DTDLOAD: nothing outside the text is ever read.
   const int options = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_NOCDATA |
                       (blanks == BlankText::dropped ? XML_PARSE_NOBLANKS : 0);
-  xmlDoc* document = xmlCtxtReadMemory(parser.get(), text.data(), static_cast<int>(text.size()), nullptr, nullptr, options);
+  xmlDoc* document =
+      xmlCtxtReadMemory(parser.get(), text.data(), static_cast<int>(text.size()), nullptr, nullptr, options);
   if (document == nullptr) {
     throw XmlError(error.reason.empty() ? "the document is not well formed" : error.reason, error.line, error.position);
   }
@@ -58,10 +62,13 @@ std::shared_ptr<DocumentData> parseXml(std::string_view text, BlankText blanks) 
   return data;
 }
 
-Document Document::loadText(std::string_view text) { return Document(parseXml(text, BlankText::dropped)); }
+Document Document::loadText(std::string_view text) {
+  return Document(parseXml(text, BlankText::dropped));
+}
 
 Document Document::load(const std::string& path) {
-  if (fileExists(path) && fileSize(path) > kLargestDocument) throw XmlError(path + ": the document is larger than 64 MB", 0, 0);
+  if (fileExists(path) && fileSize(path) > kLargestDocument)
+    throw XmlError(path + ": the document is larger than 64 MB", 0, 0);
   const std::string text = readText(path, kLargestDocument);
   try {
     return loadText(text);

@@ -31,7 +31,8 @@ void report(void*, const char* format, ...) {
 
 std::string takeReports(const std::string& fallback) {
   std::string text = std::exchange(reports, {});
-  while (text.ends_with('\n')) text.pop_back();
+  while (text.ends_with('\n'))
+    text.pop_back();
   std::replace(text.begin(), text.end(), '\n', ' ');
   return text.empty() ? fallback : text;
 }
@@ -39,8 +40,9 @@ std::string takeReports(const std::string& fallback) {
 /// A sheet may read and write nothing: not through document(), import or include, nor through exsl:document.
 xsltSecurityPrefs* closedDoors() {
   xsltSecurityPrefs* doors = xsltNewSecurityPrefs();
-  for (const xsltSecurityOption option : {XSLT_SECPREF_READ_FILE, XSLT_SECPREF_WRITE_FILE, XSLT_SECPREF_CREATE_DIRECTORY,
-                                          XSLT_SECPREF_READ_NETWORK, XSLT_SECPREF_WRITE_NETWORK}) {
+  for (const xsltSecurityOption option :
+       {XSLT_SECPREF_READ_FILE, XSLT_SECPREF_WRITE_FILE, XSLT_SECPREF_CREATE_DIRECTORY, XSLT_SECPREF_READ_NETWORK,
+        XSLT_SECPREF_WRITE_NETWORK}) {
     xsltSetSecurityPrefs(doors, option, &xsltSecurityForbid);
   }
   return doors;
@@ -89,13 +91,16 @@ std::string Stylesheet::apply(const Document& document, const std::map<std::stri
     xsltQuoteOneUserParam(transformation.get(), reinterpret_cast<const xmlChar*>(name.c_str()),
                           reinterpret_cast<const xmlChar*>(value.c_str()));
   }
-  const Tree result(xsltApplyStylesheetUser(sheet, source, nullptr, nullptr, nullptr, transformation.get()), &xmlFreeDoc);
+  const Tree result(xsltApplyStylesheetUser(sheet, source, nullptr, nullptr, nullptr, transformation.get()),
+                    &xmlFreeDoc);
   if (!result || transformation->state != XSLT_STATE_OK) throw XmlError(takeReports("the transformation failed"), 0, 0);
   xmlChar* buffer = nullptr;
   int size = 0;
-  if (xsltSaveResultToString(&buffer, &size, result.get(), sheet) != 0) throw XmlError("the result cannot be written", 0, 0);
+  if (xsltSaveResultToString(&buffer, &size, result.get(), sheet) != 0)
+    throw XmlError("the result cannot be written", 0, 0);
   const std::unique_ptr<xmlChar, void (*)(void*)> owner(buffer, xmlFree);
-  return buffer == nullptr ? std::string() : std::string(reinterpret_cast<const char*>(buffer), static_cast<std::size_t>(size));
+  return buffer == nullptr ? std::string()
+                           : std::string(reinterpret_cast<const char*>(buffer), static_cast<std::size_t>(size));
 }
 
 } // namespace platform

@@ -16,8 +16,8 @@ namespace platform {
 class DocumentData;
 class Document;
 
-/// An element of a document, or nothing. It keeps its document alive; copies are the same element. Children, parents and
-/// siblings are elements only. Asking an empty node anything but whether it is one is an XmlError.
+/// An element of a document, or nothing. It keeps its document alive; copies are the same element. Children, parents
+/// and siblings are elements only. Asking an empty node anything but whether it is one is an XmlError.
 class Node {
  public:
   Node() = default;
@@ -35,8 +35,8 @@ class Node {
   /// Attribute names in document order.
   std::vector<std::string> attributeNames() const;
 
-  /// Appends a node of the same document behind the last child, taking it from where it was; a node of another document must
-  /// be imported first.
+  /// Appends a node of the same document behind the last child, taking it from where it was; a node of another document
+  /// must be imported first.
   Node appendChild(const Node& child);
   /// Puts `child` in front of `before`, a child of this node; an empty `before` appends.
   Node insertBefore(const Node& child, const Node& before);
@@ -78,8 +78,9 @@ class Document {
   /// A new document without a root.
   Document();
 
-  /// Blank text between elements is dropped. A file that is missing or unreadable is a FileError; one that is not well formed,
-  /// declares entities, nests deeper than 256, or is larger than 64 MB is an XmlError with reason, line and position.
+  /// Blank text between elements is dropped. A file that is missing or unreadable is a FileError; one that is not well
+  /// formed, declares entities, nests deeper than 256, or is larger than 64 MB is an XmlError with reason, line and
+  /// position.
   static Document load(const std::string& path);
   static Document loadText(std::string_view text);
 

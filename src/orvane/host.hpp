@@ -1,0 +1,68 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "orvane/activity_log.hpp"
+#include "orvane/base_folder.hpp"
+#include "orvane/lock.hpp"
+#include "orvane/options.hpp"
+#include "orvane/report_file.hpp"
+#include "orvane/repository_file.hpp"
+#include "orvane/search_service.hpp"
+#include "platform/controls/screen.hpp"
+
+namespace orvane {
+
+/// The embedded host of one project: registers its global objects, starts the component's engine through its exported entry
+/// points, and holds the window that the engine opens.
+class Host {
+ public:
+  /// Opens a base folder and a project of it. `screen` shows what the component says. Throws platform::Error in one line
+  /// when either cannot be opened or another process holds it.
+  Host(BaseFolder base, const std::string& projectName, platform::Screen& screen);
+  ~Host();
+  Host(const Host&) = delete;
+  Host& operator=(const Host&) = delete;
+
+  /// Takes the project's lock until the window closes, creates Tarnsift.TarnsiftEngine and calls Run. Throws platform::Error with the component's message when no window came.
+  void start();
+  /// The component's main window; only after start().
+  platform::Form& window() const { return *m_window; }
+  /// Closes the window through its own close path. False when it refused.
+  bool close();
+
+  const BaseFolder& base() const { return m_base; }
+  RepositoryFile& repository() { return *m_repository; }
+  tarnsift::Ref<tarnsift::RepositoryObject> project() const { return m_project; }
+  OptionDocument& options() { return *m_options; }
+  Log& log() { return *m_log; }
+  SearchService& search() { return *m_search; }
+  ReportSettings& reports() { return *m_reports; }
+
+ private:
+  friend class FrontendObject;
+  void lock();
+  void attach(const platform::Value& window); ///< Frontend.Initiate
+  void detach();                              ///< Frontend.Terminate
+
+  BaseFolder m_base;
+  std::string m_projectName;
+  tarnsift::Ref<RepositoryFile> m_repository;
+  tarnsift::Ref<tarnsift::RepositoryObject> m_project;
+  tarnsift::Ref<OptionDocument> m_options;
+  tarnsift::Ref<Log> m_log;
+  tarnsift::Ref<SearchService> m_search;
+  std::shared_ptr<ReportSettings> m_reports;
+  std::unique_ptr<FolderLock> m_baseLock;
+  std::unique_ptr<FolderLock> m_projectLock;
+  tarnsift::Ref<platform::Object> m_frontend;
+  platform::Form* m_window = nullptr;
+};
+
+/// Files of a project's folder that the host keeps beside its options.
+std::string projectLockFile(const BaseFolder& base, const std::string& project);
+std::string baseLockFile(const BaseFolder& base);
+
+} // namespace orvane

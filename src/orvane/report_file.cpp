@@ -1,0 +1,92 @@
+#include "orvane/report_file.hpp"
+
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+
+#include "platform/files/files.hpp"
+#include "platform/runtime/text.hpp"
+#include "platform/runtime/wildcard.hpp"
+
+namespace orvane {
+
+namespace {
+
+const char* extensionOf(ReportFormat format) {
+  switch (format) {
+  case ReportFormat::csv: return ".csv";
+  case ReportFormat::json: return ".json";
+  default: return ".html";
+  }
+}
+
+std::string fileNameFor(const std::string& project, const std::string& title, ReportFormat format) {
+  return platform::replaceAll(project + " " + title, "/", "-") + extensionOf(format);
+}
+
+} // namespace
+
+void ReportFile::setOutputFolder(const std::string& path) { m_settings->outputFolder = platform::nativePath(path); }
+
+void ReportFile::BeginReport(const std::string& format, const std::string& title, const std::string& styleSheet) {
+  m_columns = readRecordFormat(format);
+  m_title = title;
+  m_styleSheet = styleSheet;
+  m_records = std::make_unique<RecordFile>();
+  m_program.clear();
+}
+
+void ReportFile::BeginRecord() { m_record.assign(m_columns.size(), ""); }
+
+void ReportFile::Field(const std::string& key, const platform::Value& value) {
+  for (std::size_t i = 0; i < m_columns.size(); ++i)
+    if (m_columns[i].key == key) m_record[i] = value.asText();
+}
+
+// Dataname records name their program; in affected code a head does for the records behind it.
+bool ReportFile::wanted() {
+  if (m_settings->programPattern.empty()) return true;
+  if (m_columns.front().key == "Program") m_program = m_record.front();
+  else if (const auto bold = m_record.front().find("</b>"); bold != std::string::npos) m_program = plainText(m_record.front().substr(0, bold));
+  return platform::like(platform::upper(m_program), platform::upper(m_settings->programPattern));
+}
+
+void ReportFile::EndRecord() {
+  if (wanted()) m_records->append(m_record);
+}
+
+void ReportFile::EndReport(const std::string&) {
+  auto targets = m_settings->targets;
+  if (targets.empty()) targets.push_back({});
+  for (const auto& target : targets) {
+    std::string path = target.file;
+    if (path.empty()) {
+      platform::createFolders(m_settings->outputFolder);
+      path = m_settings->outputFolder + "/" + fileNameFor(m_settings->projectName, m_title, target.format);
+    }
+    const bool device = path.starts_with("/dev/");
+    const std::string aside = device ? path : path + ".new";
+    {
+      std::ofstream out(aside, std::ios::binary | std::ios::trunc);
+      if (!out) throw platform::FileError(path, std::strerror(errno));
+      switch (target.format) {
+      case ReportFormat::csv: writeCsv(out, m_columns, *m_records); break;
+      case ReportFormat::json: writeJson(out, m_columns, *m_records); break;
+      default: writeHtml(out, m_title, m_columns, m_styleSheet, *m_records);
+      }
+      out.flush();
+      if (!out) {
+        const std::string reason = std::strerror(errno);
+        if (!device) platform::removeAll(aside);
+        throw platform::FileError(path, "the report could not be written: " + reason);
+      }
+    }
+    if (!device) platform::renameFile(aside, path);
+    m_settings->written.push_back(path);
+  }
+}
+
+// Without a screen the written files are all there is to show.
+void ReportFile::Show(platform::Form&) {}
+
+} // namespace orvane

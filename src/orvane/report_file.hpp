@@ -1,0 +1,60 @@
+#pragma once
+
+#include <memory>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "orvane/report_records.hpp"
+#include "tarnsift/session/host.hpp"
+
+namespace orvane {
+
+enum class ReportFormat { html, csv, json };
+
+/// Where the next reports go. Without targets: HTML in the output folder.
+struct ReportSettings {
+  struct Target {
+    ReportFormat format = ReportFormat::html;
+    std::string file; ///< native; "": in the output folder, named after project and title
+  };
+  std::string outputFolder;
+  std::string projectName;
+  std::vector<Target> targets;
+  std::string programPattern;      ///< wildcard; only records of programs that match, "" all
+  std::vector<std::string> written; ///< files written, newest last
+};
+
+/// Collects a report's records and writes it in the formats asked for.
+class ReportFile : public tarnsift::ReportWriter {
+ public:
+  explicit ReportFile(std::shared_ptr<ReportSettings> settings) : m_settings(std::move(settings)) {}
+
+  void setOutputFolder(const std::string& path) override;
+  void BeginReport(const std::string& format, const std::string& title, const std::string& styleSheet) override;
+  void BeginRecord() override;
+  void Field(const std::string& key, const platform::Value& value) override;
+  void EndRecord() override;
+  void EndReport(const std::string& text) override;
+  void Show(platform::Form& owner) override;
+
+ private:
+  bool wanted();
+  std::shared_ptr<ReportSettings> m_settings;
+  std::vector<ReportColumn> m_columns;
+  std::string m_title;
+  std::string m_styleSheet;
+  std::unique_ptr<RecordFile> m_records;
+  ReportRecord m_record;
+  std::string m_program;       ///< of the records at hand, where only heads name it
+};
+
+/// The writers: the same records, one format each. HTML goes through the style sheet (the product's own when empty).
+void writeHtml(std::ostream& out, const std::string& title, const std::vector<ReportColumn>& columns, const std::string& styleSheet,
+               RecordFile& records);
+/// RFC 4180, UTF-8. A text that begins with = + - or @ gets an apostrophe in front, so that no table program computes it.
+void writeCsv(std::ostream& out, const std::vector<ReportColumn>& columns, RecordFile& records);
+/// One object a line.
+void writeJson(std::ostream& out, const std::vector<ReportColumn>& columns, RecordFile& records);
+
+} // namespace orvane
