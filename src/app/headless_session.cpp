@@ -49,6 +49,8 @@ void HeadlessSession::start(const std::string& programGlob) {
   // Only for this session: what the analyst set for the window stays in the file.
   m_host->options().overrideForSession("//CASE[@ID='Tarnsift']/BOOL[@NAME='ApplySelected']", programGlob.empty() ? "false" : "true");
   m_host->start();
+  for (const auto& message : m_screen.messages)
+    if (message.style != platform::kInformation) throw platform::Error(message.text);
   Form& form = window();
   auto& bar = form.get<platform::ProgressBar>("pbProgress");
   bar.Changed.connect([this, &form, &bar] {
