@@ -254,26 +254,32 @@ TEST(Verification, leavesNothingHalfWrittenOnAFullDisk) {
   portfolio.write("a.cbl", program("A", kCustomer));
   portfolio.add();
   portfolio.verify();
-  portfolio.decide("A", "A:CUST.CUST-NO", 1, "number");
+  const std::string comment(1'000'000, 'c'); // makes the database larger than the analysis file
+  portfolio.decide("A", "A:CUST.CUST-NO", 1, comment);
+  platform::dbEngine().settle();
   std::string many;
   for (int i = 0; i < 3000; ++i) many += "       01 ITEM-" + std::to_string(i) + " PIC X(4).\n";
+  portfolio.write("b.cbl", program("B", kCustomer + many));
+  portfolio.add();
+  portfolio.verify();
+  const rlim_t analysisSize = platform::fileSize(portfolio.analysisFile("B"));
   portfolio.write("a.cbl", program("A", kCustomer + many));
   rlimit limit{};
   ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
   const auto ignored = std::signal(SIGXFSZ, SIG_IGN);
-  for (const rlim_t room : {rlim_t{120'000}, rlim_t{700'000}}) { // in the analysis file, in the database
+  for (const rlim_t room : {analysisSize / 2, analysisSize + 100'000}) { // in the analysis file, in the database
     const rlimit small{room, limit.rlim_max};
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
     const std::string outcome = portfolio.outcome();
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-    EXPECT_THAT(outcome, HasSubstr("0 written, 0 unchanged; A: ")) << room;
-    EXPECT_EQ(portfolio.filesOfAnalysis().size(), 2U);
-    EXPECT_THAT(portfolio.decisions("A"), ElementsAre("A:CUST.CUST-NO 1 number"));
+    EXPECT_THAT(outcome, HasSubstr("0 written, 1 unchanged; A: ")) << room;
+    EXPECT_EQ(portfolio.filesOfAnalysis().size(), 4U);
+    EXPECT_THAT(portfolio.decisions("A"), ElementsAre("A:CUST.CUST-NO 1 " + comment));
     platform::dbEngine().settle();
   }
   std::signal(SIGXFSZ, ignored);
-  EXPECT_EQ(portfolio.outcome(), "1 written, 0 unchanged");
-  EXPECT_THAT(portfolio.decisions("A"), ElementsAre("A:CUST.CUST-NO 1 number"));
+  EXPECT_EQ(portfolio.outcome(), "1 written, 1 unchanged");
+  EXPECT_THAT(portfolio.decisions("A"), ElementsAre("A:CUST.CUST-NO 1 " + comment));
 }
 
 TEST(Verification, replacesNoDatabaseThatItCannotRead) {
