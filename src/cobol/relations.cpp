@@ -23,7 +23,9 @@ void dropRepeats(std::vector<cobol::Position>& sites) {
   std::erase_if(sites, [&](const cobol::Position& at) { return !seen.insert(at).second; });
 }
 
-std::uint64_t endsOf(std::uint32_t from, std::uint32_t to) { return (std::uint64_t{from} << 32) | to; }
+std::uint64_t endsOf(std::uint32_t from, std::uint32_t to) {
+  return (std::uint64_t{from} << 32) | to;
+}
 
 } // namespace
 
@@ -69,7 +71,9 @@ void Relations::add(RelationKind kind, std::uint32_t from, std::uint32_t to, std
   if (from != to) m_entries.push_back({endsOf(from, to), site, kind});
 }
 
-bool Relations::isElementary(std::uint32_t construct) const { return !m_analysis.constructs[construct].isGroup(); }
+bool Relations::isElementary(std::uint32_t construct) const {
+  return !m_analysis.constructs[construct].isGroup();
+}
 
 void Relations::addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site) {
   if (from == to) return;
@@ -133,7 +137,8 @@ void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) con
       if (c.isGroup()) {
         push(next.construct, next.begin + k * c.length, copies);
       } else {
-        leaves.push_back({begin + k * c.length, begin + (k + 1) * c.length, static_cast<std::uint32_t>(next.construct)});
+        leaves.push_back(
+            {begin + k * c.length, begin + (k + 1) * c.length, static_cast<std::uint32_t>(next.construct)});
       }
     }
   }
@@ -151,7 +156,8 @@ std::vector<Relations::Pair> Relations::align(std::uint32_t from, std::uint32_t 
   std::sort(right.begin(), right.end(), byBegin);
   // Redefinitions make leaves of one side overlap each other: the greatest end so far tells where a search must start.
   std::vector<std::int64_t> reach(right.size());
-  for (std::size_t i = 0; i < right.size(); ++i) reach[i] = std::max(right[i].end, i == 0 ? 0 : reach[i - 1]);
+  for (std::size_t i = 0; i < right.size(); ++i)
+    reach[i] = std::max(right[i].end, i == 0 ? 0 : reach[i - 1]);
 
   std::vector<Pair> pairs;
   std::size_t steps = 0;
@@ -218,11 +224,13 @@ void Relations::addCorresponding(RelationKind kind, std::uint32_t from, std::uin
     const auto [a, b] = open.back();
     open.pop_back();
     byName.clear();
-    for (int child = constructs[b].firstChild; child >= 0; child = constructs[static_cast<std::size_t>(child)].nextSibling) {
+    for (int child = constructs[b].firstChild; child >= 0;
+         child = constructs[static_cast<std::size_t>(child)].nextSibling) {
       const Construct& c = constructs[static_cast<std::size_t>(child)];
       if (takesPart(c)) byName.try_emplace(c.name, static_cast<std::uint32_t>(child));
     }
-    for (int child = constructs[a].firstChild; child >= 0; child = constructs[static_cast<std::size_t>(child)].nextSibling) {
+    for (int child = constructs[a].firstChild; child >= 0;
+         child = constructs[static_cast<std::size_t>(child)].nextSibling) {
       const Construct& c = constructs[static_cast<std::size_t>(child)];
       if (!takesPart(c)) continue;
       const auto match = byName.find(c.name);
@@ -263,15 +271,20 @@ void Relations::finish() {
   for (std::size_t i = 0; i < m_entries.size();) {
     const Entry& first = m_entries[i];
     std::size_t end = i;
-    while (end < m_entries.size() && m_entries[end].ends == first.ends && m_entries[end].kind == first.kind) ++end;
-    Relationship made{static_cast<std::uint32_t>(first.ends >> 32), static_cast<std::uint32_t>(first.ends), first.kind, {}};
-    while (before != declared.end() && triple(*before) <= triple(made)) append(std::move(*before++));
+    while (end < m_entries.size() && m_entries[end].ends == first.ends && m_entries[end].kind == first.kind)
+      ++end;
+    Relationship made{
+        static_cast<std::uint32_t>(first.ends >> 32), static_cast<std::uint32_t>(first.ends), first.kind, {}};
+    while (before != declared.end() && triple(*before) <= triple(made))
+      append(std::move(*before++));
     made.sites.reserve(end - i);
-    for (; i < end; ++i) made.sites.push_back(m_stream.tokens[m_entries[i].site].position());
+    for (; i < end; ++i)
+      made.sites.push_back(m_stream.tokens[m_entries[i].site].position());
     dropRepeats(made.sites);
     append(std::move(made));
   }
-  while (before != declared.end()) append(std::move(*before++));
+  while (before != declared.end())
+    append(std::move(*before++));
   m_analysis.relationships = std::move(all);
   m_entries.clear();
 }

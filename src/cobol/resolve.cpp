@@ -13,12 +13,15 @@ constexpr std::uint32_t kNone = 0xFFFFFFFFU;
 constexpr std::size_t kMaxCandidates = 256;
 constexpr std::size_t kOften = 32;
 
-std::uint64_t keyOf(int program, NameId name) { return (static_cast<std::uint64_t>(program) << 32) | name; }
+std::uint64_t keyOf(int program, NameId name) {
+  return (static_cast<std::uint64_t>(program) << 32) | name;
+}
 
 } // namespace
 
 Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
-    : m_stream(stream), m_analysis(analysis), m_ofProgram(analysis.programs.size()), m_head(stream.names.size(), kNone) {
+    : m_stream(stream), m_analysis(analysis), m_ofProgram(analysis.programs.size()),
+      m_head(stream.names.size(), kNone) {
   const auto& constructs = analysis.constructs;
   m_names.reserve(constructs.size());
   m_next.assign(constructs.size(), kNone);
@@ -57,7 +60,8 @@ Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
 
 void Resolver::enterProgram(int program) {
   if (m_program >= 0) {
-    for (const std::uint32_t i : m_ofProgram[static_cast<std::size_t>(m_program)]) m_head[m_names[i]] = kNone;
+    for (const std::uint32_t i : m_ofProgram[static_cast<std::size_t>(m_program)])
+      m_head[m_names[i]] = kNone;
   }
   m_program = program;
   m_occurrences.clear();
@@ -71,7 +75,8 @@ void Resolver::enterProgram(int program) {
 int Resolver::fileOf(std::uint32_t construct) const {
   const auto& constructs = m_analysis.constructs;
   std::size_t at = construct;
-  while (constructs[at].file < 0 && constructs[at].parent >= 0) at = static_cast<std::size_t>(constructs[at].parent);
+  while (constructs[at].file < 0 && constructs[at].parent >= 0)
+    at = static_cast<std::size_t>(constructs[at].parent);
   return constructs[at].file;
 }
 
@@ -141,7 +146,8 @@ void Resolver::collect(std::uint32_t head, std::span<const NameId> qualifiers, b
 
 bool Resolver::isDeclaredOften(NameId name) const {
   std::size_t count = 0;
-  for (std::uint32_t i = m_head[name]; i != kNone && count <= kOften; i = m_next[i]) ++count;
+  for (std::uint32_t i = m_head[name]; i != kNone && count <= kOften; i = m_next[i])
+    ++count;
   return count > kOften;
 }
 
@@ -154,7 +160,8 @@ void Resolver::collectAmongMany(NameId name, std::span<const NameId> qualifiers,
     collect(m_head[name], qualifiers, false, candidates);
   } else if (isNew) {
     auto& all = m_occurrences[name];
-    for (std::uint32_t i = all.empty() ? m_head[name] : kNone; i != kNone; i = m_next[i]) all.push_back(i);
+    for (std::uint32_t i = all.empty() ? m_head[name] : kNone; i != kNone; i = m_next[i])
+      all.push_back(i);
     std::vector<std::uint32_t> whole;
     for (std::uint32_t group = m_head[qualifiers.back()]; group != kNone; group = m_next[group]) {
       for (auto i = std::lower_bound(all.begin(), all.end(), group); i != all.end() && *i < m_subtreeEnd[group]; ++i) {
@@ -203,7 +210,8 @@ bool Resolver::isDeclared(NameId name) const {
 int Resolver::findFile(NameId name) const {
   for (int p = m_program; p >= 0; p = m_analysis.programs[static_cast<std::size_t>(p)].parent) {
     const auto file = m_files.find(keyOf(p, name));
-    if (file != m_files.end() && (p == m_program || m_analysis.dataFiles[static_cast<std::size_t>(file->second)].global)) {
+    if (file != m_files.end() &&
+        (p == m_program || m_analysis.dataFiles[static_cast<std::size_t>(file->second)].global)) {
       return file->second;
     }
   }
@@ -269,7 +277,8 @@ std::uint32_t Resolver::specialRegister(NameId name) {
 
 std::uint32_t Resolver::undeclared(NameId name, std::span<const NameId> qualifiers, std::uint32_t token) {
   std::string written(m_stream.names.text(name));
-  for (const NameId qualifier : qualifiers) written += " OF " + std::string(m_stream.names.text(qualifier));
+  for (const NameId qualifier : qualifiers)
+    written += " OF " + std::string(m_stream.names.text(qualifier));
   return make(Kind::undeclared, std::move(written), token);
 }
 
