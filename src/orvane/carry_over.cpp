@@ -93,7 +93,7 @@ bool hasDecisions(platform::Database& database, const std::vector<ColumnPair>& p
 Decisions readDecisions(const std::string& path) {
   Decisions old;
   {
-    const auto database = platform::dbEngine().OpenDatabase(path);
+    const auto database = platform::dbEngine().OpenSettled(path);
     old.pairs = columnPairs(*database);
     readArchive(*database, old);
     if (!old.archive.empty() || hasDecisions(*database, old.pairs)) readRows(*database, old);
@@ -169,7 +169,9 @@ class Carrying {
     m_old.archive.assign(std::make_move_iterator(kept.rbegin()), std::make_move_iterator(kept.rend()));
   }
 
+  // Most programs have none.
   void writeArchive() {
+    if (m_old.archive.empty()) return;
     using platform::ColumnKind;
     m_fresh.createTable("Archive", {{"KVID", ColumnKind::key},
                                     {"Name", ColumnKind::key},

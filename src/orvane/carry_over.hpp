@@ -43,7 +43,7 @@ struct CarryCounts {
 /// Brings every project's columns with their statuses and comments from a program's old database into the new one, whose
 /// table Constructs holds `rows()` as the rowids 1, 2, …; they are asked for only when there is something to carry. Decisions whose construct is gone go into the table Archive(KVID,
 /// Name, Project, Status, Classification, ArchivedAt), Project being the stem of the column pair, "" for the one pair of
-/// the earlier format; archived ones whose construct appears again come back. A missing old database is fine; one that
+/// the earlier format (the table is there only while it has rows); archived ones whose construct appears again come back. A missing old database is fine; one that
 /// cannot be read is a platform::DatabaseError, and must not be replaced then. `now` is in microseconds since 1970 UTC.
 CarryCounts carryOver(const std::string& oldDatabase, platform::Database& fresh, const std::function<std::vector<CarryRow>()>& rows,
                       std::int64_t now);

@@ -14,7 +14,8 @@ namespace orvane {
 /// microseconds since 1970 UTC. On failure a platform::Error, and both files are as they were.
 ///
 /// The database: Constructs(KVID, Name, Offset, Size, Kind, Level, Shape) with the index ID on KVID, in the order of the
-/// analysis; Relationships(KVID1, KVID2, RelID); Host(Generation), the number that the analysis file has too; Archive.
+/// analysis; Relationships(KVID1, KVID2, RelID); Host(Generation), the number that the analysis file has too; Archive (see
+/// carryOver).
 CarryCounts writeProgramFiles(const std::string& analysisFile, const cobol::Analysis& analysis, const StoreData& data, std::int64_t now);
 
 
