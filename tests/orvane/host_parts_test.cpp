@@ -72,7 +72,11 @@ std::string picture(orvane::PaneTree& tree) {
   std::string text;
   for (const char* key : {"Programs", "Lists", "Synonyms", "Source"}) {
     auto& pane = tree.Panes(key);
-    text += std::string(key) + (pane.Visible() ? " " : " hidden ") + std::to_string(static_cast<int>(pane.Left())) + "," +
+    if (!pane.Visible()) {
+      text += std::string(key) + " hidden\n";
+      continue;
+    }
+    text += std::string(key) + " " + std::to_string(static_cast<int>(pane.Left())) + "," +
             std::to_string(static_cast<int>(pane.Top())) + " " + std::to_string(static_cast<int>(pane.Width())) + "x" +
             std::to_string(static_cast<int>(pane.Height())) + "\n";
   }
