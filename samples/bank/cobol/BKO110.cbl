@@ -80,6 +80,10 @@
                COMMAREA(DFHCOMMAREA)
                LENGTH(90)
            END-EXEC.
+      *    ONLY A CURRENT ACCOUNT MAY BE OVERDRAWN
+           IF WA-CURRENT
+               ADD WA-LIMIT TO CA-AVAILABLE
+           END-IF.
            IF NOT CA-OK
                MOVE CA-MESSAGE TO MSGO
            END-IF.

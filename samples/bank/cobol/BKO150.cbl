@@ -25,6 +25,15 @@
        01  WS-RESP                       PIC S9(8) COMP.
        01  WS-RESERVED                   PIC S9(9)V99 COMP-3.
        01  WS-TOO-OLD                    PIC S9(4) COMP VALUE ZERO.
+       01  WS-QUEUE-NAME.
+           05  FILLER                    PIC X(4) VALUE 'BKOV'.
+           05  WS-QUEUE-TERM             PIC X(4).
+       01  WS-QUEUE-ITEM                 PIC S9(4) COMP.
+       01  WS-OVERDRAWN-LOG.
+           05  OL-USER                   PIC X(8).
+           05  OL-ACC-KEY                PIC X(8).
+           05  OL-DATE                   PIC 9(6).
+           05  OL-MISSING                PIC S9(9)V99 COMP-3.
 
        LINKAGE SECTION.
        01  DFHCOMMAREA.
@@ -51,6 +60,9 @@
            END-IF.
            SUBTRACT WS-RESERVED FROM LK-AVAILABLE.
            SET LK-OK TO TRUE.
+           IF LK-AVAILABLE < ZERO
+               PERFORM LOG-OVERDRAWN
+           END-IF.
            IF WS-TOO-OLD > ZERO
                MOVE 20 TO LK-RETURN
                STRING 'OLD MOVEMENTS WAIT ON ' LK-ACC-KEY
@@ -63,6 +75,19 @@
                INTO(WS-NEW-MOVEMENT)
                LENGTH(WS-LEN)
                RIDFLD(WS-BROWSE-KEY)
+               RESP(WS-RESP)
+           END-EXEC.
+
+      *    THE HELP DESK LOOKS AT THE QUEUE OF THE TERMINAL
+       LOG-OVERDRAWN.
+           EXEC CICS ASSIGN USERID(OL-USER) END-EXEC.
+           MOVE LK-ACC-KEY TO OL-ACC-KEY.
+           MOVE LK-TODAY TO OL-DATE.
+           COMPUTE OL-MISSING = ZERO - LK-AVAILABLE.
+           MOVE EIBTRMID TO WS-QUEUE-TERM.
+           EXEC CICS WRITEQ TS QUEUE(WS-QUEUE-NAME)
+               FROM(WS-OVERDRAWN-LOG)
+               ITEM(WS-QUEUE-ITEM)
                RESP(WS-RESP)
            END-EXEC.
 

@@ -31,6 +31,9 @@
        77  WS-REST                       PIC S9(4) COMP VALUE ZERO.
        77  WS-POS                        PIC S9(4) COMP VALUE ZERO.
        77  WS-CALLS                      PIC S9(8) COMP VALUE ZERO.
+       01  WS-REASON-COUNTS.
+           05  WS-REASON-COUNT           PIC S9(7) COMP-3
+                                         OCCURS 3 TIMES VALUE ZERO.
        77  WS-LAST-GOOD                  PIC X(8)  VALUE SPACES.
 
        LINKAGE SECTION.
@@ -58,7 +61,18 @@
                MOVE CK-ACCT TO WS-LAST-GOOD
            END-IF.
        LEAVE-CHECK.
+           IF NOT CK-GOOD
+               PERFORM COUNT-REASON
+           END-IF.
            GOBACK.
+
+       COUNT-REASON.
+           ADD 1 TO WS-REASON-COUNT(CK-REASON).
+           IF WS-REASON-COUNT(CK-REASON) = 1000
+               DISPLAY 'BKS100 1000 REFUSED, REASON ' CK-REASON
+                   ' LAST ' CK-ACCT ' OF ' WS-CALLS
+               MOVE ZERO TO WS-REASON-COUNT(CK-REASON)
+           END-IF.
 
        CHECK-BRANCH.
            IF WS-OLD-BRANCH OR WS-COOP-BRANCH

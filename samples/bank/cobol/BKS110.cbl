@@ -17,6 +17,9 @@
        01  WS-TODAY                      PIC 9(6).
        01  WS-LATE-DAYS                  PIC S9(5) COMP-3.
        01  WS-METHOD                     PIC X VALUE 'T'.
+       01  WS-VALUE-TEXT                 PIC X(6).
+       01  WS-VALUE-FULL                 PIC 9(8).
+       01  WS-TODAY-FULL                 PIC 9(8).
        01  WS-FEES.
            05  WS-LATE-FEE               PIC S9(3)V99 COMP-3
                                          VALUE 1.50.
@@ -28,6 +31,11 @@
            05  WS-ACCEPT-COUNT           PIC S9(8) COMP VALUE ZERO.
            05  WS-REFUSE-COUNT           PIC S9(8) COMP VALUE ZERO.
            05  WS-LAST-REFUSED           PIC 9(8)  VALUE ZERO.
+
+       01  WS-LATE-TABLE.
+           05  WS-LATE-WEEK              PIC S9(7) COMP-3
+                                         OCCURS 5 TIMES VALUE ZERO.
+       77  WS-WEEK                       PIC S9(4) COMP.
 
        LINKAGE SECTION.
        COPY BKCPOST REPLACING ==:TAG:== BY ==LP==.
@@ -69,8 +77,28 @@
 
       *    A MOVEMENT ENTERED MORE THAN FIVE DAYS LATE COSTS A FEE
        LATE-ENTRY.
+           MOVE LP-VALUE-DATE TO WS-VALUE-TEXT.
+           CALL 'BKS121' USING WS-VALUE-TEXT WS-VALUE-FULL.
+           CALL 'BKS121' USING WS-TODAY WS-TODAY-FULL.
+           IF WS-VALUE-FULL = ZERO OR > WS-TODAY-FULL
+               DISPLAY 'BKS110 VALUE DATE ' LP-VALUE-DATE
+                   ' ON ACCOUNT ' LP-ACCOUNT
+               MOVE WS-TODAY TO LP-VALUE-DATE
+           END-IF.
            CALL 'BKS120' USING BY CONTENT LP-VALUE-DATE WS-TODAY
                                BY REFERENCE WS-METHOD WS-LATE-DAYS.
            IF WS-LATE-DAYS > 5
                ADD WS-LATE-FEE TO LP-FEE
+               PERFORM COUNT-LATE
            END-IF.
+
+      *    HOW LATE THE BRANCHES ARE, IN WEEKS; FIVE IS FIVE AND MORE
+       COUNT-LATE.
+           DIVIDE WS-LATE-DAYS BY 7 GIVING WS-WEEK.
+           IF WS-WEEK < 1
+               MOVE 1 TO WS-WEEK
+           END-IF.
+           IF WS-WEEK > 5
+               MOVE 5 TO WS-WEEK
+           END-IF.
+           ADD 1 TO WS-LATE-WEEK(WS-WEEK).

@@ -8,6 +8,7 @@
       *  85/05  FIRST VERSION, SAVINGS ONLY
       *  89/02  TRUE YEAR FOR LOANS
       *  97/09  CENTURY BY WINDOW, PIVOT 50 (SEE BKCDATE)
+      *  97/10  SECOND ENTRY BKS121 FOR THOSE WHO WANT THE FULL DATE
       *****************************************************************
        ENVIRONMENT DIVISION.
        DATA DIVISION.
@@ -34,6 +35,8 @@
            88  LK-BANK-YEAR              VALUE 'B'.
            88  LK-TRUE-YEAR              VALUE 'T'.
        01  LK-DAYS                       PIC S9(5) COMP-3.
+       01  LK-SHORT-DATE                 PIC X(6).
+       01  LK-FULL-DATE                  PIC 9(8).
 
        PROCEDURE DIVISION USING LK-FROM-DATE LK-TO-DATE
                                 LK-METHOD LK-DAYS.
@@ -45,6 +48,18 @@
            MOVE 2 TO WS-WHICH.
            PERFORM DAY-NUMBER THRU DAY-NUMBER-EXIT.
            SUBTRACT WS-DAY-NO(1) FROM WS-DAY-NO(2) GIVING LK-DAYS.
+           GOBACK.
+
+      *    SECOND ENTRY: A SHORT DATE WITH ITS CENTURY, ZERO IF WRONG
+           ENTRY 'BKS121' USING LK-SHORT-DATE LK-FULL-DATE.
+           MOVE ZERO TO LK-FULL-DATE.
+           IF LK-SHORT-DATE IS NUMERIC
+               MOVE LK-SHORT-DATE TO DW-SHORT-PARTS
+               IF DW-MM > 0 AND NOT > 12 AND DW-DD > 0 AND < 32
+                   PERFORM WINDOW-SHORT-DATE
+                   MOVE DW-LONG-DATE TO LK-FULL-DATE
+               END-IF
+           END-IF.
            GOBACK.
 
        DAY-NUMBER.
