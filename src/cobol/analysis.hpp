@@ -121,7 +121,7 @@ struct Instance {
   std::uint32_t construct = 0;
   Access access = Access::read;
   Position at;
-  NameId verb = 0;        ///< the statement's verb or clause, e.g. MOVE
+  NameId verb = 0;        ///< the statement's verb or clause, a Keyword such as Move; 0: not understood
   bool isUsage() const { return access == Access::read || access == Access::write || access == Access::both; }
 };
 

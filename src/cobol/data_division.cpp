@@ -12,14 +12,23 @@ namespace {
 
 Section sectionOf(Word word) {
   switch (word) {
-    case Word::file: return Section::file;
-    case Word::workingStorage: case Word::threadLocal: return Section::workingStorage;
-    case Word::localStorage: return Section::localStorage;
-    case Word::linkage: return Section::linkage;
-    case Word::communication: return Section::communication;
-    case Word::report: return Section::report;
-    case Word::screen: return Section::screen;
-    default: return Section::none;
+  case Word::file:
+    return Section::file;
+  case Word::workingStorage:
+  case Word::threadLocal:
+    return Section::workingStorage;
+  case Word::localStorage:
+    return Section::localStorage;
+  case Word::linkage:
+    return Section::linkage;
+  case Word::communication:
+    return Section::communication;
+  case Word::report:
+    return Section::report;
+  case Word::screen:
+    return Section::screen;
+  default:
+    return Section::none;
   }
 }
 
@@ -34,7 +43,8 @@ class DataReader {
     const auto structure = findPrograms(m_stream, m_words, m_analysis, m_diagnostics);
     const auto count = m_analysis.programs.size();
     std::vector<std::vector<DeclarationPart>> parts(count);
-    for (const auto& part : structure.parts) parts[static_cast<std::size_t>(part.program)].push_back(part);
+    for (const auto& part : structure.parts)
+      parts[static_cast<std::size_t>(part.program)].push_back(part);
     auto builtIns = missingRecords(structure);
     m_environments.resize(count);
     for (std::size_t p = 0; p < count; ++p) {
@@ -49,12 +59,14 @@ class DataReader {
         if (part.kind == DeclarationPart::Kind::environment)
           readEnvironment(m_stream, m_words, part.from, part.to, part.program, m_options, environment, m_analysis);
       m_items.beginProgram(static_cast<int>(p), environment.pictures);
-      for (const auto name : builtIns[p]) makeBuiltIn(name, structure.nameTokens[p]);
+      for (const auto name : builtIns[p])
+        makeBuiltIn(name, structure.nameTokens[p]);
       for (const auto& part : parts[p])
         if (part.kind == DeclarationPart::Kind::data) readDivision(part, environment);
       m_items.finish();
     }
-    for (const auto& file : m_analysis.dataFiles) m_analysis.places.push_back({"FILE", file.name, file.declared});
+    for (const auto& file : m_analysis.dataFiles)
+      m_analysis.places.push_back({"FILE", file.name, file.declared});
   }
 
  private:
@@ -65,7 +77,8 @@ class DataReader {
     if (programs.empty()) return result;
     const auto add = [&](std::size_t program, std::string_view name) {
       auto& names = result[program];
-      if (!builtInRecord(name).empty() && std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
+      if (!builtInRecord(name).empty() && std::find(names.begin(), names.end(), name) == names.end())
+        names.push_back(name);
     };
     for (const auto& copy : m_stream.copies) {
       if (copy.file >= 0) continue;
@@ -82,7 +95,8 @@ class DataReader {
 
   void makeBuiltIn(std::string_view name, std::uint32_t token) {
     m_items.beginSection(name == "DFHEIBLK" ? Section::linkage : Section::workingStorage);
-    for (const auto& item : builtInRecord(name)) m_items.addMade(item, token);
+    for (const auto& item : builtInRecord(name))
+      m_items.addMade(item, token);
   }
 
   void readDivision(const DeclarationPart& part, Environment& environment) {
@@ -122,7 +136,8 @@ class DataReader {
 
   void skipExec(TokenCursor& cursor, int program) {
     const auto from = cursor.index();
-    while (!cursor.atEnd() && cursor.token().has(inExec)) cursor.next();
+    while (!cursor.atEnd() && cursor.token().has(inExec))
+      cursor.next();
     m_analysis.programs[static_cast<std::size_t>(program)].execRanges.emplace_back(from, cursor.index());
   }
 

@@ -14,35 +14,64 @@ int levelOf(std::string_view text) {
 
 Usage usageOf(Word word) {
   switch (word) {
-    case Word::display: return Usage::display;
-    case Word::comp: return Usage::comp;
-    case Word::comp1: return Usage::comp1;
-    case Word::comp2: return Usage::comp2;
-    case Word::comp3: return Usage::comp3;
-    case Word::comp5: return Usage::comp5;
-    case Word::comp6: return Usage::comp6;
-    case Word::compX: return Usage::compX;
-    case Word::index: return Usage::index;
-    case Word::pointer: return Usage::pointer;
-    case Word::pointer32: return Usage::pointer32;
-    case Word::functionPointer: return Usage::functionPointer;
-    case Word::procedurePointer: return Usage::procedurePointer;
-    case Word::programPointer: return Usage::programPointer;
-    case Word::national: return Usage::national;
-    case Word::display1: return Usage::display1;
-    case Word::utf8: return Usage::utf8;
-    case Word::bit: return Usage::bit;
-    case Word::binaryChar: return Usage::binaryChar;
-    case Word::binaryShort: return Usage::binaryShort;
-    case Word::binaryLong: return Usage::binaryLong;
-    case Word::binaryDouble: return Usage::binaryDouble;
-    case Word::floatExtended: return Usage::floatExtended;
-    case Word::floatBinary32: return Usage::floatBinary32;
-    case Word::floatBinary64: return Usage::floatBinary64;
-    case Word::floatBinary128: return Usage::floatBinary128;
-    case Word::floatDecimal16: return Usage::floatDecimal16;
-    case Word::floatDecimal34: return Usage::floatDecimal34;
-    default: return Usage::none;
+  case Word::display:
+    return Usage::display;
+  case Word::comp:
+    return Usage::comp;
+  case Word::comp1:
+    return Usage::comp1;
+  case Word::comp2:
+    return Usage::comp2;
+  case Word::comp3:
+    return Usage::comp3;
+  case Word::comp5:
+    return Usage::comp5;
+  case Word::comp6:
+    return Usage::comp6;
+  case Word::compX:
+    return Usage::compX;
+  case Word::index:
+    return Usage::index;
+  case Word::pointer:
+    return Usage::pointer;
+  case Word::pointer32:
+    return Usage::pointer32;
+  case Word::functionPointer:
+    return Usage::functionPointer;
+  case Word::procedurePointer:
+    return Usage::procedurePointer;
+  case Word::programPointer:
+    return Usage::programPointer;
+  case Word::national:
+    return Usage::national;
+  case Word::display1:
+    return Usage::display1;
+  case Word::utf8:
+    return Usage::utf8;
+  case Word::bit:
+    return Usage::bit;
+  case Word::binaryChar:
+    return Usage::binaryChar;
+  case Word::binaryShort:
+    return Usage::binaryShort;
+  case Word::binaryLong:
+    return Usage::binaryLong;
+  case Word::binaryDouble:
+    return Usage::binaryDouble;
+  case Word::floatExtended:
+    return Usage::floatExtended;
+  case Word::floatBinary32:
+    return Usage::floatBinary32;
+  case Word::floatBinary64:
+    return Usage::floatBinary64;
+  case Word::floatBinary128:
+    return Usage::floatBinary128;
+  case Word::floatDecimal16:
+    return Usage::floatDecimal16;
+  case Word::floatDecimal34:
+    return Usage::floatDecimal34;
+  default:
+    return Usage::none;
   }
 }
 
@@ -73,14 +102,41 @@ bool DataEntryReader::atNewEntry() const {
 
 bool DataEntryReader::beginsNameless(Word word) const {
   switch (word) {
-    case Word::filler: case Word::redefines: case Word::pic: case Word::usage: case Word::occurs: case Word::value:
-    case Word::values: case Word::synchronized_: case Word::justified: case Word::blank: case Word::sign:
-    case Word::groupUsage: case Word::external: case Word::global: case Word::is: case Word::sameAs: return true;
-    case Word::line: case Word::column: case Word::type: case Word::source: case Word::sum: case Word::nextGroup:
-    case Word::next: case Word::present: case Word::group: case Word::from: case Word::to: case Word::using_:
-    case Word::foreground: case Word::background: case Word::attribute:
-      return m_section == Section::report || m_section == Section::screen;
-    default: return usageOf(word) != Usage::none;
+  case Word::filler:
+  case Word::redefines:
+  case Word::pic:
+  case Word::usage:
+  case Word::occurs:
+  case Word::value:
+  case Word::values:
+  case Word::synchronized_:
+  case Word::justified:
+  case Word::blank:
+  case Word::sign:
+  case Word::groupUsage:
+  case Word::external:
+  case Word::global:
+  case Word::is:
+  case Word::sameAs:
+    return true;
+  case Word::line:
+  case Word::column:
+  case Word::type:
+  case Word::source:
+  case Word::sum:
+  case Word::nextGroup:
+  case Word::next:
+  case Word::present:
+  case Word::group:
+  case Word::from:
+  case Word::to:
+  case Word::using_:
+  case Word::foreground:
+  case Word::background:
+  case Word::attribute:
+    return m_section == Section::report || m_section == Section::screen;
+  default:
+    return usageOf(word) != Usage::none;
   }
 }
 
@@ -122,83 +178,102 @@ void DataEntryReader::clause() {
 void DataEntryReader::commonClause(Word word) {
   DataEntry& entry = *m_entry;
   switch (word) {
-    case Word::redefines:
+  case Word::redefines:
+    m_cursor.next();
+    if (const auto name = m_cursor.takeName()) entry.redefines = *name;
+    return;
+  case Word::renames:
+    m_cursor.next();
+    entry.renamesFirst = m_cursor.takeName().value_or(0);
+    if (m_cursor.take(Word::through)) entry.renamesLast = m_cursor.takeName().value_or(0);
+    return;
+  case Word::pic:
+    m_cursor.next();
+    m_cursor.take(Word::is);
+    if (m_cursor.kind() == TokenKind::picture) {
+      entry.picture = m_cursor.index();
       m_cursor.next();
-      if (const auto name = m_cursor.takeName()) entry.redefines = *name;
-      return;
-    case Word::renames:
-      m_cursor.next();
-      entry.renamesFirst = m_cursor.takeName().value_or(0);
-      if (m_cursor.take(Word::through)) entry.renamesLast = m_cursor.takeName().value_or(0);
-      return;
-    case Word::pic:
-      m_cursor.next();
+    }
+    return;
+  case Word::usage:
+    m_cursor.next();
+    return usageClause();
+  case Word::groupUsage:
+    m_cursor.next();
+    m_cursor.take(Word::is);
+    return usageClause();
+  case Word::sign:
+  case Word::leading:
+  case Word::trailing:
+    return signClause();
+  case Word::synchronized_:
+    m_cursor.next();
+    entry.isSynchronized = true;
+    if (!m_cursor.take(Word::left)) m_cursor.take(Word::right);
+    return;
+  case Word::justified:
+    m_cursor.next();
+    entry.isJustified = true;
+    m_cursor.take(Word::right);
+    return;
+  case Word::blank:
+    m_cursor.next();
+    m_cursor.take(Word::when);
+    if (m_cursor.take(Word::zero)) entry.isBlankWhenZero = true;
+    return;
+  case Word::global:
+    m_cursor.next();
+    entry.isGlobal = true;
+    return;
+  case Word::external:
+    m_cursor.next();
+    entry.isExternal = true;
+    if (m_cursor.take(Word::as) && m_cursor.kind() == TokenKind::literal) m_cursor.next();
+    return;
+  case Word::occurs:
+    return occursClause();
+  case Word::index:
+    if (m_cursor.word(1) == Word::by) break;
+    [[fallthrough]];
+  default:
+    break;
+  case Word::value:
+  case Word::values:
+    return valueClause();
+  case Word::constant:
+    return constantClause();
+  case Word::typedef_:
+    m_cursor.next();
+    entry.isTypedef = true;
+    return;
+  case Word::type:
+  case Word::like:
+    m_cursor.next();
+    m_cursor.take(Word::to);
+    entry.copiedFrom = m_cursor.takeName().value_or(0);
+    return;
+  case Word::same:
+    m_cursor.next();
+    if (m_cursor.take(Word::as)) entry.copiedFrom = m_cursor.takeName().value_or(0);
+    return;
+  case Word::ascending:
+  case Word::descending:
+    return tableKeys();
+  case Word::dynamic:
+    m_cursor.next();
+    if (m_cursor.word() != Word::length) return;
+    m_cursor.next();
+    entry.isDynamic = true;
+    if (m_cursor.take(Word::limit)) {
       m_cursor.take(Word::is);
-      if (m_cursor.kind() == TokenKind::picture) {
-        entry.picture = m_cursor.index();
-        m_cursor.next();
-      }
-      return;
-    case Word::usage: m_cursor.next(); return usageClause();
-    case Word::groupUsage:
       m_cursor.next();
-      m_cursor.take(Word::is);
-      return usageClause();
-    case Word::sign: case Word::leading: case Word::trailing: return signClause();
-    case Word::synchronized_:
-      m_cursor.next();
-      entry.isSynchronized = true;
-      if (!m_cursor.take(Word::left)) m_cursor.take(Word::right);
-      return;
-    case Word::justified:
-      m_cursor.next();
-      entry.isJustified = true;
-      m_cursor.take(Word::right);
-      return;
-    case Word::blank:
-      m_cursor.next();
-      m_cursor.take(Word::when);
-      if (m_cursor.take(Word::zero)) entry.isBlankWhenZero = true;
-      return;
-    case Word::global: m_cursor.next(); entry.isGlobal = true; return;
-    case Word::external:
-      m_cursor.next();
-      entry.isExternal = true;
-      if (m_cursor.take(Word::as) && m_cursor.kind() == TokenKind::literal) m_cursor.next();
-      return;
-    case Word::occurs: return occursClause();
-    case Word::index:
-      if (m_cursor.word(1) == Word::by) break;
-      [[fallthrough]];
-    default: break;
-    case Word::value: case Word::values: return valueClause();
-    case Word::constant: return constantClause();
-    case Word::typedef_: m_cursor.next(); entry.isTypedef = true; return;
-    case Word::type: case Word::like:
-      m_cursor.next();
-      m_cursor.take(Word::to);
-      entry.copiedFrom = m_cursor.takeName().value_or(0);
-      return;
-    case Word::same:
-      m_cursor.next();
-      if (m_cursor.take(Word::as)) entry.copiedFrom = m_cursor.takeName().value_or(0);
-      return;
-    case Word::ascending: case Word::descending: return tableKeys();
-    case Word::dynamic:
-      m_cursor.next();
-      if (m_cursor.word() != Word::length) return;
-      m_cursor.next();
-      entry.isDynamic = true;
-      if (m_cursor.take(Word::limit)) {
-        m_cursor.take(Word::is);
-        m_cursor.next();
-      }
-      return;
-    case Word::byteLength:
-      m_cursor.next();
-      m_cursor.take(Word::is);
-      entry.byteLength = m_cursor.takeInteger().value_or(0);
-      return;
+    }
+    return;
+  case Word::byteLength:
+    m_cursor.next();
+    m_cursor.take(Word::is);
+    entry.byteLength = m_cursor.takeInteger().value_or(0);
+    return;
   }
   if (takeUsage()) return;
   if (m_cursor.text() == "INDEXED" || word == Word::indexed) {
@@ -348,7 +423,8 @@ void DataEntryReader::tableKeys() {
   m_cursor.next();
   m_cursor.take(Word::key);
   m_cursor.take(Word::is);
-  while (m_cursor.isWord() && m_cursor.word() == Word::none) useName(Role::tableKey);
+  while (m_cursor.isWord() && m_cursor.word() == Word::none)
+    useName(Role::tableKey);
 }
 
 /// VALUE takes everything up to a word that begins another clause.
@@ -371,19 +447,38 @@ void DataEntryReader::valueClause() {
       continue;
     }
     switch (m_cursor.word()) {
-      case Word::zero: case Word::space: case Word::highValue: case Word::lowValue: case Word::quote: case Word::null_:
-      case Word::all: case Word::true_: case Word::false_: m_cursor.next(); continue;
-      case Word::through: case Word::length: case Word::of: case Word::in: case Word::when: case Word::set: case Word::to:
-      case Word::is: case Word::next: case Word::table: case Word::from:
-        if (!many) return;
-        m_cursor.next();
-        continue;
-      case Word::none:
-        // An alphabet's name behind IN is no constant.
-        if (entry.valueTo > entry.valueFrom && !many) return;
-        useName(Role::valueConstant);
-        continue;
-      default: return;
+    case Word::zero:
+    case Word::space:
+    case Word::highValue:
+    case Word::lowValue:
+    case Word::quote:
+    case Word::null_:
+    case Word::all:
+    case Word::true_:
+    case Word::false_:
+      m_cursor.next();
+      continue;
+    case Word::through:
+    case Word::length:
+    case Word::of:
+    case Word::in:
+    case Word::when:
+    case Word::set:
+    case Word::to:
+    case Word::is:
+    case Word::next:
+    case Word::table:
+    case Word::from:
+      if (!many) return;
+      m_cursor.next();
+      continue;
+    case Word::none:
+      // An alphabet's name behind IN is no constant.
+      if (entry.valueTo > entry.valueFrom && !many) return;
+      useName(Role::valueConstant);
+      continue;
+    default:
+      return;
     }
   }
 }
@@ -411,143 +506,6 @@ void DataEntryReader::constantClause() {
 
 void DataEntryReader::useName(Role role) {
   if (const auto token = m_cursor.takeName()) m_entry->uses.push_back({role, *token});
-}
-
-void DataEntryReader::useNameOrNumber(Role role) {
-  if (m_cursor.isWord()) return useName(role);
-  if (m_cursor.kind() == TokenKind::number || m_cursor.kind() == TokenKind::literal) m_cursor.next();
-}
-
-/// Names of an arithmetic expression, up to the first word that has a meaning of its own.
-void DataEntryReader::expression(Role role) {
-  while (!m_cursor.atEnd() && !m_cursor.isPeriod()) {
-    if (m_cursor.isWord()) {
-      if (m_cursor.word() == Word::function) {
-        m_cursor.next();
-        if (m_cursor.isWord()) m_cursor.next();
-        continue;
-      }
-      if (m_cursor.word() != Word::none) return;
-      useName(role);
-    } else if (m_cursor.kind() == TokenKind::symbol || m_cursor.kind() == TokenKind::number) {
-      m_cursor.next();
-    } else {
-      return;
-    }
-  }
-}
-
-void DataEntryReader::columnClause() {
-  DataEntry& entry = *m_entry;
-  m_cursor.next();
-  entry.hasColumn = true;
-  while (m_cursor.text() == "NUMBER" || m_cursor.text() == "NUMBERS" || m_cursor.word() == Word::is ||
-         m_cursor.word() == Word::left || m_cursor.word() == Word::right || m_cursor.text() == "CENTER")
-    m_cursor.next();
-  entry.isColumnRelative = m_cursor.take(Word::plus);
-  if (m_cursor.isSymbol("+")) {
-    entry.isColumnRelative = true;
-    m_cursor.next();
-  }
-}
-
-bool DataEntryReader::reportClause(Word word) {
-  DataEntry& entry = *m_entry;
-  switch (word) {
-    case Word::column:
-      columnClause();
-      entry.column = m_cursor.takeInteger().value_or(0);
-      while (m_cursor.takeInteger()) {
-      }
-      return true;
-    case Word::line: case Word::lines:
-      m_cursor.next();
-      entry.hasLine = true;
-      while (!m_cursor.atEnd() && (m_cursor.text() == "NUMBER" || m_cursor.word() == Word::is || m_cursor.word() == Word::plus ||
-                                   m_cursor.kind() == TokenKind::number || m_cursor.kind() == TokenKind::symbol))
-        m_cursor.next();
-      return true;
-    case Word::type:
-      // TYPE [IS] CONTROL HEADING name, CH name …
-      m_cursor.next();
-      m_cursor.take(Word::is);
-      while (!m_cursor.atEnd() && !m_cursor.isPeriod()) {
-        const auto text = m_cursor.text();
-        if (text == "FOR" || text == "OR" || text == "REPORT" || text == "PAGE" || text == "CONTROL" || text == "DETAIL" ||
-            text == "HEADING" || text == "FOOTING" || text == "FINAL" || text == "RH" || text == "PH" || text == "CH" ||
-            text == "DE" || text == "CF" || text == "PF" || text == "RF") {
-          m_cursor.next();
-        } else {
-          break;
-        }
-      }
-      if (m_cursor.isWord() && m_cursor.word() == Word::none) useName(Role::reportControl);
-      return true;
-    case Word::source:
-      m_cursor.next();
-      if (m_cursor.text() == "SOURCES") m_cursor.next();
-      m_cursor.take(Word::is);
-      expression(Role::reportSource);
-      return true;
-    case Word::sum:
-      m_cursor.next();
-      m_cursor.take(Word::of);
-      expression(Role::reportSum);
-      return true;
-    case Word::upon:
-      m_cursor.next();
-      while (m_cursor.isWord() && m_cursor.word() == Word::none) m_cursor.next();
-      return true;
-    case Word::reset:
-      m_cursor.next();
-      m_cursor.take(Word::on);
-      if (!m_cursor.take(Word::final)) useName(Role::reportControl);
-      return true;
-    case Word::next: case Word::group:
-      m_cursor.next();
-      return true;
-    case Word::present:
-      // PRESENT WHEN condition: its names are read
-      m_cursor.next();
-      m_cursor.take(Word::when);
-      expression(Role::reportSource);
-      return true;
-    default: return false;
-  }
-}
-
-bool DataEntryReader::screenClause(Word word) {
-  switch (word) {
-    case Word::line: case Word::lines: case Word::column: case Word::size: case Word::foreground: case Word::background:
-    case Word::attribute: {
-      if (word == Word::line && m_cursor.kind(1) == TokenKind::period) return false;
-      columnClause();
-      m_entry->hasColumn = false;
-      if (m_cursor.isSymbol("-")) m_cursor.next();
-      if (m_cursor.kind() == TokenKind::number || (m_cursor.isWord() && m_cursor.word() == Word::none))
-        useNameOrNumber(Role::screenAttribute);
-      return true;
-    }
-    case Word::from:
-      m_cursor.next();
-      useNameOrNumber(Role::screenFrom);
-      return true;
-    case Word::to:
-      m_cursor.next();
-      useName(Role::screenTo);
-      return true;
-    case Word::using_:
-      m_cursor.next();
-      useName(Role::screenUsing);
-      return true;
-    case Word::blank:
-      // BLANK SCREEN and BLANK LINE clear; BLANK WHEN ZERO edits.
-      if (m_cursor.word(1) != Word::screen && m_cursor.word(1) != Word::line) return false;
-      m_cursor.next();
-      m_cursor.next();
-      return true;
-    default: return false;
-  }
 }
 
 } // namespace cobol

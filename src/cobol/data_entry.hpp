@@ -27,10 +27,10 @@ struct DataEntry {
   std::uint32_t renamesFirst = 0;
   std::uint32_t renamesLast = 0;
   std::uint32_t picture = 0;
-  std::uint32_t copiedFrom = 0;    ///< the name in TYPE, SAME AS or LIKE
+  std::uint32_t copiedFrom = 0; ///< the name in TYPE, SAME AS or LIKE
   Usage usage = Usage::none;
-  std::int64_t fixedBytes = 0;     ///< size told by the usage itself (SQL TYPE IS …)
-  std::string sqlType;             ///< "SQL BLOB"
+  std::int64_t fixedBytes = 0; ///< size told by the usage itself (SQL TYPE IS …)
+  std::string sqlType;         ///< "SQL BLOB"
   Sign sign = Sign::unset;
   bool noSign = false;
   bool isUnsigned = false;
@@ -41,21 +41,21 @@ struct DataEntry {
   bool isExternal = false;
   bool isTypedef = false;
   bool isConstant = false;
-  bool isDynamic = false;          ///< DYNAMIC LENGTH
+  bool isDynamic = false; ///< DYNAMIC LENGTH
   std::int64_t byteLength = 0;
 
   bool repeats = false;
-  bool isVariable = false;         ///< n TO m or DEPENDING
-  std::uint32_t occursFirst = 0;   ///< token of the only or smallest count
-  std::uint32_t occursLast = 0;    ///< token of the count behind TO
+  bool isVariable = false;       ///< n TO m or DEPENDING
+  std::uint32_t occursFirst = 0; ///< token of the only or smallest count
+  std::uint32_t occursLast = 0;  ///< token of the count behind TO
   bool isUnbounded = false;
   std::vector<std::uint32_t> indexNames;
 
   std::vector<NameUse> uses;
-  std::uint32_t valueFrom = 0;     ///< tokens of the VALUE clause [from, to)
+  std::uint32_t valueFrom = 0; ///< tokens of the VALUE clause [from, to)
   std::uint32_t valueTo = 0;
   bool valueIsLiteral = false;
-  std::int64_t column = 0;         ///< of a report item, from 1; 0: none
+  std::int64_t column = 0; ///< of a report item, from 1; 0: none
   bool isColumnRelative = false;
   bool hasLine = false;
   bool hasColumn = false;

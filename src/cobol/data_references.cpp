@@ -13,63 +13,91 @@ using Role = DataReference::Role;
 /// The word that stands for the clause where the instance's statement is asked for.
 Keyword clauseOf(Role role) {
   switch (role) {
-    case Role::assign: return Keyword::Assign;
-    case Role::recordKey:
-    case Role::tableKey: return Keyword::Key;
-    case Role::alternateKey: return Keyword::Alternate;
-    case Role::relativeKey: return Keyword::Relative;
-    case Role::fileStatus: return Keyword::Status;
-    case Role::password: return Keyword::Reserve;
-    case Role::recordVarying: return Keyword::Varying;
-    case Role::linage: return Keyword::Linage;
-    case Role::dependingOn: return Keyword::Depending;
-    case Role::reportSource: return Keyword::Source;
-    case Role::reportSum: return Keyword::Sum;
-    case Role::reportControl: return Keyword::Control;
-    case Role::screenFrom: return Keyword::From;
-    case Role::screenTo: return Keyword::To;
-    case Role::screenUsing: return Keyword::Using;
-    case Role::screenAttribute: return Keyword::Screen;
-    case Role::crtStatus: return Keyword::Crt;
-    case Role::cursor: return Keyword::Cursor;
-    case Role::pictureCount: return Keyword::Picture;
-    case Role::occursCount: return Keyword::Occurs;
-    case Role::fileValue:
-    case Role::constantValue:
-    case Role::valueConstant: return Keyword::Value;
-    case Role::redefines: return Keyword::Redefines;
-    case Role::renamesFirst:
-    case Role::renamesLast: return Keyword::Renames;
+  case Role::assign:
+    return Keyword::Assign;
+  case Role::recordKey:
+  case Role::tableKey:
+    return Keyword::Key;
+  case Role::alternateKey:
+    return Keyword::Alternate;
+  case Role::relativeKey:
+    return Keyword::Relative;
+  case Role::fileStatus:
+    return Keyword::Status;
+  case Role::password:
+    return Keyword::Reserve;
+  case Role::recordVarying:
+    return Keyword::Varying;
+  case Role::linage:
+    return Keyword::Linage;
+  case Role::dependingOn:
+    return Keyword::Depending;
+  case Role::reportSource:
+    return Keyword::Source;
+  case Role::reportSum:
+    return Keyword::Sum;
+  case Role::reportControl:
+    return Keyword::Control;
+  case Role::screenFrom:
+    return Keyword::From;
+  case Role::screenTo:
+    return Keyword::To;
+  case Role::screenUsing:
+    return Keyword::Using;
+  case Role::screenAttribute:
+    return Keyword::Screen;
+  case Role::crtStatus:
+    return Keyword::Crt;
+  case Role::cursor:
+    return Keyword::Cursor;
+  case Role::pictureCount:
+    return Keyword::Picture;
+  case Role::occursCount:
+    return Keyword::Occurs;
+  case Role::fileValue:
+  case Role::constantValue:
+  case Role::valueConstant:
+    return Keyword::Value;
+  case Role::redefines:
+    return Keyword::Redefines;
+  case Role::renamesFirst:
+  case Role::renamesLast:
+    return Keyword::Renames;
   }
   return Keyword::None;
 }
 
 Access accessOf(Role role) {
   switch (role) {
-    case Role::fileStatus:
-    case Role::screenTo:
-    case Role::crtStatus: return Access::write;
-    case Role::relativeKey:
-    case Role::recordVarying:
-    case Role::screenUsing:
-    case Role::cursor: return Access::both;
-    default: return Access::read;
+  case Role::fileStatus:
+  case Role::screenTo:
+  case Role::crtStatus:
+    return Access::write;
+  case Role::relativeKey:
+  case Role::recordVarying:
+  case Role::screenUsing:
+  case Role::cursor:
+    return Access::both;
+  default:
+    return Access::read;
   }
 }
 
 /// Words that may stand for something else than data, and what only a constant can be.
 Demand demandOf(Role role) {
   switch (role) {
-    case Role::assign:
-    case Role::password:
-    case Role::reportControl:
-    case Role::screenAttribute:
-    case Role::fileValue:
-    case Role::constantValue:
-    case Role::pictureCount:
-    case Role::occursCount:
-    case Role::valueConstant: return Demand::declared;
-    default: return Demand::dataName;
+  case Role::assign:
+  case Role::password:
+  case Role::reportControl:
+  case Role::screenAttribute:
+  case Role::fileValue:
+  case Role::constantValue:
+  case Role::pictureCount:
+  case Role::occursCount:
+  case Role::valueConstant:
+    return Demand::declared;
+  default:
+    return Demand::dataName;
   }
 }
 
@@ -87,8 +115,10 @@ void readDataReference(StatementReader& reader, const DataReference& reference) 
   const auto tokens = static_cast<std::uint32_t>(reader.stream().tokens.size());
   if (reference.token >= tokens) return;
   reader.beginStatement(idOf(clauseOf(reference.role)));
-  if (reference.role == Role::redefines || reference.role == Role::renamesFirst || reference.role == Role::renamesLast) {
-    if (reference.target >= 0) reader.touch(static_cast<std::uint32_t>(reference.target), reference.token, Access::named);
+  if (reference.role == Role::redefines || reference.role == Role::renamesFirst ||
+      reference.role == Role::renamesLast) {
+    if (reference.target >= 0)
+      reader.touch(static_cast<std::uint32_t>(reference.target), reference.token, Access::named);
     return;
   }
   if (reference.name != 0) {
@@ -107,22 +137,39 @@ void readDataReference(StatementReader& reader, const DataReference& reference) 
                             ? Operand{}
                             : reader.operandOf(static_cast<std::uint32_t>(reference.construct), reference.token);
   switch (reference.role) {
-    case Role::recordKey:
-    case Role::alternateKey:
-    case Role::relativeKey: reader.relate(RelationKind::Key, item, records); break;
-    case Role::tableKey: reader.relate(RelationKind::Key, item, entry); break;
-    case Role::fileStatus: reader.relate(RelationKind::FileStatus, item, records); break;
-    case Role::recordVarying: reader.relate(RelationKind::Dependence, records, item); break;
-    case Role::dependingOn: reader.relate(RelationKind::Dependence, entry, item); break;
-    case Role::reportSource:
-    case Role::screenFrom: reader.relateMove(item, entry); break;
-    case Role::reportSum: reader.relate(RelationKind::Addition, item, entry); break;
-    case Role::screenTo: reader.relateMove(entry, item); break;
-    case Role::screenUsing:
-      reader.relateMove(item, entry);
-      reader.relateMove(entry, item);
-      break;
-    default: break;
+  case Role::recordKey:
+  case Role::alternateKey:
+  case Role::relativeKey:
+    reader.relate(RelationKind::Key, item, records);
+    break;
+  case Role::tableKey:
+    reader.relate(RelationKind::Key, item, entry);
+    break;
+  case Role::fileStatus:
+    reader.relate(RelationKind::FileStatus, item, records);
+    break;
+  case Role::recordVarying:
+    reader.relate(RelationKind::Dependence, records, item);
+    break;
+  case Role::dependingOn:
+    reader.relate(RelationKind::Dependence, entry, item);
+    break;
+  case Role::reportSource:
+  case Role::screenFrom:
+    reader.relateMove(item, entry);
+    break;
+  case Role::reportSum:
+    reader.relate(RelationKind::Addition, item, entry);
+    break;
+  case Role::screenTo:
+    reader.relateMove(entry, item);
+    break;
+  case Role::screenUsing:
+    reader.relateMove(item, entry);
+    reader.relateMove(entry, item);
+    break;
+  default:
+    break;
   }
 }
 

@@ -7,6 +7,7 @@ namespace {
 
 using enum Word;
 
+// clang-format off
 constexpr std::pair<std::string_view, Word> kWords[] = {
     {"IDENTIFICATION", identification}, {"ID", identification}, {"PROGRAM-ID", programId}, {"FUNCTION-ID", functionId},
     {"CLASS-ID", classId}, {"METHOD-ID", methodId}, {"ENVIRONMENT", environment}, {"DATA", data},
@@ -74,6 +75,7 @@ constexpr std::pair<std::string_view, Word> kWords[] = {
     {"FLOAT-EXTENDED", floatExtended}, {"FLOAT-BINARY-32", floatBinary32}, {"FLOAT-BINARY-64", floatBinary64},
     {"FLOAT-BINARY-128", floatBinary128}, {"FLOAT-DECIMAL-16", floatDecimal16}, {"FLOAT-DECIMAL-34", floatDecimal34},
 };
+// clang-format on
 
 } // namespace
 

@@ -22,7 +22,8 @@ class DeclaredRelations {
       if (reference.role == Role::redefines)
         add(reference.construct, rootOf(reference.target), RelationKind::Redefinition, reference.at);
       const bool second = reference.role == Role::renamesLast;
-      if (second && m_analysis.constructs[static_cast<std::size_t>(reference.construct)].renamesFirst == reference.target)
+      if (second &&
+          m_analysis.constructs[static_cast<std::size_t>(reference.construct)].renamesFirst == reference.target)
         continue;
       if (second || reference.role == Role::renamesFirst)
         add(reference.construct, reference.target, RelationKind::Renaming, reference.at);
@@ -43,6 +44,8 @@ class DeclaredRelations {
 
 } // namespace
 
-void addDeclaredRelations(Analysis& analysis) { DeclaredRelations(analysis).run(); }
+void addDeclaredRelations(Analysis& analysis) {
+  DeclaredRelations(analysis).run();
+}
 
 } // namespace cobol

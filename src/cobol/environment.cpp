@@ -41,11 +41,21 @@ class EnvironmentReader {
   void run() {
     while (!m_cursor.atEnd()) {
       switch (m_cursor.word()) {
-        case Word::sourceComputer: sourceComputer(); break;
-        case Word::specialNames: specialNames(); break;
-        case Word::select: select(); break;
-        case Word::same: same(); break;
-        default: m_cursor.next(); break;
+      case Word::sourceComputer:
+        sourceComputer();
+        break;
+      case Word::specialNames:
+        specialNames();
+        break;
+      case Word::select:
+        select();
+        break;
+      case Word::same:
+        same();
+        break;
+      default:
+        m_cursor.next();
+        break;
       }
     }
   }
@@ -70,9 +80,16 @@ class EnvironmentReader {
 
   bool atParagraph() const {
     switch (m_cursor.word()) {
-      case Word::inputOutput: case Word::fileControl: case Word::repository: case Word::select: case Word::ioControl:
-      case Word::objectComputer: case Word::sourceComputer: return true;
-      default: return false;
+    case Word::inputOutput:
+    case Word::fileControl:
+    case Word::repository:
+    case Word::select:
+    case Word::ioControl:
+    case Word::objectComputer:
+    case Word::sourceComputer:
+      return true;
+    default:
+      return false;
     }
   }
 
@@ -80,34 +97,44 @@ class EnvironmentReader {
     m_cursor.next();
     while (!m_cursor.atEnd() && !atParagraph()) {
       switch (m_cursor.word()) {
-        case Word::currency: currency(); break;
-        case Word::decimalPoint:
-          m_cursor.next();
-          m_cursor.take(Word::is);
-          if (m_cursor.take(Word::comma)) m_environment.pictures.decimalComma = program().decimalComma = true;
-          break;
-        case Word::crt:
-          m_cursor.next();
-          if (!m_cursor.take(Word::status)) break;
-          m_cursor.take(Word::is);
-          refer(DataReference::Role::crtStatus, m_cursor.takeName());
-          break;
-        case Word::cursor:
-          m_cursor.next();
-          m_cursor.take(Word::is);
-          refer(DataReference::Role::cursor, m_cursor.takeName());
-          break;
-        case Word::on: case Word::off: switchCondition(); break;
-        case Word::symbolic: symbolicCharacters(); break;
-        case Word::alphabet: case Word::class_:
-          m_cursor.next();
-          otherName();
-          break;
-        case Word::is:
-          m_cursor.next();
-          otherName();
-          break;
-        default: mnemonic(); break;
+      case Word::currency:
+        currency();
+        break;
+      case Word::decimalPoint:
+        m_cursor.next();
+        m_cursor.take(Word::is);
+        if (m_cursor.take(Word::comma)) m_environment.pictures.decimalComma = program().decimalComma = true;
+        break;
+      case Word::crt:
+        m_cursor.next();
+        if (!m_cursor.take(Word::status)) break;
+        m_cursor.take(Word::is);
+        refer(DataReference::Role::crtStatus, m_cursor.takeName());
+        break;
+      case Word::cursor:
+        m_cursor.next();
+        m_cursor.take(Word::is);
+        refer(DataReference::Role::cursor, m_cursor.takeName());
+        break;
+      case Word::on:
+      case Word::off:
+        switchCondition();
+        break;
+      case Word::symbolic:
+        symbolicCharacters();
+        break;
+      case Word::alphabet:
+      case Word::class_:
+        m_cursor.next();
+        otherName();
+        break;
+      case Word::is:
+        m_cursor.next();
+        otherName();
+        break;
+      default:
+        mnemonic();
+        break;
       }
     }
   }
@@ -142,7 +169,8 @@ class EnvironmentReader {
         m_cursor.next();
       }
     }
-    if (currency.symbol >= 'a' && currency.symbol <= 'z') currency.symbol = static_cast<char>(currency.symbol - 'a' + 'A');
+    if (currency.symbol >= 'a' && currency.symbol <= 'z')
+      currency.symbol = static_cast<char>(currency.symbol - 'a' + 'A');
     m_environment.pictures.currencies.push_back(currency);
   }
 
@@ -167,7 +195,7 @@ class EnvironmentReader {
   void symbolicCharacters() {
     m_cursor.next();
     m_cursor.take(Word::characters);
-    for (bool names = true; !m_cursor.atEnd() && !m_cursor.isPeriod(); ) {
+    for (bool names = true; !m_cursor.atEnd() && !m_cursor.isPeriod();) {
       if (m_cursor.isWord() && m_cursor.word() == Word::none && names) {
         otherName();
       } else if (m_cursor.word() == Word::is || m_cursor.kind() == TokenKind::number) {
@@ -192,7 +220,8 @@ class EnvironmentReader {
     m_environment.files[m_cursor.token().text] = file;
     m_cursor.next();
     m_analysis.dataFiles.push_back(std::move(description));
-    while (!m_cursor.atEnd() && !m_cursor.isPeriod() && m_cursor.word() != Word::select) clause(file);
+    while (!m_cursor.atEnd() && !m_cursor.isPeriod() && m_cursor.word() != Word::select)
+      clause(file);
     m_cursor.skipPeriod();
   }
 
@@ -200,54 +229,62 @@ class EnvironmentReader {
     DataFile& description = m_analysis.dataFiles[static_cast<std::size_t>(file)];
     using Role = DataReference::Role;
     switch (m_cursor.word()) {
-      case Word::assign: return assign(file);
-      case Word::organization:
+    case Word::assign:
+      return assign(file);
+    case Word::organization:
+      m_cursor.next();
+      m_cursor.take(Word::is);
+      return organization(description);
+    case Word::sequential:
+    case Word::indexed:
+    case Word::line:
+      return organization(description);
+    case Word::relative:
+      if (m_cursor.word(1) == Word::key || m_cursor.word(1) == Word::is || description.organisation == "RELATIVE") {
+        m_cursor.next();
+        m_cursor.takeFillers();
+        return refer(Role::relativeKey, m_cursor.takeName(), file);
+      }
+      return organization(description);
+    case Word::record:
+      m_cursor.next();
+      if (m_cursor.word() == Word::delimiter) {
         m_cursor.next();
         m_cursor.take(Word::is);
-        return organization(description);
-      case Word::sequential: case Word::indexed: case Word::line: return organization(description);
-      case Word::relative:
-        if (m_cursor.word(1) == Word::key || m_cursor.word(1) == Word::is || description.organisation == "RELATIVE") {
-          m_cursor.next();
-          m_cursor.takeFillers();
-          return refer(Role::relativeKey, m_cursor.takeName(), file);
-        }
-        return organization(description);
-      case Word::record:
-        m_cursor.next();
-        if (m_cursor.word() == Word::delimiter) {
-          m_cursor.next();
-          m_cursor.take(Word::is);
-          return m_cursor.next();
-        }
-        m_cursor.takeFillers();
-        return key(Role::recordKey, file);
-      case Word::alternate:
-        m_cursor.next();
-        m_cursor.take(Word::record);
-        m_cursor.takeFillers();
-        return key(Role::alternateKey, file);
-      case Word::status:
-        m_cursor.next();
-        m_cursor.takeFillers();
-        refer(Role::fileStatus, m_cursor.takeName(), file);
-        if (m_cursor.isWord() && m_cursor.word() == Word::none) refer(Role::fileStatus, m_cursor.takeName(), file);
-        return;
-      case Word::password:
-        m_cursor.next();
-        m_cursor.takeFillers();
-        return refer(Role::password, m_cursor.takeName(), file);
-      case Word::access: case Word::reserve: case Word::lock: case Word::sharing:
-        m_cursor.next();
-        m_cursor.takeFillers();
-        if (m_cursor.word() != Word::relative) m_cursor.next();
-        return;
-      case Word::suppress:
-        // SUPPRESS WHEN literal
-        m_cursor.next();
-        if (m_cursor.take(Word::when)) m_cursor.next();
-        return;
-      default: return m_cursor.next();
+        return m_cursor.next();
+      }
+      m_cursor.takeFillers();
+      return key(Role::recordKey, file);
+    case Word::alternate:
+      m_cursor.next();
+      m_cursor.take(Word::record);
+      m_cursor.takeFillers();
+      return key(Role::alternateKey, file);
+    case Word::status:
+      m_cursor.next();
+      m_cursor.takeFillers();
+      refer(Role::fileStatus, m_cursor.takeName(), file);
+      if (m_cursor.isWord() && m_cursor.word() == Word::none) refer(Role::fileStatus, m_cursor.takeName(), file);
+      return;
+    case Word::password:
+      m_cursor.next();
+      m_cursor.takeFillers();
+      return refer(Role::password, m_cursor.takeName(), file);
+    case Word::access:
+    case Word::reserve:
+    case Word::lock:
+    case Word::sharing:
+      m_cursor.next();
+      m_cursor.takeFillers();
+      if (m_cursor.word() != Word::relative) m_cursor.next();
+      return;
+    case Word::suppress:
+      // SUPPRESS WHEN literal
+      m_cursor.next();
+      if (m_cursor.take(Word::when)) m_cursor.next();
+      return;
+    default:
+      return m_cursor.next();
     }
   }
 
@@ -273,7 +310,8 @@ class EnvironmentReader {
       const Word word = m_cursor.word();
       const bool device = word == Word::to || word == Word::external || word == Word::dynamic || word == Word::using_ ||
                           word == Word::disk || word == Word::random;
-      if (!device || (word == Word::disk && m_cursor.kind(1) != TokenKind::word && m_cursor.kind(1) != TokenKind::literal))
+      if (!device ||
+          (word == Word::disk && m_cursor.kind(1) != TokenKind::word && m_cursor.kind(1) != TokenKind::literal))
         break;
       m_cursor.next();
     }
@@ -286,7 +324,8 @@ class EnvironmentReader {
       refer(DataReference::Role::assign, m_cursor.takeName(), file);
     }
     // More assignment names may follow; only the first one counts.
-    while ((m_cursor.isWord() && m_cursor.word() == Word::none) || m_cursor.kind() == TokenKind::literal) m_cursor.next();
+    while ((m_cursor.isWord() && m_cursor.word() == Word::none) || m_cursor.kind() == TokenKind::literal)
+      m_cursor.next();
   }
 
   void key(DataReference::Role role, int file) {
@@ -295,7 +334,8 @@ class EnvironmentReader {
     if (!split) return refer(role, name, file);
     m_cursor.next();
     m_cursor.take(Word::is);
-    while (m_cursor.isWord() && m_cursor.word() == Word::none) refer(role, m_cursor.takeName(), file);
+    while (m_cursor.isWord() && m_cursor.word() == Word::none)
+      refer(role, m_cursor.takeName(), file);
   }
 
   // I-O-CONTROL ------------------------------------------------------------------------------------------------------
@@ -308,7 +348,8 @@ class EnvironmentReader {
     m_cursor.take(Word::for_);
     std::vector<int> files;
     bool onlyKeyed = true;
-    while (m_cursor.isWord() && (m_cursor.word() == Word::none || m_environment.files.contains(m_cursor.token().text))) {
+    while (m_cursor.isWord() &&
+           (m_cursor.word() == Word::none || m_environment.files.contains(m_cursor.token().text))) {
       if (const auto found = m_environment.files.find(m_cursor.token().text); found != m_environment.files.end()) {
         files.push_back(found->second);
         const auto& organisation = m_analysis.dataFiles[static_cast<std::size_t>(found->second)].organisation;
@@ -316,8 +357,9 @@ class EnvironmentReader {
       }
       m_cursor.next();
     }
-    const bool shares = record || (!sorting && (m_options.sameArea == SameArea::always ||
-                                                (m_options.sameArea == SameArea::vsam && onlyKeyed)));
+    const bool shares =
+        record ||
+        (!sorting && (m_options.sameArea == SameArea::always || (m_options.sameArea == SameArea::vsam && onlyKeyed)));
     for (std::size_t i = 1; shares && i < files.size(); ++i)
       m_analysis.dataFiles[static_cast<std::size_t>(files[i])].sharesAreaWith = files.front();
   }

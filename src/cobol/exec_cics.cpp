@@ -79,7 +79,8 @@ Access accessOf(CicsCommand& command, const Option& option) {
     return receives ? Access::both : Access::read;
   }
   if (option.name == "RIDFLD") {
-    const bool moves = isOneOf(verb, {"READNEXT", "READPREV"}) || (verb == "STARTBR" && command.find("GENERIC") != nullptr);
+    const bool moves =
+        isOneOf(verb, {"READNEXT", "READPREV"}) || (verb == "STARTBR" && command.find("GENERIC") != nullptr);
     const bool returnsPlace = verb == "WRITE" && command.find("KEYLENGTH") == nullptr &&
                               (command.find("RBA") != nullptr || command.find("XRBA") != nullptr);
     return moves || returnsPlace ? Access::both : Access::read;
@@ -116,8 +117,10 @@ std::string resourceOf(StatementReader& r, const Option& option) {
     const bool isText = value.size() > 2 && (value.front() == '\'' || value.front() == '"');
     name = isText ? value.substr(1, value.find(value.front(), 1) - 1) : holder.name;
   }
-  while (!name.empty() && name.back() == ' ') name.pop_back();
-  for (char& c : name) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  while (!name.empty() && name.back() == ' ')
+    name.pop_back();
+  for (char& c : name)
+    c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
   return name;
 }
 

@@ -79,7 +79,8 @@ void readExecSql(StatementReader& r) {
   }
   if (inputs.size() * outputs.size() > kPairsPerStatement) return;
   for (const Operand& input : inputs) {
-    for (const Operand& output : outputs) r.relate(RelationKind::ExecKey, input, output);
+    for (const Operand& output : outputs)
+      r.relate(RelationKind::ExecKey, input, output);
   }
 }
 

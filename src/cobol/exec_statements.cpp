@@ -14,9 +14,15 @@ void readExec(StatementReader& r) {
   const Keyword language = r.keyword();
   r.open(r.index() + 1, end);
   switch (language) {
-    case Keyword::Cics: readExecCics(r); break;
-    case Keyword::Dli: readExecDli(r); break;
-    default: readExecSql(r); break; // other languages mark their host variables with a colon, too
+  case Keyword::Cics:
+    readExecCics(r);
+    break;
+  case Keyword::Dli:
+    readExecDli(r);
+    break;
+  default:
+    readExecSql(r);
+    break; // other languages mark their host variables with a colon, too
   }
   r.open(end, outerEnd);
   r.accept(Keyword::EndExec);

@@ -39,7 +39,8 @@ bool StatementReader::acceptFunction() {
 }
 
 void StatementReader::takeTerm() {
-  const bool measured = m_levels.back().sort == Level::Sort::function && m_levels.back().function == FunctionKind::length;
+  const bool measured =
+      m_levels.back().sort == Level::Sort::function && m_levels.back().function == FunctionKind::length;
   Operand taken = operand();
   if (measured && taken.isItem()) taken.sort = Operand::Sort::lengthOf;
   touch(taken, Access::read);
@@ -50,7 +51,8 @@ void StatementReader::takeTerm() {
     m_terms.push_back({taken, Term::Flow::plain});
   }
   // A method called in place: its result is not known.
-  while (token().kind == TokenKind::symbol && token().text == m_inlineMethod) m_at += 2;
+  while (token().kind == TokenKind::symbol && token().text == m_inlineMethod)
+    m_at += 2;
 }
 
 void StatementReader::endChain(Level& level, std::uint32_t size, std::vector<Mark>& marks) {
@@ -102,7 +104,8 @@ void StatementReader::closeFunction(const Level& level) {
 bool StatementReader::acceptArithmeticOperator() {
   const Token& t = token();
   if (t.kind != TokenKind::symbol) return false;
-  const bool isOperator = isSymbol(t, '+') || isSymbol(t, '-') || isSymbol(t, '*') || isSymbol(t, '/') || t.text == m_power;
+  const bool isOperator =
+      isSymbol(t, '+') || isSymbol(t, '-') || isSymbol(t, '*') || isSymbol(t, '/') || t.text == m_power;
   if (!isOperator) return false;
   ++m_at;
   acceptSymbol('*'); // `**` in two pieces
@@ -176,7 +179,8 @@ bool StatementReader::acceptRelationalOperator() {
   const Token& t = token();
   if (t.kind == TokenKind::symbol) {
     const std::string_view symbol = text(t);
-    if (symbol != "=" && symbol != "<" && symbol != ">" && symbol != "<=" && symbol != ">=" && symbol != "<>") return false;
+    if (symbol != "=" && symbol != "<" && symbol != ">" && symbol != "<=" && symbol != ">=" && symbol != "<>")
+      return false;
     ++m_at;
     if (symbol == "<") acceptSymbol('>');
     if (symbol == "<" || symbol == ">") acceptSymbol('=');
@@ -205,19 +209,22 @@ bool StatementReader::acceptRelationalOperator() {
 
 bool StatementReader::acceptClass() {
   switch (keyword()) {
-    case Keyword::Numeric:
-    case Keyword::Alphabetic:
-    case Keyword::AlphabeticLower:
-    case Keyword::AlphabeticUpper:
-    case Keyword::Positive:
-    case Keyword::Negative:
-    case Keyword::Zero:
-    case Keyword::Zeros:
-    case Keyword::Zeroes:
-    case Keyword::Dbcs:
-    case Keyword::Kanji:
-    case Keyword::Omitted: ++m_at; return true;
-    default: break;
+  case Keyword::Numeric:
+  case Keyword::Alphabetic:
+  case Keyword::AlphabeticLower:
+  case Keyword::AlphabeticUpper:
+  case Keyword::Positive:
+  case Keyword::Negative:
+  case Keyword::Zero:
+  case Keyword::Zeros:
+  case Keyword::Zeroes:
+  case Keyword::Dbcs:
+  case Keyword::Kanji:
+  case Keyword::Omitted:
+    ++m_at;
+    return true;
+  default:
+    break;
   }
   // The name of a CLASS of SPECIAL-NAMES.
   if (token().kind != TokenKind::word || classOf(token().text) != WordClass::none) return false;

@@ -20,7 +20,8 @@ class DescriptionReader {
       m_context.items.beginSection(Section::communication, m_file);
       communication();
     } else {
-      while (!done()) kind == Word::rd ? reportClause() : fileClause();
+      while (!done())
+        kind == Word::rd ? reportClause() : fileClause();
       m_context.items.beginSection(kind == Word::rd ? Section::report : Section::file, m_file);
     }
     m_cursor.skipPeriod();
@@ -66,53 +67,72 @@ class DescriptionReader {
 
   void refer(Role role) {
     if (const auto token = m_cursor.takeName())
-      m_context.analysis.references.push_back({.role = role, .token = *token,
+      m_context.analysis.references.push_back({.role = role,
+                                               .token = *token,
                                                .at = m_context.stream.tokens[*token].position(),
-                                               .program = m_context.program, .file = m_file});
+                                               .program = m_context.program,
+                                               .file = m_file});
   }
   bool atUserWord() const { return m_cursor.isWord() && m_cursor.word() == Word::none; }
 
   void fileClause() {
     switch (m_cursor.word()) {
-      case Word::global: file().global = true; return m_cursor.next();
-      case Word::external: file().external = true; return m_cursor.next();
-      case Word::record: return recordClause();
-      case Word::block: return blockClause();
-      case Word::label: case Word::data:
+    case Word::global:
+      file().global = true;
+      return m_cursor.next();
+    case Word::external:
+      file().external = true;
+      return m_cursor.next();
+    case Word::record:
+      return recordClause();
+    case Word::block:
+      return blockClause();
+    case Word::label:
+    case Word::data:
+      m_cursor.next();
+      if (!m_cursor.take(Word::record)) m_cursor.take(Word::dataRecords);
+      m_cursor.take(Word::is);
+      while (!done() && atUserWord())
         m_cursor.next();
-        if (!m_cursor.take(Word::record)) m_cursor.take(Word::dataRecords);
+      return;
+    case Word::codeSet:
+    case Word::recording:
+      m_cursor.next();
+      while (m_cursor.word() == Word::mode || m_cursor.word() == Word::is)
+        m_cursor.next();
+      if (atUserWord()) m_cursor.next();
+      return;
+    case Word::value:
+      m_cursor.next();
+      m_cursor.take(Word::of);
+      while (!done() && atUserWord()) {
+        m_cursor.next();
         m_cursor.take(Word::is);
-        while (!done() && atUserWord()) m_cursor.next();
-        return;
-      case Word::codeSet: case Word::recording:
-        m_cursor.next();
-        while (m_cursor.word() == Word::mode || m_cursor.word() == Word::is) m_cursor.next();
-        if (atUserWord()) m_cursor.next();
-        return;
-      case Word::value:
-        m_cursor.next();
-        m_cursor.take(Word::of);
-        while (!done() && atUserWord()) {
+        if (atUserWord()) {
+          refer(Role::fileValue);
+        } else {
           m_cursor.next();
-          m_cursor.take(Word::is);
-          if (atUserWord()) {
-            refer(Role::fileValue);
-          } else {
-            m_cursor.next();
-          }
         }
-        return;
-      case Word::linage: case Word::footing: case Word::top: case Word::bottom:
+      }
+      return;
+    case Word::linage:
+    case Word::footing:
+    case Word::top:
+    case Word::bottom:
+      m_cursor.next();
+      while (m_cursor.word() == Word::is || m_cursor.word() == Word::at)
         m_cursor.next();
-        while (m_cursor.word() == Word::is || m_cursor.word() == Word::at) m_cursor.next();
-        if (atUserWord()) refer(Role::linage);
-        return;
-      case Word::report: case Word::reports:
+      if (atUserWord()) refer(Role::linage);
+      return;
+    case Word::report:
+    case Word::reports:
+      m_cursor.next();
+      m_cursor.take(Word::is);
+      while (!done() && atUserWord())
         m_cursor.next();
-        m_cursor.take(Word::is);
-        while (!done() && atUserWord()) m_cursor.next();
-        return;
-      default: return m_cursor.next();
+      return;
+    default:
+      return m_cursor.next();
     }
   }
 
@@ -147,14 +167,18 @@ class DescriptionReader {
 
   void reportClause() {
     switch (m_cursor.word()) {
-      case Word::global: file().global = true; return m_cursor.next();
-      case Word::controls:
-        m_cursor.next();
-        m_cursor.take(Word::is);
-        m_cursor.take(Word::final);
-        while (!done() && atUserWord()) refer(Role::reportControl);
-        return;
-      default: return m_cursor.next();
+    case Word::global:
+      file().global = true;
+      return m_cursor.next();
+    case Word::controls:
+      m_cursor.next();
+      m_cursor.take(Word::is);
+      m_cursor.take(Word::final);
+      while (!done() && atUserWord())
+        refer(Role::reportControl);
+      return;
+    default:
+      return m_cursor.next();
     }
   }
 
@@ -168,8 +192,8 @@ class DescriptionReader {
 
   void communication() {
     Direction direction = Direction::input;
-    std::array<Field, 11> in{{{"X(12)"}, {"X(12)"}, {"X(12)"}, {"X(12)"}, {"9(6)"}, {"9(8)"}, {"X(12)"}, {"9(4)"}, {"X"},
-                              {"XX"}, {"9(6)"}}};
+    std::array<Field, 11> in{
+        {{"X(12)"}, {"X(12)"}, {"X(12)"}, {"X(12)"}, {"9(6)"}, {"9(8)"}, {"X(12)"}, {"9(4)"}, {"X"}, {"XX"}, {"9(6)"}}};
     std::array<Field, 6> both{{{"9(6)"}, {"9(8)"}, {"X(12)"}, {"9(4)"}, {"X"}, {"XX"}}};
     // COUNT, LENGTH, STATUS; then ERROR KEY and DESTINATION of each entry
     std::array<Field, 5> out{{{"9(4)"}, {"9(4)"}, {"XX"}, {"X"}, {"X(12)"}}};
@@ -178,7 +202,8 @@ class DescriptionReader {
     std::size_t unnamed = 0;
     const auto field = [&](std::size_t inPlace, std::size_t outPlace, std::size_t bothPlace) {
       m_cursor.next();
-      while (!done() && !atUserWord()) m_cursor.next();
+      while (!done() && !atUserWord())
+        m_cursor.next();
       if (!atUserWord()) return;
       const auto token = m_cursor.index();
       m_cursor.next();
@@ -189,55 +214,90 @@ class DescriptionReader {
     constexpr std::size_t kNone = 99;
     while (!done()) {
       switch (m_cursor.word()) {
-        case Word::input: direction = Direction::input; m_cursor.next(); break;
-        case Word::output: direction = Direction::output; m_cursor.next(); break;
-        case Word::inputOutputMode: direction = Direction::both; m_cursor.next(); break;
-        case Word::queue: field(0, kNone, kNone); break;
-        case Word::subQueue1: field(1, kNone, kNone); break;
-        case Word::subQueue2: field(2, kNone, kNone); break;
-        case Word::subQueue3: field(3, kNone, kNone); break;
-        case Word::date: field(4, kNone, 0); break;
-        case Word::time: field(5, kNone, 1); break;
-        case Word::source: field(6, kNone, kNone); break;
-        case Word::terminal: field(kNone, kNone, 2); break;
-        case Word::length: field(7, 1, 3); break;
-        case Word::end: field(8, kNone, 4); break;
-        case Word::status: field(9, 2, 5); break;
-        case Word::count: field(10, 0, kNone); break;
-        case Word::error: field(kNone, 3, kNone); break;
-        case Word::destination:
-          if (m_cursor.word(1) == Word::count) {
-            m_cursor.next();
-          } else if (m_cursor.word(1) == Word::table) {
-            m_cursor.next();
-            m_cursor.next();
-          } else {
-            field(kNone, 4, kNone);
-          }
-          break;
-        case Word::occurs:
+      case Word::input:
+        direction = Direction::input;
+        m_cursor.next();
+        break;
+      case Word::output:
+        direction = Direction::output;
+        m_cursor.next();
+        break;
+      case Word::inputOutputMode:
+        direction = Direction::both;
+        m_cursor.next();
+        break;
+      case Word::queue:
+        field(0, kNone, kNone);
+        break;
+      case Word::subQueue1:
+        field(1, kNone, kNone);
+        break;
+      case Word::subQueue2:
+        field(2, kNone, kNone);
+        break;
+      case Word::subQueue3:
+        field(3, kNone, kNone);
+        break;
+      case Word::date:
+        field(4, kNone, 0);
+        break;
+      case Word::time:
+        field(5, kNone, 1);
+        break;
+      case Word::source:
+        field(6, kNone, kNone);
+        break;
+      case Word::terminal:
+        field(kNone, kNone, 2);
+        break;
+      case Word::length:
+        field(7, 1, 3);
+        break;
+      case Word::end:
+        field(8, kNone, 4);
+        break;
+      case Word::status:
+        field(9, 2, 5);
+        break;
+      case Word::count:
+        field(10, 0, kNone);
+        break;
+      case Word::error:
+        field(kNone, 3, kNone);
+        break;
+      case Word::destination:
+        if (m_cursor.word(1) == Word::count) {
           m_cursor.next();
-          entries = static_cast<std::uint32_t>(std::clamp<std::int64_t>(m_cursor.takeInteger().value_or(1), 1, 100000));
-          break;
-        case Word::indexed:
+        } else if (m_cursor.word(1) == Word::table) {
           m_cursor.next();
-          m_cursor.take(Word::by);
-          while (atUserWord()) {
-            indexNames.push_back(m_cursor.index());
-            m_cursor.next();
-          }
-          break;
-        case Word::filler:
-          ++unnamed;
           m_cursor.next();
-          break;
-        default:
-          // The short form: names alone, in the order of the record.
-          if (atUserWord() && direction != Direction::output) {
-            if (direction == Direction::input && unnamed < in.size()) in[unnamed++].token = m_cursor.index();
-            if (direction == Direction::both && unnamed < both.size()) both[unnamed++].token = m_cursor.index();
-          }
+        } else {
+          field(kNone, 4, kNone);
+        }
+        break;
+      case Word::occurs:
+        m_cursor.next();
+        entries = static_cast<std::uint32_t>(std::clamp<std::int64_t>(m_cursor.takeInteger().value_or(1), 1, 100000));
+        break;
+      case Word::indexed:
+        m_cursor.next();
+        m_cursor.take(Word::by);
+        while (atUserWord()) {
+          indexNames.push_back(m_cursor.index());
           m_cursor.next();
+        }
+        break;
+      case Word::filler:
+        ++unnamed;
+        m_cursor.next();
+        break;
+      default:
+        // The short form: names alone, in the order of the record.
+        if (atUserWord() && direction != Direction::output) {
+          if (direction == Direction::input && unnamed < in.size()) in[unnamed++].token = m_cursor.index();
+          if (direction == Direction::both && unnamed < both.size()) both[unnamed++].token = m_cursor.index();
+        }
+        m_cursor.next();
       }
     }
     auto& items = m_context.items;
@@ -246,7 +306,8 @@ class DescriptionReader {
     if (direction == Direction::both) return make(both.data(), both.size(), 2);
     make(out.data(), 3, 2);
     const int table = items.addMade({.level = 2, .occurs = entries}, m_name);
-    for (const auto index : indexNames) items.addIndex(index, table);
+    for (const auto index : indexNames)
+      items.addIndex(index, table);
     make(out.data() + 3, 2, 3);
   }
 
@@ -270,6 +331,8 @@ class DescriptionReader {
 
 } // namespace
 
-void readFileDescription(DescriptionContext& context) { DescriptionReader(context).run(); }
+void readFileDescription(DescriptionContext& context) {
+  DescriptionReader(context).run();
+}
 
 } // namespace cobol

@@ -18,8 +18,8 @@ struct DescriptionContext {
   Diagnostics& diagnostics;
 };
 
-/// Reads an FD, SD, RD or CD from its first word to its period, fills or adds its DataFile and opens it in the item tree,
-/// so that the records that follow are its own. Of a CD the implied record with its fields is made as well.
+/// Reads an FD, SD, RD or CD from its first word to its period, fills or adds its DataFile and opens it in the item
+/// tree, so that the records that follow are its own. Of a CD the implied record with its fields is made as well.
 void readFileDescription(DescriptionContext& context);
 
 } // namespace cobol

@@ -88,8 +88,12 @@ int ItemTree::add(const DataEntry& entry) {
 
 void ItemTree::refer(const DataEntry& entry, int construct) {
   for (const auto& use : entry.uses)
-    m_analysis.references.push_back({.role = use.role, .token = use.token, .at = token(use.token).position(),
-                                     .program = m_program, .construct = construct, .file = m_file});
+    m_analysis.references.push_back({.role = use.role,
+                                     .token = use.token,
+                                     .at = token(use.token).position(),
+                                     .program = m_program,
+                                     .construct = construct,
+                                     .file = m_file});
 }
 
 int ItemTree::addCondition(const DataEntry& entry) {
@@ -118,8 +122,13 @@ int ItemTree::addRenames(const DataEntry& entry) {
   m_lastItem = index;
   const auto name = [&](DataReference::Role role, std::uint32_t at, int target) {
     if (at == 0) return;
-    m_analysis.references.push_back({.role = role, .token = at, .at = token(at).position(), .target = target,
-                                     .program = m_program, .construct = index, .file = m_file});
+    m_analysis.references.push_back({.role = role,
+                                     .token = at,
+                                     .at = token(at).position(),
+                                     .target = target,
+                                     .program = m_program,
+                                     .construct = index,
+                                     .file = m_file});
   };
   name(DataReference::Role::renamesFirst, entry.renamesFirst, first);
   name(DataReference::Role::renamesLast, entry.renamesLast, last);
@@ -140,9 +149,11 @@ int ItemTree::addConstant(const DataEntry& entry) {
 int ItemTree::addItem(const DataEntry& entry) {
   const bool isRoot = entry.level == 1 || entry.level == 77;
   if (isRoot) m_stack.clear();
-  while (!m_stack.empty() && m_stack.back().level >= entry.level) m_stack.pop_back();
+  while (!m_stack.empty() && m_stack.back().level >= entry.level)
+    m_stack.pop_back();
   const int parent = m_stack.empty() ? -1 : m_stack.back().item;
-  if (parent < 0 && !isRoot) remark(Code::LevelBad, Severity::warning, entry.levelToken, "no level 01 above this entry");
+  if (parent < 0 && !isRoot)
+    remark(Code::LevelBad, Severity::warning, entry.levelToken, "no level 01 above this entry");
 
   auto construct = begin(entry);
   const int index = static_cast<int>(m_analysis.constructs.size());
@@ -175,7 +186,9 @@ int ItemTree::addItem(const DataEntry& entry) {
   known.isUnsigned = entry.isUnsigned;
   known.syncBelow = parent < 0 && entry.isSynchronized;
   known.pictureToken = entry.picture;
-  known.fixedBytes = entry.isDynamic ? m_options.pointerBytes : entry.byteLength > 0 ? entry.byteLength : entry.fixedBytes;
+  known.fixedBytes = entry.isDynamic        ? m_options.pointerBytes
+                     : entry.byteLength > 0 ? entry.byteLength
+                                            : entry.fixedBytes;
   if (entry.valueIsLiteral) known.literalLength = characters(m_stream.textOf(token(entry.valueFrom)));
   known.noStorage = m_section == Section::report || m_section == Section::screen;
   known.name = entry.isNamed ? token(entry.nameToken).text : 0;
@@ -210,7 +223,8 @@ int ItemTree::addItem(const DataEntry& entry) {
   }
   refer(entry, index);
   if (entry.picture != 0) referPictureCounts(entry.picture, index);
-  for (const auto name : entry.indexNames) addIndex(name, index);
+  for (const auto name : entry.indexNames)
+    addIndex(name, index);
   if (entry.copiedFrom != 0) copyType(entry, index);
   return index;
 }
@@ -229,15 +243,19 @@ void ItemTree::setOccurs(const DataEntry& entry, Construct& construct) {
   if (construct.occurs == 0 || !count) {
     construct.occurs = 1;
     remark(Code::OccursBad, Severity::warning, entry.nameToken,
-           entry.isUnbounded ? "OCCURS without an upper bound counts once" : "OCCURS without a usable count counts once");
+           entry.isUnbounded ? "OCCURS without an upper bound counts once"
+                             : "OCCURS without a usable count counts once");
   }
   construct.occursMin = entry.occursLast != 0 || entry.isUnbounded ? bounded(first.value_or(0)) : construct.occurs;
   if (entry.isVariable && entry.occursLast == 0 && !entry.isUnbounded) construct.occursMin = 0;
   for (const auto count_token : {entry.occursFirst, entry.occursLast}) {
     if (count_token == 0 || token(count_token).kind != TokenKind::word) continue;
-    m_analysis.references.push_back({.role = DataReference::Role::occursCount, .token = count_token,
-                                     .at = token(count_token).position(), .program = m_program,
-                                     .construct = static_cast<int>(m_analysis.constructs.size()), .file = m_file});
+    m_analysis.references.push_back({.role = DataReference::Role::occursCount,
+                                     .token = count_token,
+                                     .at = token(count_token).position(),
+                                     .program = m_program,
+                                     .construct = static_cast<int>(m_analysis.constructs.size()),
+                                     .file = m_file});
   }
 }
 
@@ -248,9 +266,13 @@ void ItemTree::setRedefines(const DataEntry& entry, int item, int previousSiblin
     remark(Code::RedefinesUnknown, Severity::warning, entry.redefines,
            "REDEFINES names no item of this group; the item before it is taken");
   }
-  m_analysis.references.push_back({.role = DataReference::Role::redefines, .token = entry.redefines,
-                                   .at = token(entry.redefines).position(), .target = construct.redefines,
-                                   .program = m_program, .construct = item, .file = m_file});
+  m_analysis.references.push_back({.role = DataReference::Role::redefines,
+                                   .token = entry.redefines,
+                                   .at = token(entry.redefines).position(),
+                                   .target = construct.redefines,
+                                   .program = m_program,
+                                   .construct = item,
+                                   .file = m_file});
 }
 
 void ItemTree::addIndex(std::uint32_t nameToken, int table) {
@@ -275,7 +297,8 @@ void ItemTree::copyType(const DataEntry& entry, int item) {
   }
   const int count = static_cast<int>(m_analysis.constructs.size());
   int end = source + 1;
-  while (end < count && end < item && at(end).parent >= source) ++end;
+  while (end < count && end < item && at(end).parent >= source)
+    ++end;
   if (at(source).picture.size() > 0 && at(item).picture.empty()) at(item).picture = at(source).picture;
   if (facts(item).own == Usage::none) facts(item).own = facts(item).usage = facts(source).usage;
   if (facts(item).sign == DataEntry::Sign::unset) facts(item).sign = facts(source).sign;
@@ -327,15 +350,21 @@ void ItemTree::referPictureCounts(std::uint32_t pictureToken, int construct) {
     Position place = token(pictureToken).position();
     place.column += static_cast<std::uint32_t>(open + 1);
     place.length = static_cast<std::uint32_t>(inside.size());
-    m_analysis.references.push_back({.role = DataReference::Role::pictureCount, .token = pictureToken, .at = place,
-                                     .name = name, .program = m_program, .construct = construct, .file = m_file});
+    m_analysis.references.push_back({.role = DataReference::Role::pictureCount,
+                                     .token = pictureToken,
+                                     .at = place,
+                                     .name = name,
+                                     .program = m_program,
+                                     .construct = construct,
+                                     .file = m_file});
   }
 }
 
 int ItemTree::findSibling(NameId name, int parent, int before) const {
   const int stop = parent < 0 ? static_cast<int>(m_begin) : parent;
   for (int found = m_lastOfName[name]; found >= stop; found = facts(found).previousSameName)
-    if (found < before && at(found).program == m_program && at(found).parent == parent && at(found).kind != Kind::renames)
+    if (found < before && at(found).program == m_program && at(found).parent == parent &&
+        at(found).kind != Kind::renames)
       return found;
   return -1;
 }
@@ -347,7 +376,8 @@ bool ItemTree::qualifiersMatch(std::uint32_t nameToken, int item) const {
     const auto word = m_stream.textOf(token(next));
     if (token(next).kind != TokenKind::word || (word != "OF" && word != "IN")) return true;
     const NameId qualifier = token(next + 1).text;
-    while (above >= 0 && facts(above).name != qualifier) above = at(above).parent;
+    while (above >= 0 && facts(above).name != qualifier)
+      above = at(above).parent;
     if (above < 0) {
       const int file = at(item).file;
       return file >= 0 && m_analysis.dataFiles[static_cast<std::size_t>(file)].name == m_stream.names.text(qualifier);
@@ -360,7 +390,8 @@ bool ItemTree::qualifiersMatch(std::uint32_t nameToken, int item) const {
 int ItemTree::findInRecord(std::uint32_t nameToken, int record) const {
   if (record < 0) return -1;
   for (int found = m_lastOfName[token(nameToken).text]; found >= record; found = facts(found).previousSameName)
-    if (at(found).record == record && at(found).kind != Kind::renames && qualifiersMatch(nameToken, found)) return found;
+    if (at(found).record == record && at(found).kind != Kind::renames && qualifiersMatch(nameToken, found))
+      return found;
   return -1;
 }
 
@@ -391,7 +422,10 @@ std::optional<std::int64_t> ItemTree::constantOf(std::uint32_t from, std::uint32
     const auto value = numberOf(i);
     if (!value || *value > kLimit || (operation == '/' && *value == 0)) return std::nullopt;
     const std::int64_t left = result.value_or(0);
-    result = operation == '+' ? left + *value : operation == '-' ? left - *value : operation == '*' ? left * *value : left / *value;
+    result = operation == '+'   ? left + *value
+             : operation == '-' ? left - *value
+             : operation == '*' ? left * *value
+                                : left / *value;
     if (*result > kLimit || *result < -kLimit) return std::nullopt;
   }
   return result;
@@ -421,7 +455,8 @@ int ItemTree::addAt(const MadeItem& item, std::uint32_t nameToken) {
 }
 
 int ItemTree::addMade(const MadeItem& item, std::uint32_t nameToken) {
-  while (!m_stack.empty() && m_stack.back().level >= item.level) m_stack.pop_back();
+  while (!m_stack.empty() && m_stack.back().level >= item.level)
+    m_stack.pop_back();
   const int parent = m_stack.empty() ? -1 : m_stack.back().item;
   const int index = static_cast<int>(m_analysis.constructs.size());
   Construct construct;
@@ -490,7 +525,8 @@ void ItemTree::finishLeaf(Construct& construct, const Facts& known) {
   if (construct.usage.empty()) construct.usage = nameOf(form.usage);
   construct.digits = picture.digits;
   construct.scale = picture.scale;
-  construct.isSigned = picture.isSigned || (form.usage >= Usage::binaryChar && form.usage <= Usage::binaryDouble && !known.isUnsigned) ||
+  construct.isSigned = picture.isSigned ||
+                       (form.usage >= Usage::binaryChar && form.usage <= Usage::binaryDouble && !known.isUnsigned) ||
                        form.usage == Usage::comp1 || form.usage == Usage::comp2;
   if (known.syncBelow) setFlag(construct, true, synchronized_);
   if (construct.length == 0 && known.noStorage) construct.length = known.literalLength;

@@ -97,12 +97,12 @@ class ItemTree {
   Section m_section = Section::none;
   int m_file = -1;
   std::vector<Open> m_stack;
-  int m_lastItem = -1;    ///< the item that conditions belong to
+  int m_lastItem = -1; ///< the item that conditions belong to
   int m_record = -1;
   int m_lastRoot = -1;
-  std::size_t m_copied = 0; ///< items made by copying types
-  std::vector<Facts> m_facts;     ///< by construct
-  std::vector<int> m_lastOfName;  ///< by name id: latest construct, -1 none
+  std::size_t m_copied = 0;      ///< items made by copying types
+  std::vector<Facts> m_facts;    ///< by construct
+  std::vector<int> m_lastOfName; ///< by name id: latest construct, -1 none
   std::unordered_map<NameId, std::int64_t> m_constants;
 };
 

@@ -11,11 +11,14 @@ constexpr std::string_view kHex = "0123456789ABCDEF";
 
 constexpr auto kKeyCharacters = [] {
   std::array<bool, 256> result{};
-  for (const char c : std::string_view("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_.:/#~^+@!?()")) result[static_cast<unsigned char>(c)] = true;
+  for (const char c : std::string_view("ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-_.:/#~^+@!?()"))
+    result[static_cast<unsigned char>(c)] = true;
   return result;
 }();
 
-bool isKeyCharacter(char c) { return kKeyCharacters[static_cast<unsigned char>(c)]; }
+bool isKeyCharacter(char c) {
+  return kKeyCharacters[static_cast<unsigned char>(c)];
+}
 
 void appendKey(std::string& key, std::string_view text) {
   if (std::all_of(text.begin(), text.end(), isKeyCharacter)) {
@@ -39,7 +42,8 @@ void appendKey(std::string& key, std::string_view text) {
 /// 64-bit FNV-1a, fixed for ever: keys are kept from analysis to analysis.
 std::uint64_t hashOf(std::string_view text) {
   std::uint64_t hash = 14695981039346656037ULL;
-  for (const char c : text) hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211ULL;
+  for (const char c : text)
+    hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211ULL;
   return hash;
 }
 
@@ -48,7 +52,8 @@ void shorten(std::string& key) {
   const auto hash = hashOf(key);
   key.resize(kKept);
   key += '~';
-  for (int shift = 60; shift >= 0; shift -= 4) key += kHex[(hash >> static_cast<unsigned>(shift)) & 15U];
+  for (int shift = 60; shift >= 0; shift -= 4)
+    key += kHex[(hash >> static_cast<unsigned>(shift)) & 15U];
 }
 
 /// Counts equal keys: open addressing over the constructs that were first to have theirs.
@@ -56,7 +61,8 @@ class KeyTable {
  public:
   explicit KeyTable(const std::vector<Construct>& constructs) : m_constructs(constructs) {
     std::size_t size = 16;
-    while (size < constructs.size() * 2) size *= 2;
+    while (size < constructs.size() * 2)
+      size *= 2;
     m_slots.resize(size);
   }
 
@@ -87,7 +93,8 @@ class KeyTable {
 class KeyWriter {
  public:
   explicit KeyWriter(Analysis& analysis) : m_analysis(analysis) {
-    for (const auto& program : analysis.programs) m_prefixes.push_back(keyText(program.path) + ':');
+    for (const auto& program : analysis.programs)
+      m_prefixes.push_back(keyText(program.path) + ':');
     countFillers();
   }
 
@@ -145,15 +152,24 @@ class KeyWriter {
 
   void append(std::string& key, const Construct& item, std::size_t index) {
     switch (item.kind) {
-      case Kind::index: key += '@'; break;
-      case Kind::specialRegister: key += "!REG."; break;
-      case Kind::callSlot: return appendSlot(key, "!CALL.", item.name);
-      case Kind::fileSlot: return appendSlot(key, "!FILE.", item.name);
-      case Kind::undeclared: return appendUndeclared(key, item);
-      case Kind::switchName: case Kind::constant: break;
-      default:
-        appendPath(key, item.parent, item);
-        if (item.kind == Kind::filler) return appendFiller(key, index);
+    case Kind::index:
+      key += '@';
+      break;
+    case Kind::specialRegister:
+      key += "!REG.";
+      break;
+    case Kind::callSlot:
+      return appendSlot(key, "!CALL.", item.name);
+    case Kind::fileSlot:
+      return appendSlot(key, "!FILE.", item.name);
+    case Kind::undeclared:
+      return appendUndeclared(key, item);
+    case Kind::switchName:
+    case Kind::constant:
+      break;
+    default:
+      appendPath(key, item.parent, item);
+      if (item.kind == Kind::filler) return appendFiller(key, index);
     }
     appendKey(key, item.name);
   }
@@ -230,6 +246,8 @@ std::string keyText(std::string_view text) {
   return key;
 }
 
-void nameConstructs(Analysis& analysis) { KeyWriter(analysis).run(); }
+void nameConstructs(Analysis& analysis) {
+  KeyWriter(analysis).run();
+}
 
 } // namespace cobol

@@ -8,8 +8,8 @@
 namespace cobol {
 
 /// Gives every construct its key: program path, a colon, the full COBOL qualification from the outermost name in.
-/// Unique in the analysis; stable when text moves, is renumbered or gets other pictures. Call it when all constructs are
-/// made. Only `A-Z 0-9 - _ . : / # ~ ^ + @ ! ? ( ) =` occur; every other byte is `=HH`.
+/// Unique in the analysis; stable when text moves, is renumbered or gets other pictures. Call it when all constructs
+/// are made. Only `A-Z 0-9 - _ . : / # ~ ^ + @ ! ? ( ) =` occur; every other byte is `=HH`.
 void nameConstructs(Analysis& analysis);
 
 /// The text in the key alphabet.

@@ -11,7 +11,8 @@ namespace {
 class Areas {
  public:
   explicit Areas(std::size_t count) : m_above(count) {
-    for (std::size_t i = 0; i < count; ++i) m_above[i] = static_cast<int>(i);
+    for (std::size_t i = 0; i < count; ++i)
+      m_above[i] = static_cast<int>(i);
   }
   int find(int item) {
     while (above(item) != item) {
@@ -47,7 +48,8 @@ class Layout {
     join();
     place();
     markVariable();
-    for (int i = 0; i < count; ++i) writeDims(at(i));
+    for (int i = 0; i < count; ++i)
+      writeDims(at(i));
     layOutWithoutStorage(m_analysis, m_options);
   }
 
@@ -79,7 +81,8 @@ class Layout {
     std::unordered_map<std::string, int> externalFiles;
     for (const auto& file : m_analysis.dataFiles) {
       if (file.records.empty() || file.sort == DataFile::Sort::rd) continue;
-      for (const int record : file.records) m_areas.join(file.records.front(), record);
+      for (const int record : file.records)
+        m_areas.join(file.records.front(), record);
       if (file.sharesAreaWith >= 0) {
         const auto& other = m_analysis.dataFiles[static_cast<std::size_t>(file.sharesAreaWith)];
         if (!other.records.empty()) m_areas.join(other.records.front(), file.records.front());
@@ -94,7 +97,8 @@ class Layout {
   /// Bases of the areas, then offsets of everything in them.
   void place() {
     const int count = static_cast<int>(m_analysis.constructs.size());
-    std::vector<std::int64_t> bases(m_analysis.constructs.size(), 0); // by leading record: first its size, then its base
+    std::vector<std::int64_t> bases(m_analysis.constructs.size(),
+                                    0); // by leading record: first its size, then its base
     std::vector<int> leaders;
     for (int i = 0; i < count; ++i) {
       if (!isRecord(i)) continue;
@@ -105,7 +109,8 @@ class Layout {
       }
       auto& size = bases[static_cast<std::size_t>(leader)];
       size = std::max(size, at(i).size);
-      if (at(i).file >= 0) size = std::max(size, m_analysis.dataFiles[static_cast<std::size_t>(at(i).file)].minimumSize);
+      if (at(i).file >= 0)
+        size = std::max(size, m_analysis.dataFiles[static_cast<std::size_t>(at(i).file)].minimumSize);
     }
     std::int64_t next = 0;
     for (const int leader : leaders) {
@@ -122,7 +127,8 @@ class Layout {
     }
   }
 
-  /// Flag D: tables of variable count, the groups around them and what comes behind them. The readers flagged the tables.
+  /// Flag D: tables of variable count, the groups around them and what comes behind them. The readers flagged the
+  /// tables.
   void markVariable() {
     const auto count = m_analysis.constructs.size();
     std::vector<bool> holds(count), behind(count);

@@ -66,7 +66,8 @@ class OverlaySearch {
 
   void searchArea(const std::vector<std::uint32_t>& leaves) {
     m_intervals.clear();
-    for (const auto leaf : leaves) addOccurrences(leaf);
+    for (const auto leaf : leaves)
+      addOccurrences(leaf);
     std::sort(m_intervals.begin(), m_intervals.end(), [](const Interval& a, const Interval& b) {
       return a.begin != b.begin ? a.begin < b.begin : a.item < b.item;
     });
@@ -109,7 +110,8 @@ class OverlaySearch {
       for (std::uint32_t k = 1; k < count; ++k)
         for (auto i = first; i < known; ++i) {
           const auto shift = saturatingMultiply(stride, k);
-          m_intervals.push_back({saturatingAdd(m_intervals[i].begin, shift), saturatingAdd(m_intervals[i].end, shift), leaf, below});
+          m_intervals.push_back(
+              {saturatingAdd(m_intervals[i].begin, shift), saturatingAdd(m_intervals[i].end, shift), leaf, below});
         }
     }
   }
@@ -129,13 +131,15 @@ class OverlaySearch {
       m_capped = true;
       return;
     }
-    m_analysis.relationships.push_back({.from = from, .to = to, .kind = RelationKind::Overlay, .sites = {at(std::size_t{from}).declared}});
+    m_analysis.relationships.push_back(
+        {.from = from, .to = to, .kind = RelationKind::Overlay, .sites = {at(std::size_t{from}).declared}});
   }
 
   /// Spans may meet within one layout as well: there the branches below the nearest common group share no root.
   bool inDifferentLayouts(int a, int b) const {
     m_path.clear();
-    for (int up = a; up >= 0; up = at(up).parent) m_path.push_back(up);
+    for (int up = a; up >= 0; up = at(up).parent)
+      m_path.push_back(up);
     int branch = b;
     for (int up = b; up >= 0; up = at(up).parent) {
       const auto found = std::find(m_path.begin(), m_path.end(), up);
@@ -162,6 +166,8 @@ class OverlaySearch {
 
 } // namespace
 
-void addOverlays(Analysis& analysis, Diagnostics& diagnostics) { OverlaySearch(analysis, diagnostics).run(); }
+void addOverlays(Analysis& analysis, Diagnostics& diagnostics) {
+  OverlaySearch(analysis, diagnostics).run();
+}
 
 } // namespace cobol

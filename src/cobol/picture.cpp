@@ -9,12 +9,14 @@ namespace {
 constexpr std::int64_t kRepeatLimit = 2147483647;
 constexpr std::int64_t kCountLimit = std::int64_t{1} << 50;
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 /// One symbol of the string with its repetition.
 struct Run {
   char symbol = 0;
-  int width = 1;            ///< of the first; the others count 1
+  int width = 1; ///< of the first; the others count 1
   std::int64_t count = 1;
 };
 
@@ -28,9 +30,11 @@ class Runs {
     run = {.symbol = m_text[m_at++]};
     if (static_cast<unsigned char>(run.symbol) >= 0x80) {
       // A currency sign outside ASCII takes several bytes but is one symbol.
-      while (m_at < m_text.size() && (static_cast<unsigned char>(m_text[m_at]) & 0xC0) == 0x80) ++m_at;
+      while (m_at < m_text.size() && (static_cast<unsigned char>(m_text[m_at]) & 0xC0) == 0x80)
+        ++m_at;
     }
-    if ((run.symbol == 'C' || run.symbol == 'D') && m_at < m_text.size() && m_text[m_at] == (run.symbol == 'C' ? 'R' : 'B'))
+    if ((run.symbol == 'C' || run.symbol == 'D') && m_at < m_text.size() &&
+        m_text[m_at] == (run.symbol == 'C' ? 'R' : 'B'))
       ++m_at;
     if (m_at < m_text.size() && m_text[m_at] == '(') run.count = repetition();
     return true;
@@ -44,7 +48,8 @@ class Runs {
     m_at = close == std::string_view::npos ? m_text.size() : close + 1;
     if (!inside.empty() && std::all_of(inside.begin(), inside.end(), isDigit)) {
       std::int64_t value = 0;
-      for (const char c : inside) value = std::min(value * 10 + (c - '0'), kRepeatLimit);
+      for (const char c : inside)
+        value = std::min(value * 10 + (c - '0'), kRepeatLimit);
       return value;
     }
     if (m_rules.constant) {
@@ -116,7 +121,8 @@ class Counter {
   void add(std::int64_t count) { m_picture.characters = std::min(m_picture.characters + count, kCountLimit); }
   void addDigits(std::int64_t count) {
     m_picture.digits = static_cast<int>(std::min<std::int64_t>(m_picture.digits + count, kRepeatLimit));
-    if (m_behindPoint) m_picture.scale = static_cast<int>(std::min<std::int64_t>(m_picture.scale + count, kRepeatLimit));
+    if (m_behindPoint)
+      m_picture.scale = static_cast<int>(std::min<std::int64_t>(m_picture.scale + count, kRepeatLimit));
   }
   void digit(char c, std::int64_t count) {
     if (c != '9') m_edited = true;
@@ -159,14 +165,35 @@ class Counter {
   void letter(char c, std::int64_t count) {
     add(count);
     switch (c) {
-      case 'X': case 'A': m_text = true; break;
-      case 'N': m_national = m_text = true; break;
-      case 'G': m_dbcs = m_text = true; break;
-      case 'U': m_utf8 = m_text = true; break;
-      case '1': m_boolean = true; break;
-      case 'E': m_exponent = true; break;
-      case 'B': case '0': case '/': case ',': case '.': m_edited = true; break;
-      default: m_valid = false; break;
+    case 'X':
+    case 'A':
+      m_text = true;
+      break;
+    case 'N':
+      m_national = m_text = true;
+      break;
+    case 'G':
+      m_dbcs = m_text = true;
+      break;
+    case 'U':
+      m_utf8 = m_text = true;
+      break;
+    case '1':
+      m_boolean = true;
+      break;
+    case 'E':
+      m_exponent = true;
+      break;
+    case 'B':
+    case '0':
+    case '/':
+    case ',':
+    case '.':
+      m_edited = true;
+      break;
+    default:
+      m_valid = false;
+      break;
     }
   }
 
@@ -200,47 +227,98 @@ bool isText(const Picture& picture) {
 /// Sizes that the usage alone decides; 0: the picture is needed.
 std::int64_t bytesOfUsage(Usage usage, const Options& options) {
   switch (usage) {
-    case Usage::comp1: case Usage::binaryLong: case Usage::floatBinary32: case Usage::pointer32: return 4;
-    case Usage::comp2: case Usage::binaryDouble: case Usage::floatBinary64: case Usage::floatDecimal16:
-    case Usage::procedurePointer: return 8;
-    case Usage::floatExtended: case Usage::floatBinary128: case Usage::floatDecimal34: return 16;
-    case Usage::binaryChar: return 1;
-    case Usage::binaryShort: return 2;
-    case Usage::index: case Usage::pointer: case Usage::functionPointer: case Usage::programPointer:
-    case Usage::objectReference: return options.pointerBytes;
-    default: return 0;
+  case Usage::comp1:
+  case Usage::binaryLong:
+  case Usage::floatBinary32:
+  case Usage::pointer32:
+    return 4;
+  case Usage::comp2:
+  case Usage::binaryDouble:
+  case Usage::floatBinary64:
+  case Usage::floatDecimal16:
+  case Usage::procedurePointer:
+    return 8;
+  case Usage::floatExtended:
+  case Usage::floatBinary128:
+  case Usage::floatDecimal34:
+    return 16;
+  case Usage::binaryChar:
+    return 1;
+  case Usage::binaryShort:
+    return 2;
+  case Usage::index:
+  case Usage::pointer:
+  case Usage::functionPointer:
+  case Usage::programPointer:
+  case Usage::objectReference:
+    return options.pointerBytes;
+  default:
+    return 0;
   }
 }
 
 } // namespace
 
 std::string_view nameOf(Usage usage) {
-  static constexpr std::string_view kNames[] = {
-      "", "DISPLAY", "COMP", "COMP-1", "COMP-2", "COMP-3", "COMP-5", "COMP-6", "COMP-X", "INDEX", "POINTER", "POINTER-32",
-      "FUNCTION-POINTER", "PROCEDURE-POINTER", "PROGRAM-POINTER", "OBJECT REFERENCE", "NATIONAL", "DISPLAY-1", "UTF-8",
-      "BIT", "BINARY-CHAR", "BINARY-SHORT", "BINARY-LONG", "BINARY-DOUBLE", "FLOAT-EXTENDED", "FLOAT-BINARY-32",
-      "FLOAT-BINARY-64", "FLOAT-BINARY-128", "FLOAT-DECIMAL-16", "FLOAT-DECIMAL-34"};
+  static constexpr std::string_view kNames[] = {"",
+                                                "DISPLAY",
+                                                "COMP",
+                                                "COMP-1",
+                                                "COMP-2",
+                                                "COMP-3",
+                                                "COMP-5",
+                                                "COMP-6",
+                                                "COMP-X",
+                                                "INDEX",
+                                                "POINTER",
+                                                "POINTER-32",
+                                                "FUNCTION-POINTER",
+                                                "PROCEDURE-POINTER",
+                                                "PROGRAM-POINTER",
+                                                "OBJECT REFERENCE",
+                                                "NATIONAL",
+                                                "DISPLAY-1",
+                                                "UTF-8",
+                                                "BIT",
+                                                "BINARY-CHAR",
+                                                "BINARY-SHORT",
+                                                "BINARY-LONG",
+                                                "BINARY-DOUBLE",
+                                                "FLOAT-EXTENDED",
+                                                "FLOAT-BINARY-32",
+                                                "FLOAT-BINARY-64",
+                                                "FLOAT-BINARY-128",
+                                                "FLOAT-DECIMAL-16",
+                                                "FLOAT-DECIMAL-34"};
   return kNames[static_cast<std::size_t>(usage)];
 }
 
-bool needsNoPicture(Usage usage) { return bytesOfUsage(usage, Options{}) > 0; }
+bool needsNoPicture(Usage usage) {
+  return bytesOfUsage(usage, Options{}) > 0;
+}
 
 Picture readPicture(std::string_view text, const PictureRules& rules) {
   Runs runs(text, rules);
   Counter counter(rules);
   Run run;
-  while (runs.next(run)) counter.take(run);
+  while (runs.next(run))
+    counter.take(run);
   return counter.result(runs.valid && !text.empty());
 }
 
 Usage effectiveUsage(Usage given, const Picture* picture) {
   if (picture == nullptr || needsNoPicture(given)) return given;
   switch (picture->kind) {
-    case PictureClass::national: return given == Usage::display1 ? given : Usage::national;
-    case PictureClass::dbcs: return Usage::display1;
-    case PictureClass::utf8: return Usage::utf8;
-    case PictureClass::alphanumeric: return given == Usage::compX || given == Usage::comp5 ? given : Usage::display;
-    default: return given == Usage::none ? Usage::display : given;
+  case PictureClass::national:
+    return given == Usage::display1 ? given : Usage::national;
+  case PictureClass::dbcs:
+    return Usage::display1;
+  case PictureClass::utf8:
+    return Usage::utf8;
+  case PictureClass::alphanumeric:
+    return given == Usage::compX || given == Usage::comp5 ? given : Usage::display;
+  default:
+    return given == Usage::none ? Usage::display : given;
   }
 }
 
@@ -252,15 +330,22 @@ std::int64_t bytesOf(const ItemForm& form, const Options& options) {
   if (!isText(picture)) {
     const int digits = picture.digits;
     switch (form.usage) {
-      case Usage::comp: return binaryBytes(digits, picture.isSigned, options.binarySize);
-      case Usage::comp5:
-        return options.comp5Small && digits <= 2 ? 1 : binaryBytes(digits, picture.isSigned, options.binarySize);
-      case Usage::compX: return bytesNeeded(digits, picture.isSigned);
-      case Usage::comp3: return form.noSign ? (digits + 1) / 2 : digits / 2 + 1;
-      case Usage::comp6: return (digits + 1) / 2;
-      case Usage::national: return 2 * (picture.characters + sign);
-      case Usage::bit: return (picture.characters + 7) / 8;
-      default: break;
+    case Usage::comp:
+      return binaryBytes(digits, picture.isSigned, options.binarySize);
+    case Usage::comp5:
+      return options.comp5Small && digits <= 2 ? 1 : binaryBytes(digits, picture.isSigned, options.binarySize);
+    case Usage::compX:
+      return bytesNeeded(digits, picture.isSigned);
+    case Usage::comp3:
+      return form.noSign ? (digits + 1) / 2 : digits / 2 + 1;
+    case Usage::comp6:
+      return (digits + 1) / 2;
+    case Usage::national:
+      return 2 * (picture.characters + sign);
+    case Usage::bit:
+      return (picture.characters + 7) / 8;
+    default:
+      break;
     }
   }
   return picture.bytes + sign;

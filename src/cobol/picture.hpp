@@ -12,9 +12,36 @@ namespace cobol {
 
 /// How a value is held, synonyms folded (BINARY and COMP-4 are comp, PACKED-DECIMAL is comp3, FLOAT-SHORT is comp1).
 enum class Usage : std::uint8_t {
-  none, display, comp, comp1, comp2, comp3, comp5, comp6, compX, index, pointer, pointer32, functionPointer,
-  procedurePointer, programPointer, objectReference, national, display1, utf8, bit, binaryChar, binaryShort, binaryLong,
-  binaryDouble, floatExtended, floatBinary32, floatBinary64, floatBinary128, floatDecimal16, floatDecimal34,
+  none,
+  display,
+  comp,
+  comp1,
+  comp2,
+  comp3,
+  comp5,
+  comp6,
+  compX,
+  index,
+  pointer,
+  pointer32,
+  functionPointer,
+  procedurePointer,
+  programPointer,
+  objectReference,
+  national,
+  display1,
+  utf8,
+  bit,
+  binaryChar,
+  binaryShort,
+  binaryLong,
+  binaryDouble,
+  floatExtended,
+  floatBinary32,
+  floatBinary64,
+  floatBinary128,
+  floatDecimal16,
+  floatDecimal34,
 };
 
 /// "COMP-3", "DISPLAY" …; empty for none.
@@ -31,7 +58,7 @@ struct PictureRules {
     int length; ///< characters of the currency string
   };
   bool decimalComma = false;
-  std::vector<Currency> currencies; ///< `$` of one character always counts as well
+  std::vector<Currency> currencies;                                      ///< `$` of one character always counts as well
   std::function<std::optional<std::int64_t>(std::string_view)> constant; ///< value of a name in `9(NAME)`; may be empty
 };
 
@@ -54,7 +81,7 @@ struct ItemForm {
   Usage usage = Usage::none;
   const Picture* picture = nullptr; ///< null: none given
   bool signSeparate = false;
-  bool noSign = false;              ///< PACKED-DECIMAL WITH NO SIGN
+  bool noSign = false; ///< PACKED-DECIMAL WITH NO SIGN
 };
 
 /// Bytes of one occurrence; 0 when neither picture nor usage tells.

@@ -22,7 +22,8 @@ class ProcedureText {
     m_reader.open(from, to);
     m_sentenceStart = true;
     closeAll();
-    while (!m_reader.atEnd()) step();
+    while (!m_reader.atEnd())
+      step();
   }
 
  private:
@@ -77,7 +78,8 @@ class ProcedureText {
     }
     const std::size_t openBefore = m_reader.blocks.size();
     handler(m_reader);
-    for (std::size_t i = openBefore; i < m_reader.blocks.size(); ++i) ++countOf(m_reader.blocks[i].verb);
+    for (std::size_t i = openBefore; i < m_reader.blocks.size(); ++i)
+      ++countOf(m_reader.blocks[i].verb);
     if (finishStatement(verbAt)) ++m_analysis.statementsUnderstood;
   }
 
@@ -97,7 +99,7 @@ class ProcedureText {
 
   void readUnknown() {
     const std::uint32_t first = m_reader.index();
-    m_reader.beginStatement(m_reader.token().kind == TokenKind::word ? m_reader.token().text : 0);
+    m_reader.beginStatement(0);
     ++m_analysis.statements;
     misunderstood(first);
     if (m_reader.index() == first) m_reader.advance();
@@ -131,15 +133,20 @@ class ProcedureText {
   }
 
   void skipToPeriod() {
-    while (!m_reader.atEnd() && m_reader.token().kind != TokenKind::period) m_reader.advance();
+    while (!m_reader.atEnd() && m_reader.token().kind != TokenKind::period)
+      m_reader.advance();
   }
 
   std::uint32_t& countOf(Keyword verb) {
     switch (verb) {
-      case Keyword::If: return m_open[0];
-      case Keyword::Evaluate: return m_open[1];
-      case Keyword::Search: return m_open[2];
-      default: return m_open[3];
+    case Keyword::If:
+      return m_open[0];
+    case Keyword::Evaluate:
+      return m_open[1];
+    case Keyword::Search:
+      return m_open[2];
+    default:
+      return m_open[3];
     }
   }
 
@@ -152,22 +159,33 @@ class ProcedureText {
 
   void closeTo(Keyword verb, bool inclusive) {
     if (countOf(verb) == 0) return;
-    while (m_reader.blocks.back().verb != verb) closeLast();
+    while (m_reader.blocks.back().verb != verb)
+      closeLast();
     if (inclusive) closeLast();
   }
 
   void closeToSelection() {
     if (countOf(Keyword::Evaluate) + countOf(Keyword::Search) == 0) return;
-    while (m_reader.blocks.back().verb != Keyword::Evaluate && m_reader.blocks.back().verb != Keyword::Search) closeLast();
+    while (m_reader.blocks.back().verb != Keyword::Evaluate && m_reader.blocks.back().verb != Keyword::Search)
+      closeLast();
   }
 
   void closeEnded(Keyword terminator) {
     switch (terminator) {
-      case Keyword::EndIf: closeTo(Keyword::If, true); break;
-      case Keyword::EndEvaluate: closeTo(Keyword::Evaluate, true); break;
-      case Keyword::EndSearch: closeTo(Keyword::Search, true); break;
-      case Keyword::EndPerform: closeTo(Keyword::Perform, true); break;
-      default: break;
+    case Keyword::EndIf:
+      closeTo(Keyword::If, true);
+      break;
+    case Keyword::EndEvaluate:
+      closeTo(Keyword::Evaluate, true);
+      break;
+    case Keyword::EndSearch:
+      closeTo(Keyword::Search, true);
+      break;
+    case Keyword::EndPerform:
+      closeTo(Keyword::Perform, true);
+      break;
+    default:
+      break;
     }
   }
 
@@ -203,12 +221,15 @@ void readProcedures(const TokenStream& stream, const Options&, Analysis& analysi
   ProcedureText text(reader);
   for (std::size_t p = 0; p < analysis.programs.size(); ++p) {
     reader.resolver().enterProgram(static_cast<int>(p));
-    for (const std::size_t i : references[p]) readDataReference(reader, analysis.references[i]);
+    for (const std::size_t i : references[p])
+      readDataReference(reader, analysis.references[i]);
     relateSlots(reader);
     const auto declaredExec = analysis.programs[p].execRanges;
-    for (const auto& [from, to] : declaredExec) readDeclaredExec(reader, from, to);
+    for (const auto& [from, to] : declaredExec)
+      readDeclaredExec(reader, from, to);
     const auto ranges = analysis.programs[p].procedureRanges;
-    for (const auto& [from, to] : ranges) text.read(from, to);
+    for (const auto& [from, to] : ranges)
+      text.read(from, to);
   }
   for (std::uint32_t i = 0; i < stream.tokens.size(); ++i) {
     if (stream.tokens[i].kind == TokenKind::literal) reader.addPlace("LIT", stream.textOf(stream.tokens[i]), i);

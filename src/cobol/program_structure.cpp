@@ -12,10 +12,10 @@ enum class Mark : std::uint8_t { start, environment, data, procedure, end };
 /// A place where something begins or ends.
 struct Event {
   Mark mark{};
-  std::uint32_t from = 0;  ///< first token of the header
-  std::uint32_t to = 0;    ///< one behind the header, of start and end only
-  std::uint32_t name = 0;  ///< token of the program's name; 0: none
-  int key = -1;            ///< equal names have equal keys
+  std::uint32_t from = 0; ///< first token of the header
+  std::uint32_t to = 0;   ///< one behind the header, of start and end only
+  std::uint32_t name = 0; ///< token of the program's name; 0: none
+  int key = -1;           ///< equal names have equal keys
   bool isClass = false;
 };
 
@@ -70,43 +70,63 @@ class EventScan {
 
   /// A header stands first on its line or behind a period; the same words elsewhere are plain text.
   bool beginsSentence(std::uint32_t i) const {
-    return i == 0 || m_stream.tokens[i].has(lineStart) || periodAt(i - 1) || m_stream.tokens[i].file != m_stream.tokens[i - 1].file;
+    return i == 0 || m_stream.tokens[i].has(lineStart) || periodAt(i - 1) ||
+           m_stream.tokens[i].file != m_stream.tokens[i - 1].file;
   }
 
   void header(std::uint32_t i, Word word) {
     switch (word) {
-      case Word::identification:
-        if (wordAt(i + 1) == Word::division && beginsSentence(i)) {
-          m_pending = i;
-          m_state = State::header;
-        }
-        break;
-      case Word::programId: case Word::functionId: case Word::classId: case Word::methodId: start(i, word); break;
-      case Word::environment:
-        if (wordAt(i + 1) == Word::division && beginsSentence(i)) add(Mark::environment, i, State::environment);
-        break;
-      case Word::configuration: case Word::inputOutput:
-        if (m_state == State::header && wordAt(i + 1) == Word::section) add(Mark::environment, i, State::environment);
-        break;
-      case Word::specialNames: case Word::fileControl: case Word::ioControl: case Word::sourceComputer:
-        if (m_state == State::header && periodAt(i + 1)) add(Mark::environment, i, State::environment);
-        break;
-      case Word::data:
-        if (wordAt(i + 1) == Word::division && beginsSentence(i)) add(Mark::data, i, State::data);
-        break;
-      case Word::file: case Word::workingStorage: case Word::localStorage: case Word::linkage:
-      case Word::communication: case Word::report: case Word::screen: case Word::threadLocal:
-        if ((m_state == State::header || m_state == State::environment) && wordAt(i + 1) == Word::section)
-          add(Mark::data, i, State::data);
-        break;
-      case Word::procedure:
-        if (wordAt(i + 1) == Word::division && beginsSentence(i)) add(Mark::procedure, i, State::procedure);
-        break;
-      case Word::dfheiblk: case Word::eibtime:
-        if (i > 0 && m_stream.tokens[i - 1].kind == TokenKind::number) declaresExecBlock = true;
-        break;
-      case Word::end: finish(i); break;
-      default: break;
+    case Word::identification:
+      if (wordAt(i + 1) == Word::division && beginsSentence(i)) {
+        m_pending = i;
+        m_state = State::header;
+      }
+      break;
+    case Word::programId:
+    case Word::functionId:
+    case Word::classId:
+    case Word::methodId:
+      start(i, word);
+      break;
+    case Word::environment:
+      if (wordAt(i + 1) == Word::division && beginsSentence(i)) add(Mark::environment, i, State::environment);
+      break;
+    case Word::configuration:
+    case Word::inputOutput:
+      if (m_state == State::header && wordAt(i + 1) == Word::section) add(Mark::environment, i, State::environment);
+      break;
+    case Word::specialNames:
+    case Word::fileControl:
+    case Word::ioControl:
+    case Word::sourceComputer:
+      if (m_state == State::header && periodAt(i + 1)) add(Mark::environment, i, State::environment);
+      break;
+    case Word::data:
+      if (wordAt(i + 1) == Word::division && beginsSentence(i)) add(Mark::data, i, State::data);
+      break;
+    case Word::file:
+    case Word::workingStorage:
+    case Word::localStorage:
+    case Word::linkage:
+    case Word::communication:
+    case Word::report:
+    case Word::screen:
+    case Word::threadLocal:
+      if ((m_state == State::header || m_state == State::environment) && wordAt(i + 1) == Word::section)
+        add(Mark::data, i, State::data);
+      break;
+    case Word::procedure:
+      if (wordAt(i + 1) == Word::division && beginsSentence(i)) add(Mark::procedure, i, State::procedure);
+      break;
+    case Word::dfheiblk:
+    case Word::eibtime:
+      if (i > 0 && m_stream.tokens[i - 1].kind == TokenKind::number) declaresExecBlock = true;
+      break;
+    case Word::end:
+      finish(i);
+      break;
+    default:
+      break;
     }
   }
 
@@ -133,7 +153,8 @@ class EventScan {
       if (token.kind == TokenKind::word || token.kind == TokenKind::literal || token.kind == TokenKind::number) {
         event.name = at;
         event.to = at + 1;
-        event.key = m_keys.try_emplace(upperCase(m_stream.textOf(token)), static_cast<int>(m_keys.size())).first->second;
+        event.key =
+            m_keys.try_emplace(upperCase(m_stream.textOf(token)), static_cast<int>(m_keys.size())).first->second;
       }
     }
     if (periodAt(event.to)) ++event.to;
@@ -164,7 +185,8 @@ class Assembly {
       : m_stream(stream), m_words(words), m_events(events), m_analysis(analysis), m_diagnostics(diagnostics) {
     m_ends.resize(events.size());
     m_starts.resize(events.size());
-    for (std::size_t i = events.size(); i-- > 0;) linkEqualNames(i);
+    for (std::size_t i = events.size(); i-- > 0;)
+      linkEqualNames(i);
   }
 
   ProgramStructure run() {
@@ -172,16 +194,27 @@ class Assembly {
       const Event& event = m_events[i];
       closePart(event.from);
       switch (event.mark) {
-        case Mark::start: open(i); break;
-        case Mark::environment: openPart(event.from, DeclarationPart::Kind::environment); break;
-        case Mark::data: openPart(event.from, DeclarationPart::Kind::data); break;
-        case Mark::procedure: openProcedure(event); break;
-        case Mark::end: end(event); break;
+      case Mark::start:
+        open(i);
+        break;
+      case Mark::environment:
+        openPart(event.from, DeclarationPart::Kind::environment);
+        break;
+      case Mark::data:
+        openPart(event.from, DeclarationPart::Kind::data);
+        break;
+      case Mark::procedure:
+        openProcedure(event);
+        break;
+      case Mark::end:
+        end(event);
+        break;
       }
     }
     const auto last = static_cast<std::uint32_t>(m_stream.tokens.empty() ? 0 : m_stream.tokens.size() - 1);
     closePart(last);
-    while (!m_open.empty()) close(last);
+    while (!m_open.empty())
+      close(last);
     return std::move(m_result);
   }
 
@@ -218,13 +251,15 @@ class Assembly {
 
   void open(std::size_t i) {
     const Event& event = m_events[i];
-    while (!m_open.empty() && !contains(m_open.back(), i)) close(event.from);
+    while (!m_open.empty() && !contains(m_open.back(), i))
+      close(event.from);
     Program program;
     const bool named = event.name != 0;
     program.name = named ? upperCase(m_stream.textOf(m_stream.tokens[event.name])) : stemOf(m_stream);
     program.parent = m_open.empty() ? -1 : m_open.back().program;
-    program.path = program.parent < 0 ? program.name
-                                      : m_analysis.programs[static_cast<std::size_t>(program.parent)].path + "/" + program.name;
+    program.path = program.parent < 0
+                       ? program.name
+                       : m_analysis.programs[static_cast<std::size_t>(program.parent)].path + "/" + program.name;
     const std::uint32_t nameToken = named ? event.name : event.from;
     program.declared = m_stream.tokens[nameToken].position();
     program.beginToken = event.from;
@@ -265,14 +300,16 @@ class Assembly {
   }
   void end(const Event& event) {
     auto found = m_open.size();
-    while (found > 0 && m_events[m_open[found - 1].event].key != event.key) --found;
+    while (found > 0 && m_events[m_open[found - 1].event].key != event.key)
+      --found;
     if (m_open.empty()) return;
     if (found == 0) {
       m_diagnostics.add(Code::DivisionMissing, Severity::warning, m_stream.tokens[event.from].position(),
                         "END PROGRAM names no open program; the innermost one is closed");
       found = m_open.size();
     }
-    while (m_open.size() > found) close(event.from);
+    while (m_open.size() > found)
+      close(event.from);
     close(event.to);
   }
 
@@ -300,7 +337,8 @@ void markCics(const std::vector<std::uint32_t>& tokens, const Analysis& analysis
 
 } // namespace
 
-ProgramStructure findPrograms(const TokenStream& stream, const Words& words, Analysis& analysis, Diagnostics& diagnostics) {
+ProgramStructure findPrograms(const TokenStream& stream, const Words& words, Analysis& analysis,
+                              Diagnostics& diagnostics) {
   EventScan scan(stream, words);
   scan.run();
   analysis.isCobol = !scan.events.empty();

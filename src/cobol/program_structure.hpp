@@ -18,14 +18,15 @@ struct DeclarationPart {
 };
 
 struct ProgramStructure {
-  std::vector<DeclarationPart> parts; ///< in text order
-  std::vector<bool> usesCics;         ///< by program: holds an EXEC CICS
+  std::vector<DeclarationPart> parts;    ///< in text order
+  std::vector<bool> usesCics;            ///< by program: holds an EXEC CICS
   std::vector<std::uint32_t> nameTokens; ///< by program: the token of its name, or its first token
-  bool declaresExecBlock = false;     ///< the EXEC interface block stands in the text itself
+  bool declaresExecBlock = false;        ///< the EXEC interface block stands in the text itself
 };
 
 /// Finds the programs of a stream, one inside the other or one behind the other, and fills Analysis::programs and
 /// Analysis::isCobol. A missing END PROGRAM, PROGRAM-ID or division header is supplied.
-ProgramStructure findPrograms(const TokenStream& stream, const Words& words, Analysis& analysis, Diagnostics& diagnostics);
+ProgramStructure findPrograms(const TokenStream& stream, const Words& words, Analysis& analysis,
+                              Diagnostics& diagnostics);
 
 } // namespace cobol

@@ -10,7 +10,9 @@ std::int64_t roundUp(std::int64_t value, std::int64_t boundary) {
 
 } // namespace
 
-std::int64_t saturatingAdd(std::int64_t a, std::int64_t b) { return a > kOffsetLimit - b ? kOffsetLimit : a + b; }
+std::int64_t saturatingAdd(std::int64_t a, std::int64_t b) {
+  return a > kOffsetLimit - b ? kOffsetLimit : a + b;
+}
 
 std::int64_t saturatingMultiply(std::int64_t a, std::int64_t b) {
   if (a == 0 || b == 0) return 0;
@@ -29,7 +31,8 @@ int boundaryOf(const Construct& item, const Options& options) {
   if (usage == "COMP-2" || usage == "FLOAT-BINARY-64") return 8;
   if (usage == "BINARY-SHORT") return 2;
   if (usage == "BINARY-DOUBLE") return natural ? 8 : 4;
-  if (usage == "INDEX" || usage == "OBJECT REFERENCE" || usage.ends_with("POINTER")) return options.pointerBytes == 8 ? 8 : 4;
+  if (usage == "INDEX" || usage == "OBJECT REFERENCE" || usage.ends_with("POINTER"))
+    return options.pointerBytes == 8 ? 8 : 4;
   return 1;
 }
 
@@ -38,7 +41,8 @@ std::vector<int> redefinitionRoots(const Analysis& analysis) {
   for (std::size_t i = 0; i < roots.size(); ++i) {
     // A target stands before the item that redefines it.
     const int target = analysis.constructs[i].redefines;
-    roots[i] = target >= 0 && target < static_cast<int>(i) ? roots[static_cast<std::size_t>(target)] : static_cast<int>(i);
+    roots[i] =
+        target >= 0 && target < static_cast<int>(i) ? roots[static_cast<std::size_t>(target)] : static_cast<int>(i);
   }
   return roots;
 }
@@ -47,7 +51,8 @@ RecordLayout::RecordLayout(Analysis& analysis, const Options& options, Diagnosti
     : m_analysis(analysis), m_options(options), m_diagnostics(diagnostics), m_roots(redefinitionRoots(analysis)) {}
 
 int RecordLayout::firstBoundary(int item) const {
-  while (at(item).isGroup()) item = at(item).firstChild;
+  while (at(item).isGroup())
+    item = at(item).firstChild;
   return boundaryOf(at(item), m_options);
 }
 

@@ -29,11 +29,11 @@ class RecordLayout {
  private:
   struct Frame {
     int group = -1;
-    int child = -1;              ///< being laid out or next
+    int child = -1; ///< being laid out or next
     std::int64_t begin = 0;
     std::int64_t current = 0;
-    int previous = -1;           ///< last child that redefines nothing
-    int boundary = 1;            ///< largest inside
+    int previous = -1; ///< last child that redefines nothing
+    int boundary = 1;  ///< largest inside
   };
 
   void open(int group, std::int64_t position);

@@ -24,13 +24,15 @@ Operand StatementReader::plainOperand(Demand demand) {
     const Operand constant{Operand::Sort::literal, m_at, 0, 0};
     if (at(Keyword::All) || token().kind == TokenKind::symbol) ++m_at;
     ++m_at;
-    while (atSymbol('&') && token(1).kind == TokenKind::literal) m_at += 2;
+    while (atSymbol('&') && token(1).kind == TokenKind::literal)
+      m_at += 2;
     return constant;
   }
   if (!atName() || atBoundary()) return {};
   if ((token().text == m_responseCode || token().text == m_cicsValue) && isSymbol(token(1), '(')) {
     const Operand constant{Operand::Sort::literal, m_at, 0, 0};
-    while (!atEnd() && !atSymbol(')') && token().kind != TokenKind::period) ++m_at;
+    while (!atEnd() && !atSymbol(')') && token().kind != TokenKind::period)
+      ++m_at;
     acceptSymbol(')');
     return constant;
   }
@@ -93,8 +95,9 @@ void StatementReader::lookUp(Operand& operand, NameId name, Demand demand) {
   operand.count = static_cast<std::uint32_t>(m_pool.size()) - operand.first;
   if (operand.count == 0) {
     if (demand == Demand::declared) return;
-    if (m_resolver.isOtherName(name)) {
-      operand.sort = Operand::Sort::literal; // a symbolic character
+    // A symbolic character, or a word such as ERASE that means something of its own in some statements.
+    if (m_resolver.isOtherName(name) || classOf(name) == WordClass::context) {
+      operand.sort = Operand::Sort::literal;
       return;
     }
     operand.count = 1;
@@ -124,7 +127,8 @@ void StatementReader::narrow(Operand& operand) {
   for (std::uint32_t k = 0; k < operand.count; ++k) {
     const std::uint32_t found = candidate(operand, k);
     bool belongs = m_preferredFile >= 0 && m_resolver.fileOf(found) == m_preferredFile;
-    for (int up = static_cast<int>(found); up >= 0 && !belongs && m_preferredParent >= 0; up = construct(static_cast<std::uint32_t>(up)).parent) {
+    for (int up = static_cast<int>(found); up >= 0 && !belongs && m_preferredParent >= 0;
+         up = construct(static_cast<std::uint32_t>(up)).parent) {
       belongs = up == m_preferredParent;
     }
     if (belongs) m_pool[operand.first + kept++] = found;
@@ -145,7 +149,8 @@ void StatementReader::closeParenthesis() {
   m_parentheses.pop_back();
   if (closed.sort == Parenthesis::Sort::group) return;
   const RelationKind kind = closed.sawColon ? RelationKind::Position : RelationKind::Subscript;
-  for (std::size_t i = closed.pending; i < m_pending.size(); ++i) relate(kind, m_pending[i], closed.base);
+  for (std::size_t i = closed.pending; i < m_pending.size(); ++i)
+    relate(kind, m_pending[i], closed.base);
   m_pending.resize(closed.pending);
   openParenthesis(closed.base);
 }

@@ -23,7 +23,9 @@ void dropRepeats(std::vector<cobol::Position>& sites) {
   std::erase_if(sites, [&](const cobol::Position& at) { return !seen.insert(at).second; });
 }
 
-std::uint64_t endsOf(std::uint32_t from, std::uint32_t to) { return (std::uint64_t{from} << 32) | to; }
+std::uint64_t endsOf(std::uint32_t from, std::uint32_t to) {
+  return (std::uint64_t{from} << 32) | to;
+}
 
 } // namespace
 
@@ -69,7 +71,9 @@ void Relations::add(RelationKind kind, std::uint32_t from, std::uint32_t to, std
   if (from != to) m_entries.push_back({endsOf(from, to), site, kind});
 }
 
-bool Relations::isElementary(std::uint32_t construct) const { return !m_analysis.constructs[construct].isGroup(); }
+bool Relations::isElementary(std::uint32_t construct) const {
+  return !m_analysis.constructs[construct].isGroup();
+}
 
 void Relations::addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site) {
   if (from == to) return;
@@ -133,7 +137,8 @@ void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) con
       if (c.isGroup()) {
         push(next.construct, next.begin + k * c.length, copies);
       } else {
-        leaves.push_back({begin + k * c.length, begin + (k + 1) * c.length, static_cast<std::uint32_t>(next.construct)});
+        leaves.push_back(
+            {begin + k * c.length, begin + (k + 1) * c.length, static_cast<std::uint32_t>(next.construct)});
       }
     }
   }
@@ -151,7 +156,8 @@ std::vector<Relations::Pair> Relations::align(std::uint32_t from, std::uint32_t 
   std::sort(right.begin(), right.end(), byBegin);
   // Redefinitions make leaves of one side overlap each other: the greatest end so far tells where a search must start.
   std::vector<std::int64_t> reach(right.size());
-  for (std::size_t i = 0; i < right.size(); ++i) reach[i] = std::max(right[i].end, i == 0 ? 0 : reach[i - 1]);
+  for (std::size_t i = 0; i < right.size(); ++i)
+    reach[i] = std::max(right[i].end, i == 0 ? 0 : reach[i - 1]);
 
   std::vector<Pair> pairs;
   std::size_t steps = 0;
@@ -218,11 +224,13 @@ void Relations::addCorresponding(RelationKind kind, std::uint32_t from, std::uin
     const auto [a, b] = open.back();
     open.pop_back();
     byName.clear();
-    for (int child = constructs[b].firstChild; child >= 0; child = constructs[static_cast<std::size_t>(child)].nextSibling) {
+    for (int child = constructs[b].firstChild; child >= 0;
+         child = constructs[static_cast<std::size_t>(child)].nextSibling) {
       const Construct& c = constructs[static_cast<std::size_t>(child)];
       if (takesPart(c)) byName.try_emplace(c.name, static_cast<std::uint32_t>(child));
     }
-    for (int child = constructs[a].firstChild; child >= 0; child = constructs[static_cast<std::size_t>(child)].nextSibling) {
+    for (int child = constructs[a].firstChild; child >= 0;
+         child = constructs[static_cast<std::size_t>(child)].nextSibling) {
       const Construct& c = constructs[static_cast<std::size_t>(child)];
       if (!takesPart(c)) continue;
       const auto match = byName.find(c.name);
@@ -244,37 +252,40 @@ void Relations::finish() {
   std::sort(m_entries.begin(), m_entries.end(), [](const Entry& a, const Entry& b) {
     return std::tie(a.ends, a.kind, a.site) < std::tie(b.ends, b.kind, b.site);
   });
-  std::vector<Relationship> all = std::move(m_analysis.relationships);
-  std::erase_if(all, [](const Relationship& r) { return r.from == r.to; });
+  const auto triple = [](const Relationship& r) { return std::tuple(r.from, r.to, r.kind); };
+  std::vector<Relationship> declared = std::move(m_analysis.relationships);
+  std::erase_if(declared, [](const Relationship& r) { return r.from == r.to; });
+  std::stable_sort(declared.begin(), declared.end(),
+                   [&](const Relationship& a, const Relationship& b) { return triple(a) < triple(b); });
+  std::vector<Relationship> all;
+  const auto append = [&](Relationship&& next) {
+    if (all.empty() || triple(all.back()) != triple(next)) {
+      all.push_back(std::move(next));
+      return;
+    }
+    auto& sites = all.back().sites;
+    sites.insert(sites.end(), next.sites.begin(), next.sites.end());
+    dropRepeats(sites);
+  };
+  auto before = declared.begin();
   for (std::size_t i = 0; i < m_entries.size();) {
     const Entry& first = m_entries[i];
     std::size_t end = i;
-    while (end < m_entries.size() && m_entries[end].ends == first.ends && m_entries[end].kind == first.kind) ++end;
-    Relationship& made = all.emplace_back();
-    made.from = static_cast<std::uint32_t>(first.ends >> 32);
-    made.to = static_cast<std::uint32_t>(first.ends);
-    made.kind = first.kind;
+    while (end < m_entries.size() && m_entries[end].ends == first.ends && m_entries[end].kind == first.kind)
+      ++end;
+    Relationship made{
+        static_cast<std::uint32_t>(first.ends >> 32), static_cast<std::uint32_t>(first.ends), first.kind, {}};
+    while (before != declared.end() && triple(*before) <= triple(made))
+      append(std::move(*before++));
     made.sites.reserve(end - i);
-    for (; i < end; ++i) {
+    for (; i < end; ++i)
       made.sites.push_back(m_stream.tokens[m_entries[i].site].position());
-    }
     dropRepeats(made.sites);
+    append(std::move(made));
   }
-  const auto triple = [](const Relationship& r) { return std::tuple(r.from, r.to, r.kind); };
-  std::stable_sort(all.begin(), all.end(),
-                   [&](const Relationship& a, const Relationship& b) { return triple(a) < triple(b); });
-  std::vector<Relationship> unique;
-  unique.reserve(all.size());
-  for (Relationship& r : all) {
-    if (unique.empty() || triple(unique.back()) != triple(r)) {
-      unique.push_back(std::move(r));
-      continue;
-    }
-    auto& sites = unique.back().sites;
-    sites.insert(sites.end(), r.sites.begin(), r.sites.end());
-    dropRepeats(sites);
-  }
-  m_analysis.relationships = std::move(unique);
+  while (before != declared.end())
+    append(std::move(*before++));
+  m_analysis.relationships = std::move(all);
   m_entries.clear();
 }
 

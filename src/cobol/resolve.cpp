@@ -11,13 +11,17 @@ namespace {
 
 constexpr std::uint32_t kNone = 0xFFFFFFFFU;
 constexpr std::size_t kMaxCandidates = 256;
+constexpr std::size_t kOften = 32;
 
-std::uint64_t keyOf(int program, NameId name) { return (static_cast<std::uint64_t>(program) << 32) | name; }
+std::uint64_t keyOf(int program, NameId name) {
+  return (static_cast<std::uint64_t>(program) << 32) | name;
+}
 
 } // namespace
 
 Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
-    : m_stream(stream), m_analysis(analysis), m_ofProgram(analysis.programs.size()), m_head(stream.names.size(), kNone) {
+    : m_stream(stream), m_analysis(analysis), m_ofProgram(analysis.programs.size()),
+      m_head(stream.names.size(), kNone) {
   const auto& constructs = analysis.constructs;
   m_names.reserve(constructs.size());
   m_next.assign(constructs.size(), kNone);
@@ -25,6 +29,13 @@ Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
     m_names.push_back(constructs[i].kind == Kind::filler ? 0 : stream.names.find(constructs[i].name));
     const auto program = static_cast<std::size_t>(constructs[i].program);
     if (program < m_ofProgram.size()) m_ofProgram[program].push_back(i);
+  }
+  m_subtreeEnd.resize(constructs.size());
+  for (std::size_t i = constructs.size(); i-- > 0;) {
+    m_subtreeEnd[i] = std::max(m_subtreeEnd[i], static_cast<std::uint32_t>(i + 1));
+    if (constructs[i].parent < 0) continue;
+    auto& end = m_subtreeEnd[static_cast<std::size_t>(constructs[i].parent)];
+    end = std::max(end, m_subtreeEnd[i]);
   }
   for (std::size_t i = 0; i < analysis.dataFiles.size(); ++i) {
     m_fileNames.push_back(stream.names.find(analysis.dataFiles[i].name));
@@ -49,9 +60,12 @@ Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
 
 void Resolver::enterProgram(int program) {
   if (m_program >= 0) {
-    for (const std::uint32_t i : m_ofProgram[static_cast<std::size_t>(m_program)]) m_head[m_names[i]] = kNone;
+    for (const std::uint32_t i : m_ofProgram[static_cast<std::size_t>(m_program)])
+      m_head[m_names[i]] = kNone;
   }
   m_program = program;
+  m_occurrences.clear();
+  m_foundBefore.clear();
   const auto& own = m_ofProgram[static_cast<std::size_t>(program)];
   for (auto i = own.rbegin(); i != own.rend(); ++i) {
     if (m_names[*i] != 0) m_head[m_names[*i]] = *i;
@@ -61,7 +75,8 @@ void Resolver::enterProgram(int program) {
 int Resolver::fileOf(std::uint32_t construct) const {
   const auto& constructs = m_analysis.constructs;
   std::size_t at = construct;
-  while (constructs[at].file < 0 && constructs[at].parent >= 0) at = static_cast<std::size_t>(constructs[at].parent);
+  while (constructs[at].file < 0 && constructs[at].parent >= 0)
+    at = static_cast<std::size_t>(constructs[at].parent);
   return constructs[at].file;
 }
 
@@ -129,9 +144,49 @@ void Resolver::collect(std::uint32_t head, std::span<const NameId> qualifiers, b
   }
 }
 
+bool Resolver::isDeclaredOften(NameId name) const {
+  std::size_t count = 0;
+  for (std::uint32_t i = m_head[name]; i != kNone && count <= kOften; i = m_next[i])
+    ++count;
+  return count > kOften;
+}
+
+void Resolver::collectAmongMany(NameId name, std::span<const NameId> qualifiers, std::vector<std::uint32_t>& found) {
+  std::vector<NameId> written{name};
+  written.insert(written.end(), qualifiers.begin(), qualifiers.end());
+  const auto [known, isNew] = m_foundBefore.try_emplace(std::move(written));
+  std::vector<std::uint32_t>& candidates = known->second;
+  if (isNew && (qualifiers.empty() || isDeclaredOften(qualifiers.back()) || findFile(qualifiers.back()) >= 0)) {
+    collect(m_head[name], qualifiers, false, candidates);
+  } else if (isNew) {
+    auto& all = m_occurrences[name];
+    for (std::uint32_t i = all.empty() ? m_head[name] : kNone; i != kNone; i = m_next[i])
+      all.push_back(i);
+    std::vector<std::uint32_t> whole;
+    for (std::uint32_t group = m_head[qualifiers.back()]; group != kNone; group = m_next[group]) {
+      for (auto i = std::lower_bound(all.begin(), all.end(), group); i != all.end() && *i < m_subtreeEnd[group]; ++i) {
+        bool isWhole = false;
+        if (!matches(*i, qualifiers, isWhole)) continue;
+        if (isWhole) whole.push_back(*i);
+        if (candidates.size() < kMaxCandidates) candidates.push_back(*i);
+      }
+    }
+    if (whole.size() == 1) candidates = whole;
+    std::sort(candidates.begin(), candidates.end());
+    candidates.erase(std::unique(candidates.begin(), candidates.end()), candidates.end());
+  }
+  found.insert(found.end(), candidates.begin(), candidates.end());
+}
+
 void Resolver::find(NameId name, std::span<const NameId> qualifiers, std::vector<std::uint32_t>& found) {
   const std::size_t before = found.size();
-  if (m_head[name] != kNone) collect(m_head[name], qualifiers, false, found);
+  if (m_head[name] != kNone) {
+    if (m_next[m_head[name]] != kNone && isDeclaredOften(name)) {
+      collectAmongMany(name, qualifiers, found);
+    } else {
+      collect(m_head[name], qualifiers, false, found);
+    }
+  }
   for (int p = m_analysis.programs[static_cast<std::size_t>(m_program)].parent; p >= 0 && found.size() == before;
        p = m_analysis.programs[static_cast<std::size_t>(p)].parent) {
     const auto head = m_globalHead.find(keyOf(p, name));
@@ -155,7 +210,8 @@ bool Resolver::isDeclared(NameId name) const {
 int Resolver::findFile(NameId name) const {
   for (int p = m_program; p >= 0; p = m_analysis.programs[static_cast<std::size_t>(p)].parent) {
     const auto file = m_files.find(keyOf(p, name));
-    if (file != m_files.end() && (p == m_program || m_analysis.dataFiles[static_cast<std::size_t>(file->second)].global)) {
+    if (file != m_files.end() &&
+        (p == m_program || m_analysis.dataFiles[static_cast<std::size_t>(file->second)].global)) {
       return file->second;
     }
   }
@@ -221,7 +277,8 @@ std::uint32_t Resolver::specialRegister(NameId name) {
 
 std::uint32_t Resolver::undeclared(NameId name, std::span<const NameId> qualifiers, std::uint32_t token) {
   std::string written(m_stream.names.text(name));
-  for (const NameId qualifier : qualifiers) written += " OF " + std::string(m_stream.names.text(qualifier));
+  for (const NameId qualifier : qualifiers)
+    written += " OF " + std::string(m_stream.names.text(qualifier));
   return make(Kind::undeclared, std::move(written), token);
 }
 

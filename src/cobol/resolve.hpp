@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <span>
 #include <string>
 #include <string_view>
@@ -49,7 +50,12 @@ class Resolver {
  private:
   using Chain = std::unordered_map<std::uint64_t, std::uint32_t>;
 
-  void collect(std::uint32_t head, std::span<const NameId> qualifiers, bool globalOnly, std::vector<std::uint32_t>& found);
+  /// Own candidates of a name that the program declares very often: only the subtrees of the last qualifier are
+  /// searched, and what was found is kept.
+  void collectAmongMany(NameId name, std::span<const NameId> qualifiers, std::vector<std::uint32_t>& found);
+  bool isDeclaredOften(NameId name) const;
+  void collect(std::uint32_t head, std::span<const NameId> qualifiers, bool globalOnly,
+               std::vector<std::uint32_t>& found);
   bool matches(std::uint32_t construct, std::span<const NameId> qualifiers, bool& whole) const;
   bool isGlobal(std::uint32_t construct) const;
   std::uint32_t specialRegister(NameId name);
@@ -59,13 +65,17 @@ class Resolver {
   const TokenStream& m_stream;
   Analysis& m_analysis;
   int m_program = -1;
-  std::vector<NameId> m_names;                          ///< of every construct
-  std::vector<NameId> m_fileNames;                      ///< of every data file
-  std::vector<std::uint32_t> m_next;                    ///< the next construct of the same name in the same program
-  std::vector<std::vector<std::uint32_t>> m_ofProgram;  ///< its constructs in declaration order
-  std::vector<std::uint32_t> m_head;                    ///< by name id: first construct of the program entered
-  Chain m_globalHead;                                   ///< program and name: first, for programs that contain others
-  std::unordered_map<std::uint64_t, int> m_files;       ///< program and name
+  std::vector<NameId> m_names;                         ///< of every construct
+  std::vector<NameId> m_fileNames;                     ///< of every data file
+  std::vector<std::uint32_t> m_next;                   ///< the next construct of the same name in the same program
+  std::vector<std::vector<std::uint32_t>> m_ofProgram; ///< its constructs in declaration order
+  std::vector<std::uint32_t> m_subtreeEnd;             ///< one behind the last construct below each
+  std::unordered_map<NameId, std::vector<std::uint32_t>> m_occurrences; ///< of names declared often, in this program
+  std::map<std::vector<NameId>, std::vector<std::uint32_t>>
+      m_foundBefore;                                     ///< name and qualifiers: such names' candidates
+  std::vector<std::uint32_t> m_head;                     ///< by name id: first construct of the program entered
+  Chain m_globalHead;                                    ///< program and name: first, for programs that contain others
+  std::unordered_map<std::uint64_t, int> m_files;        ///< program and name
   std::unordered_map<std::string, std::uint32_t> m_made; ///< by program, kind and name
   std::unordered_map<std::uint64_t, std::uint32_t> m_registers; ///< outermost program and name
 };

@@ -7,41 +7,58 @@ namespace cobol {
 std::optional<RegisterShape> registerShape(Keyword word) {
   using enum Keyword;
   switch (word) {
-    case ReturnCode:
-    case SortReturn:
-    case SortModeSize: return RegisterShape{"S9(4)", "COMP", 2, 4};
-    case SortCoreSize:
-    case SortFileSize: return RegisterShape{"S9(8)", "COMP", 4, 8};
-    case Tally: return RegisterShape{"9(5)", "COMP", 4, 5};
-    case SortControl:
-    case SortMessage: return RegisterShape{"X(8)", "DISPLAY", 8, 0};
-    case WhenCompiled: return RegisterShape{"X(16)", "DISPLAY", 16, 0};
-    case ShiftIn:
-    case ShiftOut: return RegisterShape{"X", "DISPLAY", 1, 0};
-    case LinageCounter:
-    case LineCounter:
-    case PageCounter: return RegisterShape{"9(9)", "COMP", 4, 9};
-    case DebugItem: return RegisterShape{"X(98)", "DISPLAY", 98, 0};
-    case DebugLine: return RegisterShape{"X(6)", "DISPLAY", 6, 0};
-    case DebugName:
-    case DebugContents: return RegisterShape{"X(30)", "DISPLAY", 30, 0};
-    case DebugSub1:
-    case DebugSub2:
-    case DebugSub3: return RegisterShape{"S9(4)", "DISPLAY", 5, 4};
-    case XmlCode:
-    case XmlInformation:
-    case JsonCode:
-    case JsonStatus:
-    case NumberOfCallParameters: return RegisterShape{"S9(9)", "COMP", 4, 9};
-    case XmlEvent: return RegisterShape{"X(30)", "DISPLAY", 30, 0};
-    case XmlText:
-    case XmlNamespace:
-    case XmlNamespacePrefix: return RegisterShape{"X", "DISPLAY", 1, 0};
-    case XmlNtext:
-    case XmlNnamespace:
-    case XmlNnamespacePrefix: return RegisterShape{"N", "NATIONAL", 2, 0};
-    case Jnienvptr: return RegisterShape{"", "POINTER", 4, 0};
-    default: return std::nullopt;
+  case ReturnCode:
+  case SortReturn:
+  case SortModeSize:
+    return RegisterShape{"S9(4)", "COMP", 2, 4};
+  case SortCoreSize:
+  case SortFileSize:
+    return RegisterShape{"S9(8)", "COMP", 4, 8};
+  case Tally:
+    return RegisterShape{"9(5)", "COMP", 4, 5};
+  case SortControl:
+  case SortMessage:
+    return RegisterShape{"X(8)", "DISPLAY", 8, 0};
+  case WhenCompiled:
+    return RegisterShape{"X(16)", "DISPLAY", 16, 0};
+  case ShiftIn:
+  case ShiftOut:
+    return RegisterShape{"X", "DISPLAY", 1, 0};
+  case LinageCounter:
+  case LineCounter:
+  case PageCounter:
+    return RegisterShape{"9(9)", "COMP", 4, 9};
+  case DebugItem:
+    return RegisterShape{"X(98)", "DISPLAY", 98, 0};
+  case DebugLine:
+    return RegisterShape{"X(6)", "DISPLAY", 6, 0};
+  case DebugName:
+  case DebugContents:
+    return RegisterShape{"X(30)", "DISPLAY", 30, 0};
+  case DebugSub1:
+  case DebugSub2:
+  case DebugSub3:
+    return RegisterShape{"S9(4)", "DISPLAY", 5, 4};
+  case XmlCode:
+  case XmlInformation:
+  case JsonCode:
+  case JsonStatus:
+  case NumberOfCallParameters:
+    return RegisterShape{"S9(9)", "COMP", 4, 9};
+  case XmlEvent:
+    return RegisterShape{"X(30)", "DISPLAY", 30, 0};
+  case XmlText:
+  case XmlNamespace:
+  case XmlNamespacePrefix:
+    return RegisterShape{"X", "DISPLAY", 1, 0};
+  case XmlNtext:
+  case XmlNnamespace:
+  case XmlNnamespacePrefix:
+    return RegisterShape{"N", "NATIONAL", 2, 0};
+  case Jnienvptr:
+    return RegisterShape{"", "POINTER", 4, 0};
+  default:
+    return std::nullopt;
   }
 }
 

@@ -23,7 +23,8 @@ bool StatementReader::accept(Keyword word) {
 }
 
 void StatementReader::skip(std::initializer_list<Keyword> words) {
-  while (m_at < m_end && std::find(words.begin(), words.end(), keyword()) != words.end()) ++m_at;
+  while (m_at < m_end && std::find(words.begin(), words.end(), keyword()) != words.end())
+    ++m_at;
 }
 
 bool StatementReader::isSymbol(const Token& t, char symbol) const {
@@ -40,34 +41,42 @@ bool StatementReader::atName(std::uint32_t ahead) const {
   const Token& t = token(ahead);
   if (t.kind != TokenKind::word) return false;
   switch (classOf(t.text)) {
-    case WordClass::none:
-    case WordClass::context:
-    case WordClass::specialRegister: return true;
-    case WordClass::figurative:
-    case WordClass::terminator: return false;
-    default: return m_resolver.isDeclared(t.text);
+  case WordClass::none:
+  case WordClass::context:
+  case WordClass::specialRegister:
+    return true;
+  case WordClass::figurative:
+  case WordClass::terminator:
+    return false;
+  default:
+    return m_resolver.isDeclared(t.text);
   }
 }
 
 bool StatementReader::atConstant() const {
   const Token& t = token();
   switch (t.kind) {
-    case TokenKind::number:
-    case TokenKind::literal: return true;
-    case TokenKind::symbol: return (isSymbol(t, '+') || isSymbol(t, '-')) && token(1).kind == TokenKind::number;
-    case TokenKind::word: {
-      const Keyword word = keywordOf(t.text);
-      if (word == Keyword::All) return token(1).kind == TokenKind::literal || classOf(keyword(1)) == WordClass::figurative;
-      return classOf(word) == WordClass::figurative || word == Keyword::True || word == Keyword::False;
-    }
-    default: return false;
+  case TokenKind::number:
+  case TokenKind::literal:
+    return true;
+  case TokenKind::symbol:
+    return (isSymbol(t, '+') || isSymbol(t, '-')) && token(1).kind == TokenKind::number;
+  case TokenKind::word: {
+    const Keyword word = keywordOf(t.text);
+    if (word == Keyword::All)
+      return token(1).kind == TokenKind::literal || classOf(keyword(1)) == WordClass::figurative;
+    return classOf(word) == WordClass::figurative || word == Keyword::True || word == Keyword::False;
+  }
+  default:
+    return false;
   }
 }
 
 bool StatementReader::atOperand() const {
   if (atConstant() || atName()) return !atBoundary();
   const Keyword word = keyword();
-  return word == Keyword::Length || word == Keyword::ByteLength || word == Keyword::Address || word == Keyword::Function;
+  return word == Keyword::Length || word == Keyword::ByteLength || word == Keyword::Address ||
+         word == Keyword::Function;
 }
 
 bool StatementReader::isVerb(const Token& t) const {
@@ -75,48 +84,54 @@ bool StatementReader::isVerb(const Token& t) const {
   const Keyword word = keywordOf(t.text);
   if (classOf(word) != WordClass::verb) return false;
   switch (word) {
-    // Names that only some compilers reserve: a declaration decides.
-    case Keyword::Allocate:
-    case Keyword::Chain:
-    case Keyword::Commit:
-    case Keyword::Destroy:
-    case Keyword::Disable:
-    case Keyword::Enable:
-    case Keyword::Enter:
-    case Keyword::Examine:
-    case Keyword::Exhibit:
-    case Keyword::Free:
-    case Keyword::Json:
-    case Keyword::Modify:
-    case Keyword::Purge:
-    case Keyword::Raise:
-    case Keyword::Ready:
-    case Keyword::Receive:
-    case Keyword::Reset:
-    case Keyword::Resume:
-    case Keyword::Rollback:
-    case Keyword::Send:
-    case Keyword::Service:
-    case Keyword::Transform:
-    case Keyword::Unlock:
-    case Keyword::Validate:
-    case Keyword::Xml: return !m_resolver.isDeclared(t.text);
-    default: return true;
+  // Names that only some compilers reserve: a declaration decides.
+  case Keyword::Allocate:
+  case Keyword::Chain:
+  case Keyword::Commit:
+  case Keyword::Destroy:
+  case Keyword::Disable:
+  case Keyword::Enable:
+  case Keyword::Enter:
+  case Keyword::Examine:
+  case Keyword::Exhibit:
+  case Keyword::Free:
+  case Keyword::Json:
+  case Keyword::Modify:
+  case Keyword::Purge:
+  case Keyword::Raise:
+  case Keyword::Ready:
+  case Keyword::Receive:
+  case Keyword::Reset:
+  case Keyword::Resume:
+  case Keyword::Rollback:
+  case Keyword::Send:
+  case Keyword::Service:
+  case Keyword::Transform:
+  case Keyword::Unlock:
+  case Keyword::Validate:
+  case Keyword::Xml:
+    return !m_resolver.isDeclared(t.text);
+  default:
+    return true;
   }
 }
 
 std::uint32_t StatementReader::phraseLength() const {
   const auto conditionAt = [this](std::uint32_t ahead) -> std::uint32_t {
     switch (keyword(ahead)) {
-      case Keyword::Size: return keyword(ahead + 1) == Keyword::Error ? 2 : 0;
-      case Keyword::Invalid: return keyword(ahead + 1) == Keyword::Key ? 2 : 1;
-      case Keyword::Exception:
-      case Keyword::Overflow:
-      case Keyword::End:
-      case Keyword::EndOfPage:
-      case Keyword::Eop:
-      case Keyword::Escape: return 1;
-      default: return 0;
+    case Keyword::Size:
+      return keyword(ahead + 1) == Keyword::Error ? 2 : 0;
+    case Keyword::Invalid:
+      return keyword(ahead + 1) == Keyword::Key ? 2 : 1;
+    case Keyword::Exception:
+    case Keyword::Overflow:
+    case Keyword::End:
+    case Keyword::EndOfPage:
+    case Keyword::Eop:
+    case Keyword::Escape:
+      return 1;
+    default:
+      return 0;
     }
   };
   std::uint32_t ahead = 0;
@@ -137,8 +152,8 @@ bool StatementReader::atProcedureName(bool sentenceStart) const {
   const bool isFree = wordClass == WordClass::none || wordClass == WordClass::context;
   if (sentenceStart && (isSection || (isFree && token(1).kind == TokenKind::period))) return true;
   // Without a period before it only a word in area A can be one, if nothing declares it.
-  const bool inAreaA = t.has(TokenFlag::areaA) && t.file < m_stream.files.size() &&
-                       m_stream.files[t.file].format != Format::free;
+  const bool inAreaA =
+      t.has(TokenFlag::areaA) && t.file < m_stream.files.size() && m_stream.files[t.file].format != Format::free;
   if (!inAreaA || !isFree || m_resolver.isDeclared(t.text)) return false;
   return isSection || token(1).kind == TokenKind::period || (sentenceStart && token(1).has(TokenFlag::lineStart));
 }
@@ -151,28 +166,36 @@ bool StatementReader::atBoundary() const {
   if (t.text >= keywordCount()) return false;
   const Keyword word = keywordOf(t.text);
   switch (classOf(word)) {
-    case WordClass::verb: return isVerb(t);
-    case WordClass::terminator: return true;
-    case WordClass::none:
-    case WordClass::context:
-    case WordClass::figurative: return false;
-    default: break;
+  case WordClass::verb:
+    return isVerb(t);
+  case WordClass::terminator:
+    return true;
+  case WordClass::none:
+  case WordClass::context:
+  case WordClass::figurative:
+    return false;
+  default:
+    break;
   }
   switch (word) {
-    case Keyword::Else:
-    case Keyword::When: return true;
-    case Keyword::Next: return keyword(1) == Keyword::Sentence;
-    case Keyword::Not:
-    case Keyword::On:
-    case Keyword::At:
-    case Keyword::Size:
-    case Keyword::Invalid:
-    case Keyword::Exception:
-    case Keyword::Overflow:
-    case Keyword::End:
-    case Keyword::EndOfPage:
-    case Keyword::Eop: return phraseLength() > 0;
-    default: return false;
+  case Keyword::Else:
+  case Keyword::When:
+    return true;
+  case Keyword::Next:
+    return keyword(1) == Keyword::Sentence;
+  case Keyword::Not:
+  case Keyword::On:
+  case Keyword::At:
+  case Keyword::Size:
+  case Keyword::Invalid:
+  case Keyword::Exception:
+  case Keyword::Overflow:
+  case Keyword::End:
+  case Keyword::EndOfPage:
+  case Keyword::Eop:
+    return phraseLength() > 0;
+  default:
+    return false;
   }
 }
 
@@ -184,7 +207,8 @@ void StatementReader::touch(const Operand& operand, Access access) {
   if (operand.sort == Operand::Sort::lengthOf || (operand.sort == Operand::Sort::addressOf && access == Access::read)) {
     access = Access::named;
   }
-  for (std::uint32_t k = 0; k < operand.count; ++k) touch(candidate(operand, k), operand.token, access);
+  for (std::uint32_t k = 0; k < operand.count; ++k)
+    touch(candidate(operand, k), operand.token, access);
 }
 
 void StatementReader::touchPlaced(NameId name, std::uint32_t token, Position at) {
@@ -207,7 +231,8 @@ Operand StatementReader::recordsOf(int file, std::uint32_t token) {
   const auto& records = m_analysis.dataFiles[static_cast<std::size_t>(file)].records;
   Operand made{Operand::Sort::item, token, static_cast<std::uint32_t>(m_pool.size()),
                static_cast<std::uint32_t>(records.size())};
-  for (const int record : records) m_pool.push_back(static_cast<std::uint32_t>(record));
+  for (const int record : records)
+    m_pool.push_back(static_cast<std::uint32_t>(record));
   return made;
 }
 
@@ -237,31 +262,43 @@ void StatementReader::relate(RelationKind kind, const Operand& from, const Opera
 void StatementReader::relateMove(const Operand& from, const Operand& to) {
   if (!from.isItem() || !to.isItem()) return;
   for (std::uint32_t i = 0; i < from.count; ++i) {
-    for (std::uint32_t k = 0; k < to.count; ++k) m_relations.addMove(candidate(from, i), candidate(to, k), from.token);
+    for (std::uint32_t k = 0; k < to.count; ++k)
+      m_relations.addMove(candidate(from, i), candidate(to, k), from.token);
   }
 }
 
 void StatementReader::relateLeaves(const Operand& from, const Operand& to) {
   for (std::uint32_t i = 0; i < from.count; ++i) {
-    for (std::uint32_t k = 0; k < to.count; ++k) m_relations.addLeaves(candidate(from, i), candidate(to, k), from.token);
+    for (std::uint32_t k = 0; k < to.count; ++k)
+      m_relations.addLeaves(candidate(from, i), candidate(to, k), from.token);
   }
 }
 
 void StatementReader::relateFlow(const Term& from, const Operand& to) {
   switch (from.flow) {
-    case Term::Flow::plain: relateMove(from.operand, to); break;
-    case Term::Flow::added: relate(RelationKind::Addition, from.operand, to); break;
-    case Term::Flow::computed: relate(RelationKind::Computation, from.operand, to); break;
-    case Term::Flow::length: relate(RelationKind::Length, from.operand, to); break;
+  case Term::Flow::plain:
+    relateMove(from.operand, to);
+    break;
+  case Term::Flow::added:
+    relate(RelationKind::Addition, from.operand, to);
+    break;
+  case Term::Flow::computed:
+    relate(RelationKind::Computation, from.operand, to);
+    break;
+  case Term::Flow::length:
+    relate(RelationKind::Length, from.operand, to);
+    break;
   }
 }
 
 void StatementReader::relateFlow(TermRange from, const Operand& to) {
-  for (std::uint32_t i = from.begin; i < from.end; ++i) relateFlow(m_terms[i], to);
+  for (std::uint32_t i = from.begin; i < from.end; ++i)
+    relateFlow(m_terms[i], to);
 }
 
 void StatementReader::relateAll(RelationKind kind, TermRange from, const Operand& to) {
-  for (std::uint32_t i = from.begin; i < from.end; ++i) relate(kind, m_terms[i].operand, to);
+  for (std::uint32_t i = from.begin; i < from.end; ++i)
+    relate(kind, m_terms[i].operand, to);
 }
 
 void StatementReader::relateFlowAs(RelationKind kind, TermRange from, const Operand& to) {

@@ -21,8 +21,8 @@ namespace cobol {
 struct Operand {
   enum class Sort : std::uint8_t { none, item, lengthOf, addressOf, literal };
   Sort sort = Sort::none;
-  std::uint32_t token = 0;     ///< its name's token
-  std::uint32_t first = 0;     ///< candidates in the reader's pool; more than one when the name is ambiguous
+  std::uint32_t token = 0; ///< its name's token
+  std::uint32_t first = 0; ///< candidates in the reader's pool; more than one when the name is ambiguous
   std::uint32_t count = 0;
 
   bool isItem() const { return sort == Sort::item; }
@@ -49,8 +49,8 @@ enum class Demand : std::uint8_t {
 
 /// What the words between verbs belong to.
 struct Block {
-  Keyword verb = Keyword::None;         ///< IF, EVALUATE, SEARCH or PERFORM
-  std::uint32_t firstSubject = 0;       ///< in the stack of subjects
+  Keyword verb = Keyword::None;   ///< IF, EVALUATE, SEARCH or PERFORM
+  std::uint32_t firstSubject = 0; ///< in the stack of subjects
 };
 struct Subject {
   std::uint32_t construct = 0;
@@ -114,7 +114,8 @@ class StatementReader {
   void touchPlaced(NameId name, std::uint32_t token, Position at);
   std::uint32_t candidate(const Operand& operand, std::uint32_t k) const { return m_pool[operand.first + k]; }
   const Construct& construct(std::uint32_t index) const { return m_analysis.constructs[index]; }
-  /// Among several candidates for the next names those subordinate to the construct or belonging to the file win; -1: none.
+  /// Among several candidates for the next names those subordinate to the construct or belonging to the file win; -1:
+  /// none.
   void prefer(int construct, int file) { m_preferredParent = construct, m_preferredFile = file; }
   /// In EXEC text: a host variable behind its colon, `A.B` meaning B OF A.
   Operand hostVariable();
@@ -153,8 +154,6 @@ class StatementReader {
   // Statements
   /// Forgets the operands of the statement before and notes the verb, the word at `index`.
   void beginStatement(NameId verb);
-  NameId verb() const { return m_verb; }
-  void setVerb(NameId verb) { m_verb = verb; }
   /// Takes every declared name up to the boundary as read.
   void generic();
   void diagnose(Code code, Severity severity, std::uint32_t token, std::string text);
@@ -165,8 +164,8 @@ class StatementReader {
   Resolver& resolver() { return m_resolver; }
   Relations& relations() { return m_relations; }
 
-  std::vector<Block> blocks;      ///< open statements that own later words
-  std::vector<Subject> subjects;  ///< of the EVALUATE statements among them
+  std::vector<Block> blocks;     ///< open statements that own later words
+  std::vector<Subject> subjects; ///< of the EVALUATE statements among them
 
   /// Orders the instances by their place and hands them and the relations to the analysis.
   void finish();
@@ -184,14 +183,14 @@ class StatementReader {
     FunctionKind function = FunctionKind::none;
     bool sawAdd = false;
     bool sawMultiply = false;
-    std::uint32_t begin = 0;       ///< first term of the argument or group
-    std::uint32_t chain = 0;       ///< first term of the product
-    bool pending = false;          ///< a relational operator waits for its object
+    std::uint32_t begin = 0; ///< first term of the argument or group
+    std::uint32_t chain = 0; ///< first term of the product
+    bool pending = false;    ///< a relational operator waits for its object
     bool hasSubject = false;
-    bool connected = false;        ///< behind AND or OR: an abbreviated object may follow
-    bool related = false;          ///< the group holds a condition
+    bool connected = false; ///< behind AND or OR: an abbreviated object may follow
+    bool related = false;   ///< the group holds a condition
     TermRange subject{};
-    std::uint32_t side = 0;        ///< first term of the side that is being read
+    std::uint32_t side = 0; ///< first term of the side that is being read
   };
   struct Mark {
     std::uint32_t begin;
@@ -243,7 +242,7 @@ class StatementReader {
   bool m_hadTest = false;
   int m_preferredParent = -1;
   int m_preferredFile = -1;
-  std::vector<std::uint32_t> m_pool;       ///< candidates of the statement's operands
+  std::vector<std::uint32_t> m_pool; ///< candidates of the statement's operands
   std::vector<Term> m_terms;
   std::vector<Level> m_levels;
   std::vector<Mark> m_marks;

@@ -81,7 +81,8 @@ constexpr std::pair<Keyword, StatementHandler> kHandlers[] = {
 
 constexpr Table makeTable() {
   Table table{};
-  for (const auto& [verb, handler] : kHandlers) table[idOf(verb)] = handler;
+  for (const auto& [verb, handler] : kHandlers)
+    table[idOf(verb)] = handler;
   return table;
 }
 
@@ -89,6 +90,8 @@ constexpr Table kTable = makeTable();
 
 } // namespace
 
-StatementHandler handlerOf(Keyword verb) { return kTable[idOf(verb)]; }
+StatementHandler handlerOf(Keyword verb) {
+  return kTable[idOf(verb)];
+}
 
 } // namespace cobol

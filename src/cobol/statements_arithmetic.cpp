@@ -41,7 +41,8 @@ std::vector<Operand> receivers(StatementReader& r) {
 }
 
 void touchAll(StatementReader& r, const std::vector<Operand>& all, Access access) {
-  for (const Operand& one : all) r.touch(one, access);
+  for (const Operand& one : all)
+    r.touch(one, access);
 }
 
 void corresponding(StatementReader& r, Keyword connective) {
@@ -67,7 +68,8 @@ void addOrSubtract(StatementReader& r, Keyword connective) {
   if (r.accept(connective)) second = receivers(r);
   if (!r.accept(Keyword::Giving)) {
     touchAll(r, second, Access::both);
-    for (const Operand& to : second) r.relateFlowAs(RelationKind::Addition, added, to);
+    for (const Operand& to : second)
+      r.relateFlowAs(RelationKind::Addition, added, to);
     return;
   }
   touchAll(r, second, Access::read);
@@ -75,20 +77,26 @@ void addOrSubtract(StatementReader& r, Keyword connective) {
   touchAll(r, results, Access::write);
   for (const Operand& to : results) {
     r.relateFlowAs(RelationKind::Addition, added, to);
-    for (const Operand& operand : second) r.relate(RelationKind::Addition, operand, to);
+    for (const Operand& operand : second)
+      r.relate(RelationKind::Addition, operand, to);
   }
 }
 
 void relateComputed(StatementReader& r, TermRange from, const std::vector<Operand>& second, const Operand& to) {
   r.relateFlowAs(RelationKind::Computation, from, to);
-  for (const Operand& operand : second) r.relate(RelationKind::Computation, operand, to);
+  for (const Operand& operand : second)
+    r.relate(RelationKind::Computation, operand, to);
 }
 
 } // namespace
 
-void readAdd(StatementReader& r) { addOrSubtract(r, Keyword::To); }
+void readAdd(StatementReader& r) {
+  addOrSubtract(r, Keyword::To);
+}
 
-void readSubtract(StatementReader& r) { addOrSubtract(r, Keyword::From); }
+void readSubtract(StatementReader& r) {
+  addOrSubtract(r, Keyword::From);
+}
 
 void readMultiply(StatementReader& r) {
   const TermRange factor = operands(r);
@@ -96,13 +104,15 @@ void readMultiply(StatementReader& r) {
   const std::vector<Operand> second = receivers(r);
   if (!r.accept(Keyword::Giving)) {
     touchAll(r, second, Access::both);
-    for (const Operand& to : second) r.relateFlowAs(RelationKind::Computation, factor, to);
+    for (const Operand& to : second)
+      r.relateFlowAs(RelationKind::Computation, factor, to);
     return;
   }
   touchAll(r, second, Access::read);
   const std::vector<Operand> results = receivers(r);
   touchAll(r, results, Access::write);
-  for (const Operand& to : results) relateComputed(r, factor, second, to);
+  for (const Operand& to : results)
+    relateComputed(r, factor, second, to);
 }
 
 void readDivide(StatementReader& r) {
@@ -112,16 +122,19 @@ void readDivide(StatementReader& r) {
   const std::vector<Operand> second = receivers(r);
   if (!r.accept(Keyword::Giving)) {
     touchAll(r, second, Access::both);
-    for (const Operand& to : second) r.relateFlowAs(RelationKind::Computation, first, to);
+    for (const Operand& to : second)
+      r.relateFlowAs(RelationKind::Computation, first, to);
     return;
   }
   touchAll(r, second, Access::read);
   std::vector<Operand> results = receivers(r);
   if (r.accept(Keyword::Remainder)) {
-    for (const Operand& remainder : receivers(r)) results.push_back(remainder);
+    for (const Operand& remainder : receivers(r))
+      results.push_back(remainder);
   }
   touchAll(r, results, Access::write);
-  for (const Operand& to : results) relateComputed(r, first, second, to);
+  for (const Operand& to : results)
+    relateComputed(r, first, second, to);
 }
 
 void readCompute(StatementReader& r) {
@@ -129,7 +142,8 @@ void readCompute(StatementReader& r) {
   if (!r.acceptSymbol('=') && !r.accept(Keyword::Equal) && !r.accept(Keyword::Equals)) return;
   touchAll(r, targets, Access::write);
   const TermRange value = r.expression();
-  for (const Operand& to : targets) r.relateFlow(value, to);
+  for (const Operand& to : targets)
+    r.relateFlow(value, to);
 }
 
 } // namespace cobol

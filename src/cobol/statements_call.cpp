@@ -11,7 +11,8 @@ namespace {
 
 std::string upper(std::string_view text) {
   std::string out(text);
-  for (char& c : out) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  for (char& c : out)
+    c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
   return out;
 }
 
@@ -85,7 +86,8 @@ void entry(StatementReader& r, const std::string& program) {
     r.advance();
     const Operand result = r.read(Access::write);
     if (result.isItem()) {
-      r.relate(RelationKind::Parameter, result, r.operandOf(r.resolver().callSlot(program, 0, result.token), result.token));
+      r.relate(RelationKind::Parameter, result,
+               r.operandOf(r.resolver().callSlot(program, 0, result.token), result.token));
     }
   }
 }
@@ -100,7 +102,8 @@ std::string calledName(StatementReader& r) {
     return "?";
   }
   std::string name = upper(r.text(r.token()));
-  while (!name.empty() && name.back() == ' ') name.pop_back();
+  while (!name.empty() && name.back() == ' ')
+    name.pop_back();
   r.addPlace("CALL", name, r.index());
   r.operand();
   return name;
@@ -156,11 +159,14 @@ void readAllocate(StatementReader& r) {
   }
 }
 
-void readFree(StatementReader& r) { r.readAll(Access::write); }
+void readFree(StatementReader& r) {
+  r.readAll(Access::write);
+}
 
 void readProcedureHeader(StatementReader& r) {
   entry(r, r.analysis().programs[static_cast<std::size_t>(r.resolver().program())].name);
-  while (!r.atBoundary()) r.advance();
+  while (!r.atBoundary())
+    r.advance();
 }
 
 } // namespace cobol

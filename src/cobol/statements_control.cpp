@@ -14,12 +14,14 @@ constexpr std::size_t kSubjectTerms = 64;
 /// Whether the word is one of those that tell how an inline PERFORM goes on, so it is no procedure's name.
 bool isPerformPhrase(Keyword word) {
   switch (word) {
-    case Keyword::Until:
-    case Keyword::Varying:
-    case Keyword::With:
-    case Keyword::Test:
-    case Keyword::Forever: return true;
-    default: return false;
+  case Keyword::Until:
+  case Keyword::Varying:
+  case Keyword::With:
+  case Keyword::Test:
+  case Keyword::Forever:
+    return true;
+  default:
+    return false;
   }
 }
 
@@ -31,7 +33,8 @@ std::uint32_t operandLength(const StatementReader& r, std::uint32_t ahead) {
   if (r.keyword(ahead) == Keyword::Of) ++ahead;
   if (r.token(ahead).kind != TokenKind::word) return 0;
   ++ahead;
-  while (r.keyword(ahead) == Keyword::Of || r.keyword(ahead) == Keyword::In) ahead += 2;
+  while (r.keyword(ahead) == Keyword::Of || r.keyword(ahead) == Keyword::In)
+    ahead += 2;
   while (r.isSymbol(r.token(ahead), '(')) {
     for (int depth = 0;; ++ahead) {
       const Token& t = r.token(ahead);
@@ -52,7 +55,8 @@ bool timesFollows(const StatementReader& r) {
 
 void skipProcedureName(StatementReader& r) {
   r.advance();
-  while ((r.at(Keyword::Of) || r.at(Keyword::In)) && r.token(1).kind == TokenKind::word) r.advance(2);
+  while ((r.at(Keyword::Of) || r.at(Keyword::In)) && r.token(1).kind == TokenKind::word)
+    r.advance(2);
 }
 
 void varying(StatementReader& r) {
@@ -67,6 +71,7 @@ void varying(StatementReader& r) {
 void readIf(StatementReader& r) {
   r.condition();
   r.accept(Keyword::Then);
+  r.blocks.push_back({Keyword::If, static_cast<std::uint32_t>(r.subjects.size())});
 }
 
 void readEvaluate(StatementReader& r) {
@@ -119,7 +124,8 @@ void readPerform(StatementReader& r) {
     if (!r.accept(Keyword::Exit)) r.condition();
   } else if (r.accept(Keyword::Varying)) {
     varying(r);
-    while (r.accept(Keyword::After)) varying(r);
+    while (r.accept(Keyword::After))
+      varying(r);
   }
   if (isInline) r.blocks.push_back({Keyword::Perform, static_cast<std::uint32_t>(r.subjects.size())});
 }
@@ -158,9 +164,9 @@ void readStop(StatementReader& r) {
 
 void readExit(StatementReader& r) {
   // PROGRAM, PERFORM, PARAGRAPH, SECTION … and the verbs among them
-  while (!r.atEnd() && (r.at(Keyword::Program) || r.at(Keyword::Perform) || r.at(Keyword::Paragraph) ||
-                        r.at(Keyword::Section) || r.at(Keyword::Cycle) || r.at(Keyword::Function) ||
-                        r.at(Keyword::Method))) {
+  while (!r.atEnd() &&
+         (r.at(Keyword::Program) || r.at(Keyword::Perform) || r.at(Keyword::Paragraph) || r.at(Keyword::Section) ||
+          r.at(Keyword::Cycle) || r.at(Keyword::Function) || r.at(Keyword::Method))) {
     r.advance();
   }
   r.skip({Keyword::Returning, Keyword::Giving});
@@ -179,7 +185,8 @@ void readUse(StatementReader& r) {
 }
 
 void readNothing(StatementReader& r) {
-  while (!r.atBoundary()) r.advance();
+  while (!r.atBoundary())
+    r.advance();
 }
 
 void readNamed(StatementReader& r) {

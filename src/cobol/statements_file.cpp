@@ -33,7 +33,8 @@ void readKey(StatementReader& r, const Operand& records) {
 } // namespace
 
 void readOpenOrClose(StatementReader& r) {
-  while (!r.atBoundary()) r.advance(); // only files and how they are opened
+  while (!r.atBoundary())
+    r.advance(); // only files and how they are opened
 }
 
 void readRead(StatementReader& r) {
@@ -71,7 +72,8 @@ void readWrite(StatementReader& r) {
   if (from) {
     const TermRange source = r.primary();
     r.relateAll(RelationKind::Write, source, record);
-    for (std::uint32_t i = source.begin; i < source.end; ++i) r.relateLeaves(r.term(i).operand, record);
+    for (std::uint32_t i = source.begin; i < source.end; ++i)
+      r.relateLeaves(r.term(i).operand, record);
   }
   readPhrases(r); // BEFORE/AFTER ADVANCING
 }
@@ -91,7 +93,8 @@ void readStart(StatementReader& r) {
 void readDelete(StatementReader& r) {
   r.skip({Keyword::File});
   r.fileName();
-  while (r.at(Keyword::Record) || (r.token().kind == TokenKind::word && !r.atBoundary())) r.advance();
+  while (r.at(Keyword::Record) || (r.token().kind == TokenKind::word && !r.atBoundary()))
+    r.advance();
 }
 
 void readAccept(StatementReader& r) {

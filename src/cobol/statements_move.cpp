@@ -52,7 +52,8 @@ void readInitialize(StatementReader& r) {
       continue;
     }
     const TermRange by = r.primary();
-    for (const Operand& item : items) r.relateFlow(by, item);
+    for (const Operand& item : items)
+      r.relateFlow(by, item);
   }
 }
 

@@ -53,16 +53,20 @@ Demand demandOfTargets(const StatementReader& r) {
 void setUpOrDown(StatementReader& r, const std::vector<Operand>& targets) {
   r.advance();
   r.accept(Keyword::By);
-  for (const Operand& target : targets) r.touch(target, Access::both);
+  for (const Operand& target : targets)
+    r.touch(target, Access::both);
   const TermRange by = r.expression();
-  for (const Operand& target : targets) r.relateFlowAs(RelationKind::Addition, by, target);
+  for (const Operand& target : targets)
+    r.relateFlowAs(RelationKind::Addition, by, target);
 }
 
 void setTo(StatementReader& r, const std::vector<Operand>& targets) {
-  for (const Operand& target : targets) r.touch(target, Access::write);
+  for (const Operand& target : targets)
+    r.touch(target, Access::write);
   if (r.at(Keyword::True) || r.at(Keyword::False)) {
     r.advance();
-    for (const Operand& target : targets) touchItem(r, target);
+    for (const Operand& target : targets)
+      touchItem(r, target);
     return;
   }
   if (r.at(Keyword::On) || r.at(Keyword::Off)) {
@@ -81,11 +85,13 @@ void setTo(StatementReader& r, const std::vector<Operand>& targets) {
   const bool simple = r.at(Keyword::Address);
   if (simple || (r.atName() && !r.isSymbol(r.token(1), '+') && !r.isSymbol(r.token(1), '-'))) {
     const Operand source = r.read(Access::read);
-    for (const Operand& target : targets) setFrom(r, source, target);
+    for (const Operand& target : targets)
+      setFrom(r, source, target);
     return;
   }
   const TermRange source = r.expression();
-  for (const Operand& target : targets) r.relateFlow(source, target);
+  for (const Operand& target : targets)
+    r.relateFlow(source, target);
 }
 
 } // namespace
@@ -110,7 +116,8 @@ void readSet(StatementReader& r) {
     } else if (r.accept(Keyword::To)) {
       setTo(r, targets);
     } else {
-      for (const Operand& target : targets) r.touch(target, Access::write);
+      for (const Operand& target : targets)
+        r.touch(target, Access::write);
       return;
     }
   }

@@ -9,10 +9,12 @@ namespace {
 void skipProcedures(StatementReader& r) {
   r.skip({Keyword::Procedure, Keyword::Is});
   r.advance();
-  while (r.at(Keyword::Of) || r.at(Keyword::In)) r.advance(2);
+  while (r.at(Keyword::Of) || r.at(Keyword::In))
+    r.advance(2);
   if (r.accept(Keyword::Thru) || r.accept(Keyword::Through)) {
     r.advance();
-    while (r.at(Keyword::Of) || r.at(Keyword::In)) r.advance(2);
+    while (r.at(Keyword::Of) || r.at(Keyword::In))
+      r.advance(2);
   }
 }
 

@@ -50,7 +50,8 @@ void readString(StatementReader& r) {
       if (!r.accept(Keyword::Size)) r.primary();
     } else if (r.atOperand()) {
       const TermRange source = r.primary();
-      for (std::uint32_t i = source.begin; i < source.end; ++i) sources.push_back(r.term(i).operand);
+      for (std::uint32_t i = source.begin; i < source.end; ++i)
+        sources.push_back(r.term(i).operand);
     } else {
       return;
     }
@@ -95,7 +96,8 @@ void inspectTallying(StatementReader& r, const Operand& inspected) {
     std::uint32_t ahead = 0;
     if (!r.atName()) return false;
     ++ahead;
-    while (r.keyword(ahead) == Keyword::Of || r.keyword(ahead) == Keyword::In) ahead += 2;
+    while (r.keyword(ahead) == Keyword::Of || r.keyword(ahead) == Keyword::In)
+      ahead += 2;
     int depth = 0;
     while (r.isSymbol(r.token(ahead), '(') || depth > 0) {
       if (r.token(ahead).kind == TokenKind::period || r.token(ahead).kind == TokenKind::end) return false;

@@ -7,9 +7,17 @@ namespace cobol {
 void TokenCursor::takeFillers() {
   for (;; next()) {
     switch (word()) {
-      case Word::is: case Word::on: case Word::for_: case Word::to: case Word::with: case Word::key: case Word::mode:
-      case Word::by: continue;
-      default: return;
+    case Word::is:
+    case Word::on:
+    case Word::for_:
+    case Word::to:
+    case Word::with:
+    case Word::key:
+    case Word::mode:
+    case Word::by:
+      continue;
+    default:
+      return;
     }
   }
 }
@@ -19,7 +27,8 @@ void TokenCursor::skipPeriod() {
 }
 
 void TokenCursor::skipSentence() {
-  while (!atEnd() && !isPeriod()) next();
+  while (!atEnd() && !isPeriod())
+    next();
   skipPeriod();
 }
 
@@ -37,8 +46,10 @@ std::optional<std::uint32_t> TokenCursor::takeName() {
   if (!isWord()) return std::nullopt;
   const auto name = m_at;
   next();
-  while ((word() == Word::of || word() == Word::in) && kind(1) == TokenKind::word) m_at += 2;
-  while (isSymbol("(")) skipParentheses();
+  while ((word() == Word::of || word() == Word::in) && kind(1) == TokenKind::word)
+    m_at += 2;
+  while (isSymbol("("))
+    skipParentheses();
   return name;
 }
 
@@ -55,7 +66,8 @@ std::optional<std::int64_t> integerOf(std::string_view text) {
     return std::nullopt;
   constexpr std::int64_t kLimit = std::int64_t{1} << 62;
   std::int64_t value = 0;
-  for (const char c : text) value = value > kLimit / 10 ? kLimit : std::min(value * 10 + (c - '0'), kLimit);
+  for (const char c : text)
+    value = value > kLimit / 10 ? kLimit : std::min(value * 10 + (c - '0'), kLimit);
   return value;
 }
 

@@ -178,7 +178,26 @@ void OptionDocument::ShowDialog(const std::string& path, platform::Form&, const 
   if (result) FLO_Saved.raise();
 }
 
-void OptionDocument::Save() { m_document.save(m_file); }
+void OptionDocument::Save() {
+  for (auto& changed : m_overrides) changed.node.setAttribute("VALUE", changed.kept);
+  const auto restore = [this] {
+    for (auto& changed : m_overrides) changed.node.setAttribute("VALUE", changed.value);
+  };
+  try {
+    m_document.save(m_file);
+  } catch (...) {
+    restore();
+    throw;
+  }
+  restore();
+}
+
+void OptionDocument::overrideForSession(const std::string& path, const std::string& value) {
+  Node node = m_document.selectSingleNode(path);
+  if (!node) throw platform::Error("there is no option " + path);
+  m_overrides.push_back({node, node.getAttribute("VALUE").asText(), value});
+  node.setAttribute("VALUE", value);
+}
 
 cobol::Options analyserOptions(const Document& document) {
   cobol::Options options;

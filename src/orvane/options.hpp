@@ -32,11 +32,19 @@ class OptionDocument : public tarnsift::ProjectOptions {
   platform::Document Document() override { return m_document; }
   void ShowDialog(const std::string& path, platform::Form& owner, const std::string& title, int size1, int size2, bool& result) override;
   void Save() override;
+  /// Gives an option another value until the document goes; Save writes the value it had before.
+  void overrideForSession(const std::string& path, const std::string& value);
   Dialog dialog;
 
  private:
+  struct Override {
+    platform::Node node;
+    std::string kept;
+    std::string value;
+  };
   std::string m_file;
   platform::Document m_document;
+  std::vector<Override> m_overrides;
 };
 
 /// The analyser's options in a project's document.

@@ -20,7 +20,8 @@ std::string filesOf(const cobol::Analysis& analysis) {
   std::string text;
   for (const auto& file : analysis.dataFiles) {
     text += file.name + " '" + file.assignName + "' " + file.organisation + " min " + std::to_string(file.minimumSize);
-    for (const int record : file.records) text += ' ' + analysis.constructs[static_cast<std::size_t>(record)].name;
+    for (const int record : file.records)
+      text += ' ' + analysis.constructs[static_cast<std::size_t>(record)].name;
     text += '\n';
   }
   return text;
@@ -29,10 +30,10 @@ std::string filesOf(const cobol::Analysis& analysis) {
 /// `recordKey 8:28+4`: role, line, column and length of each name that a clause uses.
 std::string referencesOf(const cobol::Analysis& analysis) {
   static constexpr const char* kRoles[] = {
-      "assign", "recordKey", "alternateKey", "relativeKey", "fileStatus", "password", "recordVarying", "linage", "fileValue",
-      "dependingOn", "tableKey", "reportSource", "reportSum", "reportControl", "screenFrom", "screenTo", "screenUsing",
-      "screenAttribute", "crtStatus", "cursor", "constantValue", "pictureCount", "occursCount", "valueConstant", "redefines",
-      "renamesFirst", "renamesLast"};
+      "assign",       "recordKey",   "alternateKey",  "relativeKey",     "fileStatus",   "password",   "recordVarying",
+      "linage",       "fileValue",   "dependingOn",   "tableKey",        "reportSource", "reportSum",  "reportControl",
+      "screenFrom",   "screenTo",    "screenUsing",   "screenAttribute", "crtStatus",    "cursor",     "constantValue",
+      "pictureCount", "occursCount", "valueConstant", "redefines",       "renamesFirst", "renamesLast"};
   std::string text;
   for (const auto& reference : analysis.references)
     text += std::string(kRoles[static_cast<int>(reference.role)]) + ' ' + std::to_string(reference.at.line) + ':' +
@@ -41,16 +42,18 @@ std::string referencesOf(const cobol::Analysis& analysis) {
 }
 
 TEST(Programs, NestAndFollowEachOther) {
-  const auto run = readAndLayOut(fixedForm("IDENTIFICATION DIVISION.\nPROGRAM-ID. OUTER.\nENVIRONMENT DIVISION.\n"
-                                           "CONFIGURATION SECTION.\nSOURCE-COMPUTER. X WITH DEBUGGING MODE.\n"
-                                           "DATA DIVISION.\nWORKING-STORAGE SECTION.\n01 A GLOBAL.\n 05 B PIC X.\n"
-                                           "PROCEDURE DIVISION.\n    STOP RUN.\n"
-                                           "ID DIVISION.\nPROGRAM-ID. 'inner' IS COMMON.\nLINKAGE SECTION.\n01 A PIC XX.\n"
-                                           "PROCEDURE DIVISION.\n    EXIT PROGRAM.\nEND PROGRAM 'inner'.\n"
-                                           "END PROGRAM OUTER.\n"
-                                           "PROGRAM-ID. NEXT-ONE.\nPROCEDURE DIVISION.\n    STOP RUN.\n"
-                                           "PROGRAM-ID. LAST-ONE.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n01 A PIC X.\n"));
-  EXPECT_EQ(programsOf(run.analysis), "OUTER procedure debugging\nOUTER/INNER common procedure\nNEXT-ONE procedure\nLAST-ONE\n");
+  const auto run =
+      readAndLayOut(fixedForm("IDENTIFICATION DIVISION.\nPROGRAM-ID. OUTER.\nENVIRONMENT DIVISION.\n"
+                              "CONFIGURATION SECTION.\nSOURCE-COMPUTER. X WITH DEBUGGING MODE.\n"
+                              "DATA DIVISION.\nWORKING-STORAGE SECTION.\n01 A GLOBAL.\n 05 B PIC X.\n"
+                              "PROCEDURE DIVISION.\n    STOP RUN.\n"
+                              "ID DIVISION.\nPROGRAM-ID. 'inner' IS COMMON.\nLINKAGE SECTION.\n01 A PIC XX.\n"
+                              "PROCEDURE DIVISION.\n    EXIT PROGRAM.\nEND PROGRAM 'inner'.\n"
+                              "END PROGRAM OUTER.\n"
+                              "PROGRAM-ID. NEXT-ONE.\nPROCEDURE DIVISION.\n    STOP RUN.\n"
+                              "PROGRAM-ID. LAST-ONE.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n01 A PIC X.\n"));
+  EXPECT_EQ(programsOf(run.analysis),
+            "OUTER procedure debugging\nOUTER/INNER common procedure\nNEXT-ONE procedure\nLAST-ONE\n");
   EXPECT_EQ(picture(run), "01 A @0+0 len 1 flags G\n05 B @0+0 len 1 PIC X DISPLAY flags G\n"
                           "01 A @32+0 len 2 PIC XX DISPLAY\n01 A @64+0 len 1 PIC X DISPLAY\n");
   const auto& outer = run.analysis.programs[0];
@@ -89,7 +92,8 @@ TEST(Files, TakeClausesInAnyOrder) {
       "DATA DIVISION.\nFILE SECTION.\n"
       "FD CUST BLOCK CONTAINS 0 RECORDS RECORD CONTAINS 10 TO 200\n   LABEL RECORDS STANDARD.\n"
       "01 C-REC.\n 05 C-ID PIC 9(4).\n01 C-REC-2 PIC X(8).\n"
-      "FD LST RECORD IS VARYING IN SIZE FROM 1 TO 80\n   DEPENDING ON LEN LINAGE IS PAGE-SIZE LINES.\n01 L-REC PIC X(80).\n"
+      "FD LST RECORD IS VARYING IN SIZE FROM 1 TO 80\n   DEPENDING ON LEN LINAGE IS PAGE-SIZE LINES.\n01 L-REC PIC "
+      "X(80).\n"
       "FD REL.\n01 R-REC PIC X(10).\nSD SRT.\n01 S-REC PIC X.\n"
       "PROCEDURE DIVISION.\n    STOP RUN.\n"));
   EXPECT_EQ(filesOf(run.analysis), "CUST 'CUSTIN' INDEXED min 200 C-REC C-REC-2\n"
@@ -109,12 +113,13 @@ TEST(Files, TakeClausesInAnyOrder) {
 }
 
 TEST(SpecialNames, GiveSwitchesAndPictureRules) {
-  const auto run = readAndLayOut(fixedForm("PROGRAM-ID. P.\nENVIRONMENT DIVISION.\nCONFIGURATION SECTION.\nSPECIAL-NAMES.\n"
-                                           "    C01 IS TOP-OF-PAGE\n    UPSI-0 IS SW ON STATUS IS SW-ON OFF SW-OFF\n"
-                                           "    CURRENCY SIGN IS 'EUR' WITH PICTURE SYMBOL 'F'\n"
-                                           "    CLASS HEXA IS '0' THRU '9'\n    CRT STATUS IS KEY-DATA\n"
-                                           "    DECIMAL-POINT IS COMMA.\n"
-                                           "DATA DIVISION.\nWORKING-STORAGE SECTION.\n01 A PIC FF.FF9,99.\n"));
+  const auto run =
+      readAndLayOut(fixedForm("PROGRAM-ID. P.\nENVIRONMENT DIVISION.\nCONFIGURATION SECTION.\nSPECIAL-NAMES.\n"
+                              "    C01 IS TOP-OF-PAGE\n    UPSI-0 IS SW ON STATUS IS SW-ON OFF SW-OFF\n"
+                              "    CURRENCY SIGN IS 'EUR' WITH PICTURE SYMBOL 'F'\n"
+                              "    CLASS HEXA IS '0' THRU '9'\n    CRT STATUS IS KEY-DATA\n"
+                              "    DECIMAL-POINT IS COMMA.\n"
+                              "DATA DIVISION.\nWORKING-STORAGE SECTION.\n01 A PIC FF.FF9,99.\n"));
   EXPECT_EQ(picture(run), "00 SW-ON @-1 = ON\n00 SW-OFF @-2 = OFF\n01 A @0+0 len 11 PIC FF.FF9,99 DISPLAY\n");
   EXPECT_EQ(run.analysis.constructs.back().scale, 2);
   EXPECT_EQ(run.analysis.programs[0].otherNames.size(), 3U);
@@ -122,8 +127,9 @@ TEST(SpecialNames, GiveSwitchesAndPictureRules) {
 }
 
 TEST(Entries, GoOnWithoutPeriods) {
-  const auto run = readAndLayOut(workingStorage("01 A.\n 05 B PIC X\n 05 C PIC 9(3)\n       VALUE 12\n 05 D OCCURS\n   5 TIMES PIC X.\n"
-                                                " nonsense here.\n 05 E PIC X."));
+  const auto run = readAndLayOut(
+      workingStorage("01 A.\n 05 B PIC X\n 05 C PIC 9(3)\n       VALUE 12\n 05 D OCCURS\n   5 TIMES PIC X.\n"
+                     " nonsense here.\n 05 E PIC X."));
   EXPECT_EQ(picture(run), "01 A @0+0 len 10\n"
                           "05 B @0+0 len 1 PIC X DISPLAY\n"
                           "05 C @0+1 len 3 PIC 9(3) DISPLAY = 12\n"
@@ -141,9 +147,10 @@ TEST(Entries, NameOtherItems) {
 }
 
 TEST(Entries, CopyTypes) {
-  const auto run = readAndLayOut(workingStorage("01 MONEY TYPEDEF.\n 05 AMOUNT PIC S9(7)V99 COMP-3.\n 05 CURR PIC X(3).\n"
-                                                "  88 EURO VALUE 'EUR'.\n01 A.\n 05 X PIC X.\n 05 TOTAL TYPE MONEY.\n"
-                                                " 05 PART SAME AS TOTAL OCCURS 2."));
+  const auto run =
+      readAndLayOut(workingStorage("01 MONEY TYPEDEF.\n 05 AMOUNT PIC S9(7)V99 COMP-3.\n 05 CURR PIC X(3).\n"
+                                   "  88 EURO VALUE 'EUR'.\n01 A.\n 05 X PIC X.\n 05 TOTAL TYPE MONEY.\n"
+                                   " 05 PART SAME AS TOTAL OCCURS 2."));
   EXPECT_EQ(picture(run), "01 MONEY @0+0 len 8\n"
                           "05 AMOUNT @0+0 len 5 PIC S9(7)V99 COMP-3\n"
                           "05 CURR @0+5 len 3 PIC X(3) DISPLAY\n"
@@ -161,19 +168,22 @@ TEST(Entries, CopyTypes) {
 }
 
 TEST(Areas, AreSharedByExternalRecordsOfOneName) {
-  const auto run = readAndLayOut(fixedForm("PROGRAM-ID. A.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n01 E EXTERNAL PIC X(4).\n"
-                                           "01 F PIC X.\nEND PROGRAM A.\nPROGRAM-ID. B.\nDATA DIVISION.\n"
-                                           "WORKING-STORAGE SECTION.\n01 F PIC X.\n01 E IS EXTERNAL.\n 05 G PIC X(9).\n"
-                                           "END PROGRAM B.\n"));
-  EXPECT_EQ(picture(run), "01 E @0+0 len 4 PIC X(4) DISPLAY flags E\n01 F @32+0 len 1 PIC X DISPLAY\n"
-                          "01 F @64+0 len 1 PIC X DISPLAY\n01 E @0+0 len 9 flags E\n05 G @0+0 len 9 PIC X(9) DISPLAY\n");
+  const auto run =
+      readAndLayOut(fixedForm("PROGRAM-ID. A.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n01 E EXTERNAL PIC X(4).\n"
+                              "01 F PIC X.\nEND PROGRAM A.\nPROGRAM-ID. B.\nDATA DIVISION.\n"
+                              "WORKING-STORAGE SECTION.\n01 F PIC X.\n01 E IS EXTERNAL.\n 05 G PIC X(9).\n"
+                              "END PROGRAM B.\n"));
+  EXPECT_EQ(picture(run),
+            "01 E @0+0 len 4 PIC X(4) DISPLAY flags E\n01 F @32+0 len 1 PIC X DISPLAY\n"
+            "01 F @64+0 len 1 PIC X DISPLAY\n01 E @0+0 len 9 flags E\n05 G @0+0 len 9 PIC X(9) DISPLAY\n");
 }
 
 TEST(Reports, CountColumns) {
-  const auto run = readAndLayOut(fixedForm("PROGRAM-ID. P.\nDATA DIVISION.\nREPORT SECTION.\nRD R CONTROLS ARE FINAL DEPT.\n"
-                                           "01 HEAD TYPE IS PAGE HEADING.\n 02 LINE 1.\n  03 COLUMN 10 PIC X(5) VALUE 'TITLE'.\n"
-                                           "  03 COLUMN 40 VALUE 'PAGE'.\n 02 LINE PLUS 2.\n  03 COL 1 PIC X(3) SOURCE NAME OF REC.\n"
-                                           "  03 TOT COLUMN PLUS 2 PIC 9(4) SUM AMT RESET ON DEPT.\n"));
+  const auto run = readAndLayOut(
+      fixedForm("PROGRAM-ID. P.\nDATA DIVISION.\nREPORT SECTION.\nRD R CONTROLS ARE FINAL DEPT.\n"
+                "01 HEAD TYPE IS PAGE HEADING.\n 02 LINE 1.\n  03 COLUMN 10 PIC X(5) VALUE 'TITLE'.\n"
+                "  03 COLUMN 40 VALUE 'PAGE'.\n 02 LINE PLUS 2.\n  03 COL 1 PIC X(3) SOURCE NAME OF REC.\n"
+                "  03 TOT COLUMN PLUS 2 PIC 9(4) SUM AMT RESET ON DEPT.\n"));
   EXPECT_EQ(picture(run), "01 HEAD @0+0 len 43\n"
                           "02 FILLER @0+0 len 43\n"
                           "03 FILLER @0+9 len 5 PIC X(5) DISPLAY = \"TITLE\"\n"
@@ -181,7 +191,8 @@ TEST(Reports, CountColumns) {
                           "02 FILLER @0+0 len 8\n"
                           "03 FILLER @0+0 len 3 PIC X(3) DISPLAY\n"
                           "03 TOT @0+4 len 4 PIC 9(4) DISPLAY\n");
-  EXPECT_EQ(referencesOf(run.analysis), "reportControl 4:32+4\nreportSource 10:35+4\nreportSum 11:44+3\nreportControl 11:57+4\n");
+  EXPECT_EQ(referencesOf(run.analysis),
+            "reportControl 4:32+4\nreportSource 10:35+4\nreportSum 11:44+3\nreportControl 11:57+4\n");
 }
 
 TEST(Screens, NameWhatTheyShow) {
@@ -190,13 +201,15 @@ TEST(Screens, NameWhatTheyShow) {
                                            " 05 PIC 99 FROM A TO B FOREGROUND-COLOR IS 7.\n"));
   EXPECT_EQ(picture(run), "01 S @0+0 len 14\n05 FILLER @0+0 len 4 = \"NAME\"\n05 F @0+4 len 8 PIC X(8) DISPLAY\n"
                           "05 FILLER @0+12 len 2 PIC 99 DISPLAY\n");
-  EXPECT_EQ(referencesOf(run.analysis), "screenAttribute 5:26+5\nscreenUsing 6:29+9\nscreenFrom 7:24+1\nscreenTo 7:29+1\n");
+  EXPECT_EQ(referencesOf(run.analysis),
+            "screenAttribute 5:26+5\nscreenUsing 6:29+9\nscreenFrom 7:24+1\nscreenTo 7:29+1\n");
 }
 
 TEST(Communication, LaysNamedFieldsIntoTheImpliedRecord) {
-  const auto run = readAndLayOut(fixedForm("PROGRAM-ID. P.\nDATA DIVISION.\nCOMMUNICATION SECTION.\n"
-                                           "CD IN-CD FOR INPUT SYMBOLIC QUEUE IS Q TEXT LENGTH IS TL\n   STATUS KEY IS SK.\n"
-                                           "01 IN-REC PIC X(87).\n"));
+  const auto run =
+      readAndLayOut(fixedForm("PROGRAM-ID. P.\nDATA DIVISION.\nCOMMUNICATION SECTION.\n"
+                              "CD IN-CD FOR INPUT SYMBOLIC QUEUE IS Q TEXT LENGTH IS TL\n   STATUS KEY IS SK.\n"
+                              "01 IN-REC PIC X(87).\n"));
   const auto text = picture(run);
   EXPECT_THAT(text, testing::HasSubstr("02 Q @0+0 len 12 "));
   EXPECT_THAT(text, testing::HasSubstr("02 TL @0+74 len 4 "));
@@ -205,9 +218,10 @@ TEST(Communication, LaysNamedFieldsIntoTheImpliedRecord) {
 }
 
 TEST(BuiltIns, StandInForWhatTheSystemSupplies) {
-  const auto run = readAndLayOut(fixedForm("PROGRAM-ID. P.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n"
-                                           "    EXEC SQL INCLUDE SQLCA END-EXEC.\n    COPY DFHAID.\n    COPY UNKNOWN.\n01 A PIC X.\n"
-                                           "PROCEDURE DIVISION.\n    EXEC CICS RETURN END-EXEC.\n"));
+  const auto run =
+      readAndLayOut(fixedForm("PROGRAM-ID. P.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n"
+                              "    EXEC SQL INCLUDE SQLCA END-EXEC.\n    COPY DFHAID.\n    COPY UNKNOWN.\n01 A PIC X.\n"
+                              "PROCEDURE DIVISION.\n    EXEC CICS RETURN END-EXEC.\n"));
   const auto text = picture(run);
   EXPECT_THAT(text, testing::HasSubstr("01 SQLCA @0+0 len 136 flags M\n"));
   EXPECT_THAT(text, testing::HasSubstr("05 SQLCODE @0+12 len 4 PIC S9(9) COMP-5 flags M\n"));
@@ -215,9 +229,11 @@ TEST(BuiltIns, StandInForWhatTheSystemSupplies) {
   EXPECT_THAT(text, testing::HasSubstr("02 DFHPF24 "));
   EXPECT_THAT(text, testing::HasSubstr("01 DFHEIBLK "));
   EXPECT_THAT(text, testing::HasSubstr("+76 len 4 PIC S9(8) COMP flags M\n")); // EIBRESP
-  for (const auto& item : run.analysis.constructs) EXPECT_EQ(item.declared.line, item.name == "A" ? 7U : 1U);
-  const auto own = readAndLayOut(fixedForm("PROGRAM-ID. P.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n    COPY SQLCA.\n"), {},
-                                 {{"SQLCA", "       01 SQLCA PIC X(136).\n"}});
+  for (const auto& item : run.analysis.constructs)
+    EXPECT_EQ(item.declared.line, item.name == "A" ? 7U : 1U);
+  const auto own =
+      readAndLayOut(fixedForm("PROGRAM-ID. P.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n    COPY SQLCA.\n"), {},
+                    {{"SQLCA", "       01 SQLCA PIC X(136).\n"}});
   EXPECT_EQ(picture(own), "01 SQLCA @0+0 len 136 PIC X(136) DISPLAY\n");
 }
 

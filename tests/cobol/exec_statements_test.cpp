@@ -24,45 +24,51 @@ constexpr std::string_view kData = R"(^WORKING-STORAGE SECTION.
 } // namespace
 
 TEST(ExecStatements, SqlHostVariablesHaveADirection) {
-  expectFacts(kData, {
-      {"EXEC SQL SELECT X, ':B' INTO :A:I, :REC.FLD FROM T\nWHERE K = :KEY1 END-EXEC.",
-       "A W 1:31, I W 1:33, REC N 1:37, FLD W 1:41, KEY1 R 2:12", "ExecKey KEY1 -> A, ExecKey KEY1 -> FLD, ExecKey KEY1 -> I"},
-      {"EXEC SQL FETCH C1 INTO :A INDICATOR :I END-EXEC.", "A W 1:25, I W 1:38", ""},
-      {"EXEC SQL INSERT INTO T (X, Y) VALUES (:A, :B) END-EXEC.", "A R 1:40, B R 1:44", ""},
-      {"EXEC SQL UPDATE T SET X = :A WHERE Y = :B END-EXEC.", "A R 1:28, B R 1:41", ""},
-      {"EXEC SQL SET :A = CURRENT DATE, :B = :KEY1 END-EXEC.", "A W 1:15, B W 1:34, KEY1 R 1:39",
-       "ExecKey KEY1 -> A, ExecKey KEY1 -> B"},
-      {"EXEC SQL CALL PROC (:A, :B) END-EXEC.", "A B 1:22, B B 1:26", "ExecKey A -> B, ExecKey B -> A"},
-      {"EXEC SQL DECLARE C1 CURSOR FOR SELECT A FROM T\nWHERE B = :B END-EXEC.", "B R 2:12", ""},
-  });
+  expectFacts(kData,
+              {
+                  {"EXEC SQL SELECT X, ':B' INTO :A:I, :REC.FLD FROM T\nWHERE K = :KEY1 END-EXEC.",
+                   "A W 1:31, I W 1:33, REC N 1:37, FLD W 1:41, KEY1 R 2:12",
+                   "ExecKey KEY1 -> A, ExecKey KEY1 -> FLD, ExecKey KEY1 -> I"},
+                  {"EXEC SQL FETCH C1 INTO :A INDICATOR :I END-EXEC.", "A W 1:25, I W 1:38", ""},
+                  {"EXEC SQL INSERT INTO T (X, Y) VALUES (:A, :B) END-EXEC.", "A R 1:40, B R 1:44", ""},
+                  {"EXEC SQL UPDATE T SET X = :A WHERE Y = :B END-EXEC.", "A R 1:28, B R 1:41", ""},
+                  {"EXEC SQL SET :A = CURRENT DATE, :B = :KEY1 END-EXEC.", "A W 1:15, B W 1:34, KEY1 R 1:39",
+                   "ExecKey KEY1 -> A, ExecKey KEY1 -> B"},
+                  {"EXEC SQL CALL PROC (:A, :B) END-EXEC.", "A B 1:22, B B 1:26", "ExecKey A -> B, ExecKey B -> A"},
+                  {"EXEC SQL DECLARE C1 CURSOR FOR SELECT A FROM T\nWHERE B = :B END-EXEC.", "B R 2:12", ""},
+              });
 }
 
 TEST(ExecStatements, CicsOptionsHaveADirection) {
-  expectFacts(kData, {
-      {"EXEC CICS READ FILE('CUST') INTO(REC) RIDFLD(KEY1)\nLENGTH(LEN) RESP(RC) END-EXEC.",
-       "REC W 1:34, KEY1 R 1:46, LEN B 2:8, RC W 2:18", "Key KEY1 -> REC, Read CUST -> REC"},
-      {"EXEC CICS READNEXT FILE(FILE-NAME) INTO(REC)\nRIDFLD(KEY1) END-EXEC.",
-       "FILE-NAME R 1:25, REC W 1:41, KEY1 B 2:8", "Key KEY1 -> REC, Read ACCTDAT -> REC"},
-      {"EXEC CICS REWRITE FILE('CUST') FROM(REC)\nLENGTH(LENGTH OF REC) END-EXEC.", "REC R 1:37, REC N 2:18",
-       "Write REC -> CUST"},
-      {"EXEC CICS LINK PROGRAM('SUB') COMMAREA(REC) END-EXEC.", "REC B 1:40", "Argument REC -> SUB(CA)"},
-      {"EXEC CICS XCTL PROGRAM(A) COMMAREA(REC) END-EXEC.", "A R 1:24, REC R 1:36", "Argument REC -> ?(CA)"},
-      {"EXEC CICS SEND MAP('MENU') ERASE END-EXEC.", "", "Write MENUO -> MENU"},
-      {"EXEC CICS RECEIVE MAP('MENU') INTO(REC) END-EXEC.", "REC W 1:36", "Read MENU -> REC"},
-      {"EXEC CICS RECEIVE MAP('MENU') END-EXEC.", "", "Read MENU -> MENUI"},
-      {"EXEC CICS ASSIGN APPLID(A) END-EXEC.", "A W 1:25", ""},
-      {"EXEC CICS ASKTIME ABSTIME(RC) END-EXEC.", "RC W 1:27", ""},
-      {"EXEC CICS FORMATTIME ABSTIME(RC) DATESEP(B) YYMMDD(A)\nEND-EXEC.", "RC R 1:30, B R 1:42, A W 1:52", ""},
-      {"EXEC CICS HANDLE CONDITION ERROR(HERE) END-EXEC.", "", ""},
-      {"IF RC = DFHRESP(NORMAL) CONTINUE.", "RC R 1:4", ""},
-  });
+  expectFacts(
+      kData,
+      {
+          {"EXEC CICS READ FILE('CUST') INTO(REC) RIDFLD(KEY1)\nLENGTH(LEN) RESP(RC) END-EXEC.",
+           "REC W 1:34, KEY1 R 1:46, LEN B 2:8, RC W 2:18", "Key KEY1 -> REC, Read CUST -> REC"},
+          {"EXEC CICS READNEXT FILE(FILE-NAME) INTO(REC)\nRIDFLD(KEY1) END-EXEC.",
+           "FILE-NAME R 1:25, REC W 1:41, KEY1 B 2:8", "Key KEY1 -> REC, Read ACCTDAT -> REC"},
+          {"EXEC CICS REWRITE FILE('CUST') FROM(REC)\nLENGTH(LENGTH OF REC) END-EXEC.", "REC R 1:37, REC N 2:18",
+           "Write REC -> CUST"},
+          {"EXEC CICS LINK PROGRAM('SUB') COMMAREA(REC) END-EXEC.", "REC B 1:40", "Argument REC -> SUB(CA)"},
+          {"EXEC CICS XCTL PROGRAM(A) COMMAREA(REC) END-EXEC.", "A R 1:24, REC R 1:36", "Argument REC -> ?(CA)"},
+          {"EXEC CICS SEND MAP('MENU') ERASE END-EXEC.", "", "Write MENUO -> MENU"},
+          {"EXEC CICS RECEIVE MAP('MENU') INTO(REC) END-EXEC.", "REC W 1:36", "Read MENU -> REC"},
+          {"EXEC CICS RECEIVE MAP('MENU') END-EXEC.", "", "Read MENU -> MENUI"},
+          {"EXEC CICS ASSIGN APPLID(A) END-EXEC.", "A W 1:25", ""},
+          {"EXEC CICS ASKTIME ABSTIME(RC) END-EXEC.", "RC W 1:27", ""},
+          {"EXEC CICS FORMATTIME ABSTIME(RC) DATESEP(B) YYMMDD(A)\nEND-EXEC.", "RC R 1:30, B R 1:42, A W 1:52", ""},
+          {"EXEC CICS HANDLE CONDITION ERROR(HERE) END-EXEC.", "", ""},
+          {"IF RC = DFHRESP(NORMAL) CONTINUE.", "RC R 1:4", ""},
+      });
 }
 
 TEST(ExecStatements, DliWritesItsAreasOnly) {
-  expectFacts(kData, {
-      {"EXEC DLI GU USING PCB(1) SEGMENT(CUSTSEG) INTO(REC)\nWHERE(CUSTKEY=KEY1) END-EXEC.", "REC W 1:48, KEY1 R 2:15", ""},
-      {"EXEC DLI REPL SEGMENT(CUSTSEG) FROM(REC) SEGLENGTH(LEN)\nEND-EXEC.", "REC R 1:37, LEN R 1:52", ""},
-  });
+  expectFacts(kData,
+              {
+                  {"EXEC DLI GU USING PCB(1) SEGMENT(CUSTSEG) INTO(REC)\nWHERE(CUSTKEY=KEY1) END-EXEC.",
+                   "REC W 1:48, KEY1 R 2:15", ""},
+                  {"EXEC DLI REPL SEGMENT(CUSTSEG) FROM(REC) SEGLENGTH(LEN)\nEND-EXEC.", "REC R 1:37, LEN R 1:52", ""},
+              });
 }
 
 TEST(ExecStatements, CursorsAmongTheDeclarationsCount) {

@@ -51,7 +51,8 @@ std::string without(std::string text, std::string_view parts) {
     text.erase(at, part.size() + 2);
     from = to + 2;
   }
-  while (text.ends_with(", ") || text.ends_with(",")) text.pop_back();
+  while (text.ends_with(", ") || text.ends_with(","))
+    text.pop_back();
   return text;
 }
 
@@ -85,7 +86,8 @@ TEST(FileStatements, RecordsMeetItemsKeysAndSlots) {
     SCOPED_TRACE(one.statement);
     std::string source(kSource);
     std::string line(11, ' ');
-    for (const char c : one.statement) line += c == '\n' ? std::string("\n           ") : std::string(1, c);
+    for (const char c : one.statement)
+      line += c == '\n' ? std::string("\n           ") : std::string(1, c);
     const ProcedureFacts facts = factsOfSource(source + line + '\n');
     EXPECT_EQ(without(facts.instances(), kDeclaredInstances), one.instances);
     EXPECT_EQ(without(facts.relations(), kDeclaredRelations), one.relations);
@@ -106,6 +108,22 @@ TEST(FileStatements, ScreensAndReportsMoveTheirSources) {
                                         "DISPLAY S.");
   EXPECT_EQ(screen.instances(), "A R, B W, C B, S R 1:9");
   EXPECT_EQ(screen.relations(), "Move A -> S1, Move C -> S3, Move S2 -> B, Move S3 -> C");
+}
+
+TEST(FileStatements, ReportsTakeTheirSourcesAndSums) {
+  const ProcedureFacts report = factsOf(R"(^WORKING-STORAGE SECTION.
+^01 A PIC 9.
+^01 DEPT PIC 9.
+^REPORT SECTION.
+^RD REP CONTROL IS DEPT.
+^01 DET TYPE DETAIL LINE 1.
+^   05 D1 COLUMN 1 PIC 9 SOURCE IS A.
+^01 FOOT TYPE CONTROL FOOTING DEPT LINE 2.
+^   05 TOT COLUMN 1 PIC 99 SUM A RESET ON DEPT.
+)",
+                                        "GENERATE DET. MOVE PAGE-COUNTER TO A.");
+  EXPECT_EQ(report.instances(), "DEPT R, A R, DEPT R, A R, DEPT R, DET N 1:10, PAGE-COUNTER R 1:20, A W 1:36");
+  EXPECT_EQ(report.relations(), "Addition A -> TOT, Move A -> D1, Move PAGE-COUNTER -> A");
 }
 
 TEST(FileStatements, VariableTablesDependOnTheirCount) {

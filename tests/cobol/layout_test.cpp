@@ -87,14 +87,15 @@ TEST(Synchronized, PadsEachOccurrence) {
 }
 
 TEST(Synchronized, OnARecordHoldsForAllItemsInIt) {
-  EXPECT_EQ(layoutOf("01 A SYNC.\n 05 B PIC X(11).\n 05 C PIC S9999 COMP.\n 05 D PIC S99999 COMP.\n 05 E PIC S9999 COMP.\n"
-                     " 05 F PIC S9(5) COMP-3."),
-            "01 A @0+0 len 25 flags Y\n"
-            "05 B @0+0 len 11 PIC X(11) DISPLAY flags Y\n"
-            "05 C @0+12 len 2 PIC S9999 COMP flags Y\n"
-            "05 D @0+16 len 4 PIC S99999 COMP flags Y\n"
-            "05 E @0+20 len 2 PIC S9999 COMP flags Y\n"
-            "05 F @0+22 len 3 PIC S9(5) COMP-3 flags Y\n");
+  EXPECT_EQ(
+      layoutOf("01 A SYNC.\n 05 B PIC X(11).\n 05 C PIC S9999 COMP.\n 05 D PIC S99999 COMP.\n 05 E PIC S9999 COMP.\n"
+               " 05 F PIC S9(5) COMP-3."),
+      "01 A @0+0 len 25 flags Y\n"
+      "05 B @0+0 len 11 PIC X(11) DISPLAY flags Y\n"
+      "05 C @0+12 len 2 PIC S9999 COMP flags Y\n"
+      "05 D @0+16 len 4 PIC S99999 COMP flags Y\n"
+      "05 E @0+20 len 2 PIC S9999 COMP flags Y\n"
+      "05 F @0+22 len 3 PIC S9(5) COMP-3 flags Y\n");
 }
 
 TEST(Synchronized, NaturalRulePutsSlackInsideTheNewGroup) {
@@ -135,8 +136,9 @@ TEST(Redefines, TakesTheNearestSiblingOfTheName) {
 }
 
 TEST(Renames, SpansFromItsFirstToItsLastItem) {
-  const auto run = readAndLayOut(workingStorage("01 A.\n 05 B.\n  10 C PIC X(2).\n  10 D PIC X(3).\n 05 E.\n  10 C PIC X(4).\n"
-                                                "66 R1 RENAMES D.\n66 R2 RENAMES D THRU C OF E.\n66 R3 RENAMES E THRU NONE."));
+  const auto run =
+      readAndLayOut(workingStorage("01 A.\n 05 B.\n  10 C PIC X(2).\n  10 D PIC X(3).\n 05 E.\n  10 C PIC X(4).\n"
+                                   "66 R1 RENAMES D.\n66 R2 RENAMES D THRU C OF E.\n66 R3 RENAMES E THRU NONE."));
   EXPECT_EQ(picture(run), "01 A @0+0 len 9\n"
                           "05 B @0+0 len 5\n"
                           "10 C @0+0 len 2 PIC X(2) DISPLAY\n"
@@ -147,26 +149,30 @@ TEST(Renames, SpansFromItsFirstToItsLastItem) {
                           "66 R2 @0+2 len 7\n"
                           "66 R3 @0+0 len 0\n");
   EXPECT_EQ(diagnosticsOf(run), "RenamesBad 13\n");
-  EXPECT_EQ(relationsOf(run), "R1 Renaming D <11:22>\nR2 Renaming D <12:22>\nR2 Renaming C <12:29>\nR3 Renaming E <13:22>\n");
+  EXPECT_EQ(relationsOf(run),
+            "R1 Renaming D <11:22>\nR2 Renaming D <12:22>\nR2 Renaming C <12:29>\nR3 Renaming E <13:22>\n");
 }
 
 TEST(Occurs, NestsAndCountsOwnOccurrencesOnly) {
-  EXPECT_EQ(layoutOf("01 A OCCURS 2.\n 05 B OCCURS 12 TIMES INDEXED BY I J.\n  10 C PIC X OCCURS 3.\n  10 D PIC S9(3) COMP-3.\n"
-                     "  88 E VALUE 1 THRU 3 7.\n 05 F PIC X."),
-            "01 A @0+0 len 61 x2 dims 2x61\n"
-            "05 B @0+0 len 5 x12 dims 2x61,12x5\n"
-            "00 I @-1 INDEX\n"
-            "00 J @-2 INDEX\n"
-            "10 C @0+0 len 1 x3 PIC X DISPLAY dims 2x61,12x5,3x1\n"
-            "10 D @0+3 len 2 PIC S9(3) COMP-3 dims 2x61,12x5\n"
-            "88 E @-3 = 1 THRU 3 7\n"
-            "05 F @0+60 len 1 PIC X DISPLAY dims 2x61\n");
+  EXPECT_EQ(
+      layoutOf(
+          "01 A OCCURS 2.\n 05 B OCCURS 12 TIMES INDEXED BY I J.\n  10 C PIC X OCCURS 3.\n  10 D PIC S9(3) COMP-3.\n"
+          "  88 E VALUE 1 THRU 3 7.\n 05 F PIC X."),
+      "01 A @0+0 len 61 x2 dims 2x61\n"
+      "05 B @0+0 len 5 x12 dims 2x61,12x5\n"
+      "00 I @-1 INDEX\n"
+      "00 J @-2 INDEX\n"
+      "10 C @0+0 len 1 x3 PIC X DISPLAY dims 2x61,12x5,3x1\n"
+      "10 D @0+3 len 2 PIC S9(3) COMP-3 dims 2x61,12x5\n"
+      "88 E @-3 = 1 THRU 3 7\n"
+      "05 F @0+60 len 1 PIC X DISPLAY dims 2x61\n");
 }
 
 TEST(Occurs, DependingTakesTheMaximumAndMarksWhatMoves) {
-  const auto run = readAndLayOut(workingStorage("01 N PIC 99.\n01 A.\n 05 B PIC X.\n 05 C OCCURS 1 TO 10 DEPENDING ON N.\n"
-                                                "  10 D PIC X(3).\n 05 E.\n  10 F PIC X.\n 05 G REDEFINES B PIC X.\n"
-                                                "01 H.\n 05 I PIC X OCCURS UNBOUNDED DEPENDING ON N."));
+  const auto run =
+      readAndLayOut(workingStorage("01 N PIC 99.\n01 A.\n 05 B PIC X.\n 05 C OCCURS 1 TO 10 DEPENDING ON N.\n"
+                                   "  10 D PIC X(3).\n 05 E.\n  10 F PIC X.\n 05 G REDEFINES B PIC X.\n"
+                                   "01 H.\n 05 I PIC X OCCURS UNBOUNDED DEPENDING ON N."));
   EXPECT_EQ(picture(run), "01 N @0+0 len 2 PIC 99 DISPLAY\n"
                           "01 A @32+0 len 32 flags D\n"
                           "05 B @32+0 len 1 PIC X DISPLAY\n"
@@ -190,7 +196,8 @@ TEST(Occurs, CountsMayBeConstants) {
 
 TEST(Occurs, HugeTablesSaturate) {
   std::string lines = "01 A.\n";
-  for (int level = 2; level < 9; ++level) lines += "  0" + std::to_string(level) + " T" + std::to_string(level) + " OCCURS 4000000000.\n";
+  for (int level = 2; level < 9; ++level)
+    lines += "  0" + std::to_string(level) + " T" + std::to_string(level) + " OCCURS 4000000000.\n";
   const auto run = readAndLayOut(workingStorage(lines + "  09 X PIC X.\n01 B PIC X."));
   EXPECT_EQ(run.analysis.constructs.front().size, std::int64_t{1} << 62);
   EXPECT_GE(run.analysis.constructs.back().offset, 0);

@@ -5,12 +5,7 @@
 #include <algorithm>
 #include <sstream>
 
-#include "cobol/data_division.hpp"
-#include "cobol/declared_relations.hpp"
-#include "cobol/kvid.hpp"
-#include "cobol/layout.hpp"
-#include "cobol/procedure.hpp"
-#include "cobol/source.hpp"
+#include "cobol/analyse.hpp"
 
 namespace {
 
@@ -18,7 +13,8 @@ constexpr std::uint32_t kMargin = 11; ///< columns in front of area B
 
 std::string joined(const std::vector<std::string>& lines) {
   std::string all;
-  for (const std::string& line : lines) all += (all.empty() ? "" : ", ") + line;
+  for (const std::string& line : lines)
+    all += (all.empty() ? "" : ", ") + line;
   return all;
 }
 
@@ -48,7 +44,8 @@ std::string ProcedureFacts::instances() const {
   for (const cobol::Instance& i : analysis.instances) {
     if (i.access == cobol::Access::declare) continue;
     std::string line = analysis.constructs[i.construct].name + ' ' + static_cast<char>(i.access);
-    if (i.at.line > before) line += ' ' + std::to_string(i.at.line - before) + ':' + std::to_string(i.at.column - kMargin);
+    if (i.at.line > before)
+      line += ' ' + std::to_string(i.at.line - before) + ':' + std::to_string(i.at.column - kMargin);
     lines.push_back(line);
   }
   return joined(lines);
@@ -61,7 +58,8 @@ std::string ProcedureFacts::relations() const {
     if (r.kind == Condition || r.kind == Redefinition || r.kind == Renaming) continue;
     if (r.kind == Index && analysis.constructs[r.from].kind == cobol::Kind::index) continue;
     const std::string_view kind = cobol::relationKinds()[static_cast<std::size_t>(r.kind)].name;
-    lines.push_back(std::string(kind) + ' ' + analysis.constructs[r.from].name + " -> " + analysis.constructs[r.to].name);
+    lines.push_back(std::string(kind) + ' ' + analysis.constructs[r.from].name + " -> " +
+                    analysis.constructs[r.to].name);
   }
   std::sort(lines.begin(), lines.end());
   return joined(lines);
@@ -69,23 +67,13 @@ std::string ProcedureFacts::relations() const {
 
 std::string ProcedureFacts::diagnostics() const {
   std::vector<std::string> lines;
-  for (const auto& d : analysis.diagnostics) lines.push_back(std::string(cobol::nameOf(d.code)) + ' ' + d.text);
+  for (const auto& d : analysis.diagnostics)
+    lines.push_back(std::string(cobol::nameOf(d.code)) + ' ' + d.text);
   return joined(lines);
 }
 
 ProcedureFacts factsOfSource(std::string_view source) {
-  const cobol::Options options;
-  cobol::Diagnostics diagnostics;
-  const cobol::TokenStream tokens = cobol::readTokens(source, options, {}, diagnostics);
-  ProcedureFacts facts;
-  cobol::readData(tokens, options, facts.analysis, diagnostics);
-  cobol::layOut(facts.analysis, options, diagnostics);
-  cobol::addDeclaredRelations(facts.analysis);
-  cobol::readProcedures(tokens, options, facts.analysis, diagnostics);
-  cobol::layOutWithoutStorage(facts.analysis, options);
-  cobol::nameConstructs(facts.analysis);
-  facts.analysis.diagnostics = diagnostics.all();
-  return facts;
+  return {cobol::analyse(source, cobol::Options{}, {})};
 }
 
 ProcedureFacts factsOf(std::string_view data, std::string_view procedure) {

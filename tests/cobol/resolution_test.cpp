@@ -1,6 +1,8 @@
 // Which declaration a written name means, and what comes of names that nothing declares.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "procedure_facts.hpp"
 
 namespace {
@@ -49,6 +51,40 @@ TEST(Resolution, QualifiersPickAmongEqualNames) {
   EXPECT_EQ(factsOf(data, "DISPLAY Z.").diagnostics(), "Unresolved Z is not declared");
 }
 
+TEST(Resolution, FilesQualifyAndClausesPreferTheirOwnFile) {
+  const ProcedureFacts facts = factsOfSource(R"(       IDENTIFICATION DIVISION.
+       PROGRAM-ID. P.
+       ENVIRONMENT DIVISION.
+       INPUT-OUTPUT SECTION.
+       FILE-CONTROL.
+           SELECT F1 ASSIGN TO D1 ORGANIZATION INDEXED RECORD KEY K.
+           SELECT F2 ASSIGN TO D2 ORGANIZATION INDEXED RECORD KEY K.
+       DATA DIVISION.
+       FILE SECTION.
+       FD F1.
+       01 R1.
+          05 K PIC X.
+       FD F2.
+       01 R2.
+          05 K PIC X.
+       PROCEDURE DIVISION.
+           MOVE K OF F1 TO K IN R2 OF F2.
+)");
+  EXPECT_EQ(usedKeys(facts), "P:F1.R1.K R, P:F2.R2.K R, P:F1.R1.K R, P:F2.R2.K W, P:F2.R2 N");
+  EXPECT_EQ(facts.relations(), "Key K -> R1, Key K -> R2, Move K -> K, RecordSlot R1 -> D1, RecordSlot R2 -> D2");
+}
+
+TEST(Resolution, NamesDeclaredVeryOftenStillFindTheirOwn) {
+  std::string data = "^WORKING-STORAGE SECTION.\n";
+  for (int i = 0; i < 100; ++i)
+    data += "^01 G" + std::to_string(i) + ".\n^   05 X PIC X.\n";
+  EXPECT_EQ(usedKeys(factsOf(data, "MOVE X OF G7 TO X OF G93.")), "P:G7.X R, P:G7 N, P:G93.X W, P:G93 N");
+  const ProcedureFacts all = factsOf(data, "DISPLAY X. DISPLAY X.");
+  EXPECT_EQ(std::count_if(all.analysis.instances.begin(), all.analysis.instances.end(),
+                          [](const cobol::Instance& i) { return i.access == cobol::Access::read; }),
+            200);
+}
+
 TEST(Resolution, ContainedProgramsSeeGlobalNames) {
   const ProcedureFacts facts = factsOfSource(R"(       IDENTIFICATION DIVISION.
        PROGRAM-ID. OUTER.
@@ -89,27 +125,35 @@ TEST(Resolution, ParametersOfTheProgramMeetItsOwnSlots) {
 }
 
 TEST(Resolution, PlacesNameParagraphsCallsAndLiterals) {
-  const ProcedureFacts facts = factsOf("^WORKING-STORAGE SECTION.\n^01 A PIC X.\n",
-                                       "CALL 'SUB'.\n^SEC SECTION 50.\n^0100.\nMOVE 'x' TO A\n^NO-PERIOD-BEFORE.\nCALL A.");
+  const ProcedureFacts facts =
+      factsOf("^WORKING-STORAGE SECTION.\n^01 A PIC X.\n",
+              "CALL 'SUB'.\n^SEC SECTION 50.\n^0100.\nMOVE 'x' TO A\n^NO-PERIOD-BEFORE.\nCALL A.");
   std::string places;
-  for (const auto& place : facts.analysis.places) places += place.kindWord + ' ' + place.name + ", ";
+  for (const auto& place : facts.analysis.places)
+    places += place.kindWord + ' ' + place.name + ", ";
   EXPECT_EQ(places, "PARA HERE, CALL SUB, PARA SEC, PARA 0100, PARA NO-PERIOD-BEFORE, CALL A, LIT SUB, LIT x, ");
 }
 
 TEST(Resolution, DeepNestingIsReadToItsEnd) {
   constexpr int depth = 100'000;
   std::string text = "COMPUTE A =\n";
-  for (int i = 0; i < depth; ++i) text += "(\n";
+  for (int i = 0; i < depth; ++i)
+    text += "(\n";
   text += "B\n";
-  for (int i = 0; i < depth; ++i) text += ")\n";
+  for (int i = 0; i < depth; ++i)
+    text += ")\n";
   text += ".\nIF\n";
-  for (int i = 0; i < depth; ++i) text += "(\n";
+  for (int i = 0; i < depth; ++i)
+    text += "(\n";
   text += "A = B\n";
-  for (int i = 0; i < depth; ++i) text += ")\n";
+  for (int i = 0; i < depth; ++i)
+    text += ")\n";
   text += "MOVE T (\n";
-  for (int i = 0; i < depth; ++i) text += "T (\n";
+  for (int i = 0; i < depth; ++i)
+    text += "T (\n";
   text += "A\n";
-  for (int i = 0; i < depth; ++i) text += ")\n";
+  for (int i = 0; i < depth; ++i)
+    text += ")\n";
   text += ") TO B.";
   const ProcedureFacts facts =
       factsOf("^WORKING-STORAGE SECTION.\n^01 A PIC 9.\n^01 B PIC 9.\n^01 R.\n^   05 T PIC 9 OCCURS 9.\n", text);

@@ -1,4 +1,5 @@
 // Which names a statement reads and writes, and which datanames it joins.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "procedure_facts.hpp"
@@ -84,6 +85,35 @@ TEST(Statements, GroupMovesAreAlignedLeafByLeaf) {
   });
 }
 
+TEST(Statements, LeavesOfTablesMeetOnceAndTooManyNotAtAll) {
+  expectFacts(
+      R"(^WORKING-STORAGE SECTION.
+^01 MONTHS.
+^   05 M1 PIC X(3).
+^   05 M2 PIC X(3).
+^   05 M3 PIC X(3).
+^01 TAB.
+^   05 MONTH PIC X(3) OCCURS 3.
+^01 SHIFTED.
+^   05 FILLER PIC X.
+^   05 PART PIC X(2) OCCURS 4.
+)",
+      {
+          {"MOVE MONTHS TO TAB.", "MONTHS R 1:6, TAB W 1:16",
+           "GroupMove MONTHS -> TAB, PartMove M1 -> MONTH, PartMove M2 -> MONTH, PartMove M3 -> MONTH"},
+          {"MOVE TAB TO SHIFTED.", "TAB R 1:6, SHIFTED W 1:13", "GroupMove TAB -> SHIFTED, OverlapMove MONTH -> PART"},
+      });
+  std::string data = "^WORKING-STORAGE SECTION.\n^01 G.\n";
+  for (int i = 0; i < 5000; ++i)
+    data += "^   05 G" + std::to_string(i) + " PIC X.\n";
+  data += "^01 H.\n";
+  for (int i = 0; i < 5000; ++i)
+    data += "^   05 H" + std::to_string(i) + " PIC X.\n";
+  const ProcedureFacts many = factsOf(data, "MOVE G TO H.");
+  EXPECT_EQ(many.relations(), "GroupMove G -> H");
+  EXPECT_THAT(many.diagnostics(), testing::StartsWith("PairsCapped"));
+}
+
 TEST(Statements, CorrespondingJoinsNamesUnderBothGroups) {
   constexpr std::string_view data = R"(^WORKING-STORAGE SECTION.
 ^01 G1.
@@ -123,7 +153,8 @@ TEST(Statements, ArithmeticChangesResultsButOnlyWritesWhatIsGiven) {
       {"COMPUTE N ROUNDED = (M - 1) * 2 + K.", "N W 1:9, M R 1:22, K R 1:35", "Addition K -> N, Computation M -> N"},
       {"COMPUTE N = - M.", "N W 1:9, M R 1:15", "Addition M -> N"},
       {"COMPUTE N = FUNCTION MAX (M K).", "N W 1:9, M R 1:27, K R 1:29", "Move K -> N, Move M -> N"},
-      {"COMPUTE N = FUNCTION MOD (M 7) + LENGTH OF A.", "N W 1:9, M R 1:27, A N 1:44", "Computation M -> N, Length A -> N"},
+      {"COMPUTE N = FUNCTION MOD (M 7) + LENGTH OF A.", "N W 1:9, M R 1:27, A N 1:44",
+       "Computation M -> N, Length A -> N"},
       {"COMPUTE N M = K ** 2.", "N W 1:9, M W 1:11, K R 1:15", "Computation K -> M, Computation K -> N"},
   });
 }
@@ -151,8 +182,8 @@ TEST(Statements, InitializeWritesItsItems) {
 
 TEST(Statements, StringsReadPiecesAndChangeTargets) {
   expectStatements({
-      {"STRING A DELIMITED BY C 'X' DELIMITED SIZE INTO B\nWITH POINTER N.",
-       "A R 1:8, C R 1:23, B B 1:49, N B 2:14", "Position N -> B, String A -> B"},
+      {"STRING A DELIMITED BY C 'X' DELIMITED SIZE INTO B\nWITH POINTER N.", "A R 1:8, C R 1:23, B B 1:49, N B 2:14",
+       "Position N -> B, String A -> B"},
       {"UNSTRING A DELIMITED BY ALL C OR ',' INTO B DELIMITER IN SW\nCOUNT IN N POINTER M TALLYING IN K.",
        "A R 1:10, C R 1:29, B W 1:43, SW W 1:58, N W 2:10, M B 2:20, K B 2:34",
        "Comparison C -> A, Position M -> A, Tally A -> K, Tally A -> N, Unstring A -> B"},
@@ -167,7 +198,8 @@ TEST(Statements, StringsReadPiecesAndChangeTargets) {
 
 TEST(Statements, ControlReadsWhatSteers) {
   expectStatements({
-      {"IF A = B MOVE A TO C ELSE NEXT SENTENCE.", "A R 1:4, B R 1:8, A R 1:15, C W 1:20", "Comparison A -> B, Move A -> C"},
+      {"IF A = B MOVE A TO C ELSE NEXT SENTENCE.", "A R 1:4, B R 1:8, A R 1:15, C W 1:20",
+       "Comparison A -> B, Move A -> C"},
       {"PERFORM HERE N TIMES.", "N R 1:14", ""},
       {"PERFORM N TIMES MOVE A TO B END-PERFORM.", "N R 1:9, A R 1:22, B W 1:27", "Move A -> B"},
       {"PERFORM HERE THRU HERE WITH TEST AFTER UNTIL SW-ON.", "SW-ON R 1:46", ""},
@@ -188,6 +220,8 @@ TEST(Statements, ControlReadsWhatSteers) {
        "Comparison A -> B, Comparison N -> M"},
       {"EVALUATE N WHEN 1 IF A = B CONTINUE WHEN M CONTINUE.", "N R 1:10, A R 1:22, B R 1:26, M R 1:42",
        "Comparison A -> B, Comparison N -> M"},
+      {"EVALUATE N WHEN 1 IF A = B SEARCH ROW WHEN SW-ON CONTINUE\nEND-IF WHEN M CONTINUE END-EVALUATE.",
+       "N R 1:10, A R 1:22, B R 1:26, ROW R 1:35, SW-ON R 1:44, M R 2:13", "Comparison A -> B, Comparison N -> M"},
       {"EXIT PERFORM CYCLE. GOBACK. STOP RUN. CONTINUE.", "", ""},
   });
 }
@@ -198,7 +232,8 @@ TEST(Statements, ConditionsPairWhatTheyCompare) {
       {"IF (N + M) * 2 > K CONTINUE.", "N R 1:5, M R 1:9, K R 1:18", "Comparison M -> K, Comparison N -> K"},
       {"IF A = (B OR C) CONTINUE.", "A R 1:4, B R 1:9, C R 1:14", "Comparison A -> B, Comparison A -> C"},
       {"IF NOT (A = B AND (N < M OR K NOT LESS THAN N)) CONTINUE.",
-       "A R 1:9, B R 1:13, N R 1:20, M R 1:24, K R 1:29, N R 1:45", "Comparison A -> B, Comparison K -> N, Comparison N -> M"},
+       "A R 1:9, B R 1:13, N R 1:20, M R 1:24, K R 1:29, N R 1:45",
+       "Comparison A -> B, Comparison K -> N, Comparison N -> M"},
       {"IF A IS NUMERIC AND B ALPHABETIC OR N IS NOT ZERO CONTINUE.", "A R 1:4, B R 1:21, N R 1:37", ""},
       {"IF A NUMERIC MOVE A TO B.", "A R 1:4, A R 1:19, B W 1:24", "Move A -> B"},
       {"IF SW-ON OR A = B CONTINUE.", "SW-ON R 1:4, A R 1:13, B R 1:17", "Comparison A -> B"},
@@ -206,7 +241,8 @@ TEST(Statements, ConditionsPairWhatTheyCompare) {
        "Comparison A -> B, Comparison A -> C"},
       {"IF N = LENGTH OF A CONTINUE.", "N R 1:4, A N 1:18", ""},
       {"IF FUNCTION UPPER-CASE (A) = B CONTINUE.", "A R 1:25, B R 1:30", "Comparison A -> B"},
-      {"IF N >= M AND N <> K CONTINUE.", "N R 1:4, M R 1:9, N R 1:15, K R 1:20", "Comparison N -> K, Comparison N -> M"},
+      {"IF N >= M AND N <> K CONTINUE.", "N R 1:4, M R 1:9, N R 1:15, K R 1:20",
+       "Comparison N -> K, Comparison N -> M"},
   });
 }
 
@@ -232,16 +268,29 @@ TEST(Statements, TableSortsAndScreenTraffic) {
       {"ACCEPT A FROM B.", "A W 1:8, B R 1:15", "Move B -> A"},
       {"DISPLAY A 'X' FUNCTION TRIM (B) N UPON CONSOLE.", "A R 1:9, B R 1:30, N R 1:33", ""},
       {"DISPLAY A AT LINE N COLUMN 5 WITH NO ADVANCING.", "A R 1:9, N R 1:19", ""},
+      {"DISPLAY A ERASE EOS.", "A R 1:9", ""},
       {"XML GENERATE A FROM G COUNT IN N END-XML.", "A W 1:14, G R 1:21, N W 1:32", "String G -> A, Tally G -> N"},
       {"JSON PARSE A INTO G NAME OF GX IS 'x'.", "A R 1:12, G W 1:19, GX N 1:29", "Unstring A -> G"},
   });
+}
+
+TEST(Statements, RelationKindsStandInTheOrderOfTheirNumbers) {
+  const auto& kinds = cobol::relationKinds();
+  ASSERT_EQ(kinds.size(), static_cast<std::size_t>(cobol::RelationKind::ExecKey) + 1);
+  std::string high;
+  for (std::size_t i = 0; i < kinds.size(); ++i) {
+    EXPECT_EQ(static_cast<std::size_t>(kinds[i].kind), i);
+    if (kinds[i].affinity == cobol::Affinity::high) high += std::string(kinds[i].name) + ' ';
+  }
+  EXPECT_EQ(high, "Move PartMove Addition Comparison Condition Overlay Address Read Write Argument Parameter ");
 }
 
 TEST(Statements, ABrokenStatementCostsItselfOnly) {
   expectStatements({
       {"FROBNICATE A, NOBODY B. MOVE A TO B.", "A R 1:12, B R 1:22, A R 1:30, B W 1:35", "Move A -> B"},
       {"MOVE A OVER B MOVE B TO C.", "A R 1:6, B R 1:13, B R 1:20, C W 1:25", "Move B -> C"},
-      {"ADD A TO TO B. MOVE A ( TO B.\nMOVE B TO C.", "A R 1:5, B R 1:13, A R 1:21, B R 1:28, B R 2:6, C W 2:11", "Move B -> C"},
+      {"ADD A TO TO B. MOVE A ( TO B.\nMOVE B TO C.", "A R 1:5, B R 1:13, A R 1:21, B R 1:28, B R 2:6, C W 2:11",
+       "Move B -> C"},
   });
   const ProcedureFacts facts = factsOf(kData, "FROBNICATE A. MOVE A TO B. MOVE A OVER B.");
   EXPECT_EQ(facts.analysis.statements, 3U);

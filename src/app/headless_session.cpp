@@ -1,0 +1,129 @@
+#include "app/headless_session.hpp"
+
+#include <cstdio>
+
+#include <fmt/format.h>
+
+#include "orvane/projects.hpp"
+#include "platform/runtime/text.hpp"
+#include "platform/runtime/wildcard.hpp"
+#include "tarnsift/store/program_database.hpp"
+
+namespace app {
+
+using platform::Form;
+using platform::ListItem;
+using platform::ListView;
+
+int listNamed(const std::string& word, bool orDelete) {
+  static constexpr std::string_view kNames[] = {"working", "affected", "clean", "delete"};
+  for (int i = 0; i < (orDelete ? 4 : 3); ++i)
+    if (platform::equalsIgnoringCase(kNames[i], word)) return i;
+  throw UsageError(fmt::format("'{}' is no list; there are working, affected, clean{}", word, orDelete ? ", delete" : ""));
+}
+
+HeadlessSession::HeadlessSession(const Context& context, const std::string& programGlob) {
+  const orvane::BaseFolder base = context.base();
+  std::string project;
+  {
+    const platform::Ref<orvane::RepositoryFile> repository(new orvane::RepositoryFile(base.repositoryFile()));
+    project = projectOf(context, *repository);
+  }
+  m_host = std::make_unique<orvane::Host>(base, project, m_screen);
+  start(programGlob);
+}
+
+HeadlessSession::HeadlessSession(orvane::BaseFolder base, const std::string& project, const std::string& programGlob)
+    : m_host(std::make_unique<orvane::Host>(std::move(base), project, m_screen)) {
+  start(programGlob);
+}
+
+HeadlessSession::~HeadlessSession() = default;
+
+// What went wrong in a step that the others went on after is told at once.
+void HeadlessSession::start(const std::string& programGlob) {
+  m_host->log().onLine = [this](const std::string& line) {
+    m_progress.clear();
+    fmt::print(stderr, "tarnsift: {}\n", line);
+  };
+  // Only for this session: what the analyst set for the window stays in the file.
+  m_host->options().overrideForSession("//CASE[@ID='Tarnsift']/BOOL[@NAME='ApplySelected']", programGlob.empty() ? "false" : "true");
+  openWindow();
+  Form& form = window();
+  auto& bar = form.get<platform::ProgressBar>("pbProgress");
+  bar.Changed.connect([this, &form, &bar] {
+    if (bar.Visible()) m_progress.show(form.Caption, static_cast<std::size_t>(bar.Value()), static_cast<std::size_t>(bar.Max));
+  });
+  if (programGlob.empty()) return;
+  std::vector<std::string> keys;
+  for (const ListCounts& program : counts())
+    if (platform::like(platform::upper(program.program), platform::upper(programGlob))) keys.push_back(program.key);
+  if (keys.empty()) throw platform::Error(fmt::format("no verified program matches '{}'", programGlob));
+  select(keys);
+}
+
+// What the component told is what the command tells.
+void HeadlessSession::openWindow() {
+  const auto told = [this] {
+    for (const auto& message : m_screen.messages)
+      if (message.style != platform::kInformation) throw platform::Error(message.text);
+  };
+  try {
+    m_host->start();
+  } catch (const platform::Error&) {
+    told();
+    throw;
+  }
+  told();
+}
+
+void HeadlessSession::select(const std::vector<std::string>& keys) {
+  auto& programs = window().get<ListView>("lvPrograms");
+  programs.selectAll(false);
+  for (const auto& key : keys) programs.ListItems.Item(key).setSelected(true);
+}
+
+// An error that the component told ends the command here.
+void HeadlessSession::choose(platform::MenuItem& entry) {
+  m_screen.messages.clear();
+  if (!entry.Enabled || (entry.ParentMenu && !entry.ParentMenu->Enabled)) throw platform::Error("there is no verified program; run 'tarnsift verify'");
+  entry.choose();
+  m_progress.clear();
+  for (const auto& message : m_screen.messages)
+    if (message.style == platform::kCritical) throw platform::Error(message.text);
+}
+
+std::string HeadlessSession::filter(const std::string& criterion, int target) {
+  m_host->search().chooseCriterion = [criterion](const std::string&) { return criterion; };
+  choose(window().get<platform::MenuItem>("mnuFileSearchTo", target));
+  return m_screen.messages.empty() ? "" : std::string(platform::trimmed(m_screen.messages.back().text));
+}
+
+void HeadlessSession::findSynonyms(int from, int to) {
+  m_screen.dialogs["frmFindSynonyms"] = [from, to](Form& dialog) {
+    dialog.get<platform::OptionButton>("optListsIn", from).choose();
+    dialog.get<platform::OptionButton>("optListsTo", to).choose();
+    dialog.get<platform::CommandButton>("cmdOK").press();
+  };
+  choose(window().get<platform::MenuItem>("mnuFileSynonyms"));
+}
+
+void HeadlessSession::report(int index) { choose(window().get<platform::MenuItem>("mnuFileReportType", index)); }
+
+std::vector<ListCounts> HeadlessSession::counts() {
+  std::vector<ListCounts> all;
+  const auto& programs = window().get<ListView>("lvPrograms");
+  for (std::size_t i = 1; i <= programs.ListItems.Count(); ++i) {
+    const ListItem& row = programs.ListItems.Item(i);
+    ListCounts program{row.Key(), row.Text, {}};
+    for (std::size_t list = 0; list < 3; ++list) program.counts[list] = tarnsift::countOf(row.SubItems(list + 1));
+    all.push_back(std::move(program));
+  }
+  return all;
+}
+
+void HeadlessSession::close() {
+  if (!m_host->close()) throw platform::Error("the window refused to close");
+}
+
+} // namespace app
