@@ -42,7 +42,9 @@ void checkRanges(const cobol::Analysis& analysis, std::vector<std::string>& faul
 
 } // namespace
 
-std::filesystem::path bankFolder() { return std::filesystem::path(TARNSIFT_SOURCE_DIR) / "samples" / "bank"; }
+std::filesystem::path bankFolder() {
+  return std::filesystem::path(TARNSIFT_SOURCE_DIR) / "samples" / "bank";
+}
 
 std::vector<std::string> programNames() {
   std::vector<std::string> names;
@@ -70,7 +72,9 @@ cobol::Analysis analysed(const std::filesystem::path& bank, const std::string& p
   return cobol::analyse((bank / "cobol" / program).string(), {}, library);
 }
 
-cobol::Analysis analysed(const std::string& program) { return analysed(bankFolder(), program); }
+cobol::Analysis analysed(const std::string& program) {
+  return analysed(bankFolder(), program);
+}
 
 std::vector<std::string> linesOf(const cobol::Analysis& analysis) {
   std::vector<std::string> lines;

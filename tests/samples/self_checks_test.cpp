@@ -60,7 +60,9 @@ TEST_P(Program, TextAtEveryPositionIsTheName) {
   EXPECT_GT(named, 60u);
 }
 
-TEST_P(Program, TwiceIsTheSame) { EXPECT_EQ(linesOf(analysed(GetParam())), linesOf(analysed(GetParam()))); }
+TEST_P(Program, TwiceIsTheSame) {
+  EXPECT_EQ(linesOf(analysed(GetParam())), linesOf(analysed(GetParam())));
+}
 
 TEST_P(Program, CutAnywhereGivesAnAnalysis) {
   const std::string text = textOf(bankFolder() / "cobol" / GetParam());
