@@ -108,6 +108,7 @@ long FakeHost::run() {
 bool FakeHost::close() { return window().unload(); }
 
 void FakeHost::click(const std::string& program) {
+  window().lvPrograms.selectAll(false);
   window().lvPrograms.setSelectedItem(&window().lvPrograms.ListItems.Item(program));
   window().lvPrograms.MouseUp.raise(platform::kLeftButton, platform::kNoShift, 0, 0);
 }
