@@ -10,8 +10,10 @@ void countRows(platform::ListItem& program, platform::Database& database) {
   const std::string& status = globals().StatusColumn;
   const auto counts = database.OpenRecordset("select " + status + ", Count(*) as cnt " + "from constructs " + "where " + status +
                                              " is not NULL " + "group by " + status);
-  for (; !counts->Eof(); counts->MoveNext())
-    program.setSubItems(static_cast<std::size_t>(counts->Field(status).asInteger()) + 1, PadCount(counts->Field("cnt").asInteger()));
+  for (; !counts->Eof(); counts->MoveNext()) {
+    const std::int64_t list = counts->Field(status).asInteger();
+    if (list >= kWorking && list <= kRejected) program.setSubItems(static_cast<std::size_t>(list) + 1, PadCount(counts->Field("cnt").asInteger()));
+  }
 }
 
 void addCounters(platform::ListItem& program, const Counters& counters) {

@@ -33,16 +33,21 @@ void openTables(frmMain& window) {
 }
 
 void addEntry(frmMain& window, const platform::Recordset& row) {
-  const auto status = static_cast<std::size_t>(row.Field(globals().StatusColumn).asInteger());
-  ListView& list = *window.lvList.at(status);
+  const std::int64_t status = row.Field(globals().StatusColumn).asInteger();
+  if (status < kWorking || status > kRejected)
+    throw platform::Error(row.Field("Name").asText() + " has the status " + std::to_string(status) + ", which is no list");
+  ListView& list = *window.lvList[static_cast<std::size_t>(status)];
   const std::size_t comment = list.ColumnHeaders.IndexOf("Comment") - 1;
   platform::ListItem& entry = list.ListItems.Add(row.Field("KVID").asText(), row.Field("Name").asText());
   entry.setSubItems(comment, NullToText(row.Field(globals().ClassificationColumn)));
 }
 
-void fillLists(frmMain& window) {
-  ListView::Batch working(*window.lvList[0]), affected(*window.lvList[1]), clean(*window.lvList[2]), synonyms(*window.lvList[3]);
+void clearLists(frmMain& window) {
   for (ListView* list : window.lvList) list->ListItems.Clear();
+}
+
+void fillLists(frmMain& window) {
+  ListView::Batch working(*window.lvList[0]), affected(*window.lvList[1]), clean(*window.lvList[2]);
   const auto rows = window.ProgramDatabase->OpenRecordset("select * from Constructs where " + globals().StatusColumn + " is not Null");
   StartProgress(window, LoadResString(512), static_cast<int>(rows->RecordCount()));
   for (; !rows->Eof(); rows->MoveNext()) {
@@ -82,6 +87,7 @@ void tellLoadFailure(frmMain& window, const platform::Error& error) {
 
 void loadLists(frmMain& window) {
   try {
+    clearLists(window); // first, so that no entry of the program before stays when this one cannot be opened
     openTables(window);
     fillLists(window);
   } catch (const platform::Error& error) {

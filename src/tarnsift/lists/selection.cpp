@@ -50,6 +50,7 @@ void lvList_ColumnClick(frmMain& window, std::size_t column) {
 void tsLists_Click(frmMain& window) {
   const int Index = static_cast<int>(window.tsLists.SelectedItem()) - 1;
   for (int i = 0; i < kSynonymsList; ++i) listOf(window, i).setVisible(i == Index);
+  if (!window.Splitter) return; // between two sessions there are no panes
   lvList_GotFocus(window, Index);
   ListView& list = listOf(window, Index);
   if (list.ListItems.Count() > 0 && !list.SelectedItem()) list.setSelectedItem(&list.ListItems.Item(1));

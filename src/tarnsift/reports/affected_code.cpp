@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <map>
 
 #include "platform/files/files.hpp"
@@ -23,10 +24,11 @@ std::string EscapeHtml(std::string_view text) {
 }
 
 LineMarks::LineMarks(std::size_t lineCount, int neighbourhood)
-    : m_marks(lineCount + 1, LineMark::hidden), m_lineCount(static_cast<std::int64_t>(lineCount)), m_neighbourhood(neighbourhood) {}
+    : m_marks(lineCount + static_cast<std::size_t>(std::max(0, neighbourhood)) + 1, LineMark::hidden),
+      m_lineCount(static_cast<std::int64_t>(lineCount)), m_neighbourhood(neighbourhood) {}
 
 void LineMarks::mark(std::int64_t line) {
-  if (line < 0 || line > m_lineCount) return;
+  if (line < 0 || line >= static_cast<std::int64_t>(m_marks.size())) return;
   const auto context = [this](std::int64_t neighbour) {
     LineMark& mark = m_marks[static_cast<std::size_t>(neighbour)];
     if (mark == LineMark::hidden) mark = LineMark::context;

@@ -14,7 +14,7 @@ class LineMarks {
   /// `neighbourhood`: lines of context on each side of a marked one.
   LineMarks(std::size_t lineCount, int neighbourhood);
   /// A declaration or usage stands on this line. Line 0, of a construct without a place, marks the lines behind it as
-  /// context; a line beyond the file's end, whose source has changed, marks nothing.
+  /// context; a line beyond the file's end, whose source has changed, marks at most context in front of it.
   void mark(std::int64_t line);
   LineMark of(std::size_t line) const { return m_marks[line]; }
 

@@ -10,9 +10,7 @@ template <typename Write>
 void reportProgram(frmMain& window, const platform::ListItem& program, Write&& write) {
   try {
     write();
-  } catch (const platform::DatabaseError& error) {
-    window.ActivityLog->Write(program.Text + ": not whole in the report: " + error.what());
-  } catch (const platform::FileError& error) {
+  } catch (const platform::Error& error) {
     window.ActivityLog->Write(program.Text + ": not whole in the report: " + error.what());
   }
 }

@@ -15,7 +15,7 @@ namespace tarnsift {
 class ProgramWork {
  public:
   ProgramWork(frmMain& window, platform::ListItem& program)
-      : row(program), onScreen(&program == window.lvPrograms.SelectedItem()), m_window(window) {
+      : row(program), onScreen(program.Key() == window.LoadedProgram), m_window(window) {
     m_window.ProgramInWork = row.Key();
     database = openProgramDatabase(row.Tag);
   }

@@ -39,6 +39,15 @@ void guard(frmMain& window, const std::function<void()>& handler) {
   }
 }
 
+// What the analyst saw of the session before is gone.
+void emptyControls(frmMain& window) {
+  for (platform::ListView* list : {&window.lvPrograms, window.lvList[0], window.lvList[1], window.lvList[2], window.lvList[3]}) {
+    list->ListItems.Clear();
+    list->sortBy(std::nullopt);
+  }
+  window.tsLists.select(1);
+}
+
 // The host's controls live from one loading of the window to its close.
 void createHostControls(frmMain& window) {
   HostFactory& factory = theHostFactory();
@@ -54,6 +63,7 @@ void createHostControls(frmMain& window) {
 
 void wireForm(frmMain& window) {
   window.Load.connect([&window] {
+    emptyControls(window);
     createHostControls(window);
     Form_Load(window);
   });

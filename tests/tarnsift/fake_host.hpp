@@ -1,0 +1,114 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "platform/controls/screen.hpp"
+#include "platform/files/files.hpp"
+#include "tarnsift/session/globals.hpp"
+#include "tarnsift/session/host.hpp"
+#include "tarnsift/workbench/frmMain.hpp"
+
+/// A host in memory round the real window: programs with real databases and sources in a temporary base folder, and a script
+/// for everything that an analyst or another component would answer.
+namespace tarnsift_test {
+
+using platform::Ref;
+using platform::Value;
+
+/// One program of the fake repository.
+struct Program {
+  std::string id; ///< also its name, and the stem of its files
+  /// A row a line: KVID NAME OFFSET+SIZE LIST COMMENT; LIST is W, A, C or -, COMMENT is the rest of the line, none is Null.
+  std::string constructs;
+  std::string relations = ""; ///< a row a line: KVID1 RELID KVID2
+  /// By KVID its declaration and then its usages, each FILE:LINE:COLUMN. A construct without a place is not in the analysis.
+  std::map<std::string, std::vector<std::string>> places = {};
+  std::vector<std::string> files = {}; ///< relative to the base folder, in the store's order
+  std::string type = "COBOL";
+  bool dataRelations = true;
+  Value modified = {};                 ///< microseconds since 1970
+  std::set<std::string> projects = {"P"};
+};
+
+/// What the search host answers next.
+struct Search {
+  std::string used = "Names:CUST*"; ///< criterion
+  Value result = true;
+  std::map<std::string, std::vector<std::string>> matches = {};  ///< KVIDs by program
+  std::map<std::string, std::string> newCounts = {};             ///< instead of the number of the matches; "-" no attribute
+  std::string modelName = "COBOL";
+};
+
+class FakeHost {
+ public:
+  /// Makes the base folder with the project and registers all global objects.
+  explicit FakeHost(std::string project = "P");
+  ~FakeHost();
+  FakeHost(const FakeHost&) = delete;
+  FakeHost& operator=(const FakeHost&) = delete;
+
+  /// Writes the program's files and database; its two columns of the open project are there already.
+  void add(const Program& program);
+  /// The same with the pair of columns of that name, e.g. "Status" and "Classification" for a prefix "".
+  void addWithColumns(const Program& program, const std::string& status, const std::string& classification);
+  void writeFile(const std::string& relativePath, const std::string& text);
+  void setOption(const std::string& xpath, const std::string& value, const char* attribute = "VALUE");
+
+  long run(); ///< TarnsiftEngine.Run
+  bool close();
+  tarnsift::frmMain& window() { return tarnsift::theWindow(); }
+  void choose(const std::string& menu, int index = -1) { window().menu(menu, index).choose(); }
+  /// Makes a row of the programs pane current as a plain click does.
+  void click(const std::string& program);
+
+  /// Every program with its counts and its classified rows, from the databases, a line each:
+  ///   A 1 0 0
+  ///     W k1 CUST-NO: its comment
+  /// Checks on the way that counts and entries on the screen say the same.
+  std::string state();
+  /// Entries of the lists in the same form, in the order of the lists.
+  std::string entries();
+  std::string counts(); ///< the rows of the programs pane
+  std::string rowsOf(const std::string& program);
+  std::vector<std::string> messages(); ///< "style|title|text", and forgets them
+  std::string takeLog() { return std::exchange(log, {}); }
+  std::shared_ptr<platform::Database> database(const std::string& program);
+  std::string path(const std::string& relative) const { return base.file(relative); }
+
+  platform::TemporaryFolder base;
+  platform::HeadlessScreen screen;
+  std::string projectName;
+  std::vector<std::string> projects; ///< names of all FOLDER objects
+  std::vector<Program> programs;
+  platform::Document options;
+  platform::Document globalOptions;
+  std::map<std::string, std::string> settings; ///< by "application|section|key"
+  Search search;
+  std::set<std::string> failingMembers;        ///< of Frontend
+  std::set<std::string> brokenStores;          ///< programs whose analysis cannot be opened
+  std::map<std::string, std::string> captions; ///< of panes
+  std::string activePane;
+  std::string log;       ///< calls of the host by the component, a line each
+  std::string report;    ///< calls of ReportWriter
+  std::string activity;  ///< lines of the activity log
+  bool logVisible = true;
+  bool logMinimized = false;
+  int storesOpen = 0;
+  bool attached = false; ///< between Initiate and Terminate
+  Ref<tarnsift::KVWorkSpace> workspace;
+
+ private:
+  Ref<platform::Object> m_frontend;
+};
+
+/// The host objects over one FakeHost; registers all global ones and gives the front end.
+Ref<platform::Object> registerFakeObjects(FakeHost& host);
+void unregisterFakeObjects();
+
+} // namespace tarnsift_test
