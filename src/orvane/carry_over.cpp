@@ -1,5 +1,6 @@
 #include "orvane/carry_over.hpp"
 
+#include <set>
 #include <unordered_map>
 
 #include <fmt/format.h>
@@ -162,17 +163,42 @@ class Carrying {
       appeared.emplace(m_rows[i].kvid, i);
     for (const CarryMatch& match : matches)
       if (match.row >= 0) appeared.erase(m_rows[static_cast<std::size_t>(match.row)].kvid);
-    std::unordered_map<std::string, bool> done;
+    takeBack(appeared, [](const Archived& entry) { return std::string_view(entry.kvid); });
+
+    // Not under its key: a name that nothing else has, neither in the program nor in the archive.
+    std::unordered_map<std::string_view, std::string_view> keys;
+    for (const CarryRow& row : m_rows)
+      unite(keys, row.name, row.kvid);
+    std::unordered_map<std::string_view, std::size_t> appearedNames;
+    for (const auto& [kvid, row] : appeared)
+      if (keys[m_rows[row].name] == kvid && m_rows[row].name != "FILLER") appearedNames.emplace(m_rows[row].name, row);
+    std::unordered_map<std::string_view, std::string_view> archived;
+    for (const Archived& entry : m_old.archive)
+      unite(archived, entry.name, entry.kvid);
+    for (const auto& [name, kvid] : archived)
+      if (kvid.empty()) appearedNames.erase(name);
+    takeBack(appearedNames, [](const Archived& entry) { return std::string_view(entry.name); });
+  }
+
+  // The one key of a name; empty once it has several.
+  static void unite(std::unordered_map<std::string_view, std::string_view>& keys, std::string_view name,
+                    std::string_view kvid) {
+    const auto [known, isNew] = keys.emplace(name, kvid);
+    if (!isNew && known->second != kvid) known->second = {};
+  }
+
+  // The latest of several that were archived for a construct comes back; the others stay in the archive.
+  void takeBack(const std::unordered_map<std::string_view, std::size_t>& rows,
+                std::string_view (*key)(const Archived&)) {
     std::vector<Archived> kept;
     for (auto entry = m_old.archive.rbegin(); entry != m_old.archive.rend(); ++entry) {
-      const auto row = appeared.find(entry->kvid);
+      const auto row = rows.find(key(*entry));
       bool back = false;
-      for (const ColumnPair& pair : m_old.pairs) {
+      for (std::size_t i = 0; row != rows.end() && i < m_old.pairs.size(); ++i) {
         // The one pair of the earlier format has become a pair for each project.
-        if (row == appeared.end() || !(entry->stem.empty() || platform::equalsIgnoringCase(pair.stem, entry->stem)))
-          continue;
-        if (!done.emplace(entry->kvid + '\n' + pair.stem, true).second) continue;
-        store(row->second, pair, entry->status, entry->classification);
+        if (!entry->stem.empty() && !platform::equalsIgnoringCase(m_old.pairs[i].stem, entry->stem)) continue;
+        if (!m_restored.emplace(row->second, i).second) continue;
+        store(row->second, m_old.pairs[i], entry->status, entry->classification);
         ++m_counts.restored;
         back = true;
       }
@@ -200,6 +226,7 @@ class Carrying {
   std::vector<CarryRow> m_rows;
   std::int64_t m_now;
   Decisions m_old;
+  std::set<std::pair<std::size_t, std::size_t>> m_restored; ///< row and pair
   CarryCounts m_counts;
 };
 

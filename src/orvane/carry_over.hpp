@@ -45,7 +45,8 @@ struct CarryCounts {
 /// whose table Constructs holds `rows()` as the rowids 1, 2, …; they are asked for only when there is something to
 /// carry. Decisions whose construct is gone go into the table Archive(KVID, Name, Project, Status, Classification,
 /// ArchivedAt), Project being the stem of the column pair, "" for the one pair of the earlier format (the table is
-/// there only while it has rows); archived ones whose construct appears again come back. A missing old database is
+/// there only while it has rows); archived ones come back when their key appears again, or their name where it is the
+/// only one of the program and of the archive. A missing old database is
 /// fine; one that cannot be read is a platform::DatabaseError, and must not be replaced then. `now` is in microseconds
 /// since 1970 UTC.
 CarryCounts carryOver(const std::string& oldDatabase, platform::Database& fresh,

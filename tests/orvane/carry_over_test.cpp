@@ -14,7 +14,7 @@ CarryRow rowOf(const std::string& text) {
   const auto words = platform::splitAt(text, ' ');
   const std::string item = words.at(0).substr(words.at(0).find(':') + 1);
   std::string name = item.substr(item.rfind('.') == item.npos ? 0 : item.rfind('.') + 1);
-  name = name.substr(0, name.find('#'));
+  name = name.substr(name.starts_with('?') ? 1 : 0, name.find('#'));
   if (name.starts_with('~')) name = "FILLER";
   CarryRow row{words[0], name, std::nullopt, 0};
   if (words.size() > 1) row.shape = row.size = std::stoll(words[1]);
@@ -166,6 +166,19 @@ TEST(CarryOver, archivesWhatIsGoneUntilItsConstructComesBack) {
   EXPECT_EQ(program.verify({"P:A 5"}), "0 carried, 0 moved, 0 archived, 1 restored");
   EXPECT_THAT(program.decided("One"), ElementsAre("P:A 2 clean"));
   EXPECT_THAT(program.archive(), ElementsAre());
+}
+
+TEST(CarryOver, archivedDecisionsComeBackWithTheirName) {
+  Generations program;
+  program.verify({"P:?A 0", "P:?B 0", "P:R.C 1", "P:S.C 1"});
+  program.addProject("One");
+  program.run("update Constructs set One_Status = 1, One_Classification = KVID where KVID <> ''");
+  EXPECT_EQ(program.verify({"P:X 1"}), "0 carried, 0 moved, 4 archived, 0 restored");
+  // Of B there are two now, of C two were archived.
+  EXPECT_EQ(program.verify({"P:X 1", "P:A 8", "P:R.B 1", "P:T.B 1", "P:T.C 1"}),
+            "0 carried, 0 moved, 0 archived, 1 restored");
+  EXPECT_THAT(program.decided("One"), ElementsAre("P:A 1 P:?A"));
+  EXPECT_EQ(program.archive().size(), 3U);
 }
 
 // The archived decision belongs to the construct that went; the one that has the key now was decided on its own.
