@@ -45,8 +45,10 @@ void addTicked(Document& document, Node list, const std::string& name, bool tick
   list.appendChild(entry);
 }
 
+// A component's branch is found by its id, everything else by its name.
 bool sameOption(const Node& a, const Node& b) {
-  return a.name() == b.name() && a.getAttribute("NAME") == b.getAttribute("NAME") && a.getAttribute("ID") == b.getAttribute("ID");
+  const char* key = a.getAttribute("ID").isNull() && b.getAttribute("ID").isNull() ? "NAME" : "ID";
+  return a.name() == b.name() && a.getAttribute(key) == b.getAttribute(key);
 }
 
 Node childLike(const Node& parent, const Node& pattern) {
