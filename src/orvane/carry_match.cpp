@@ -10,12 +10,15 @@ namespace {
 using Rows = std::vector<CarryRow>;
 using Ids = std::vector<int>;
 
-std::size_t at(int index) { return static_cast<std::size_t>(index); }
+std::size_t at(int index) {
+  return static_cast<std::size_t>(index);
+}
 
 // The key without the `#n` that tells equal paths apart.
 std::string_view withoutNumber(std::string_view kvid) {
   std::size_t end = kvid.size();
-  while (end > 0 && kvid[end - 1] >= '0' && kvid[end - 1] <= '9') --end;
+  while (end > 0 && kvid[end - 1] >= '0' && kvid[end - 1] <= '9')
+    --end;
   return end > 0 && end < kvid.size() && kvid[end - 1] == '#' ? kvid.substr(0, end - 1) : kvid;
 }
 
@@ -30,7 +33,8 @@ std::string_view parentName(std::string_view kvid) {
 
 class Matching {
  public:
-  Matching(const Rows& old, const Rows& fresh) : m_old(old), m_fresh(fresh), m_matches(old.size()), m_taken(fresh.size()) {
+  Matching(const Rows& old, const Rows& fresh)
+      : m_old(old), m_fresh(fresh), m_matches(old.size()), m_taken(fresh.size()) {
     m_haveShapes = std::all_of(old.begin(), old.end(), [](const CarryRow& row) { return row.shape.has_value(); }) &&
                    std::all_of(fresh.begin(), fresh.end(), [](const CarryRow& row) { return row.shape.has_value(); });
   }
@@ -59,25 +63,31 @@ class Matching {
   void byKey() {
     std::unordered_map<std::string_view, Group> groups;
     groups.reserve(m_old.size() + m_fresh.size());
-    for (std::size_t i = 0; i < m_old.size(); ++i) groups[withoutNumber(m_old[i].kvid)].old.push_back(static_cast<int>(i));
-    for (std::size_t i = 0; i < m_fresh.size(); ++i) groups[withoutNumber(m_fresh[i].kvid)].fresh.push_back(static_cast<int>(i));
+    for (std::size_t i = 0; i < m_old.size(); ++i)
+      groups[withoutNumber(m_old[i].kvid)].old.push_back(static_cast<int>(i));
+    for (std::size_t i = 0; i < m_fresh.size(); ++i)
+      groups[withoutNumber(m_fresh[i].kvid)].fresh.push_back(static_cast<int>(i));
     for (const auto& [key, group] : groups) {
       if (group.old.empty() || group.fresh.empty()) continue;
-      if (group.old.size() == 1 && group.fresh.size() == 1) match(group.old[0], group.fresh[0], false);
-      else align(group);
+      if (group.old.size() == 1 && group.fresh.size() == 1)
+        match(group.old[0], group.fresh[0], false);
+      else
+        align(group);
     }
   }
 
   void align(const Group& group) {
     std::unordered_map<std::string_view, int> keys;
     std::unordered_map<std::int64_t, std::deque<int>> shapes;
-    for (const int fresh : group.fresh) keys[m_fresh[at(fresh)].kvid] = fresh;
+    for (const int fresh : group.fresh)
+      keys[m_fresh[at(fresh)].kvid] = fresh;
     const auto sameKey = [&](int old) {
       const auto found = keys.find(m_old[at(old)].kvid);
       return found != keys.end() && isFree(found->second) ? found->second : -1;
     };
     for (const int old : group.old)
-      if (const int fresh = sameKey(old); fresh >= 0 && shape(m_old[at(old)]) == shape(m_fresh[at(fresh)])) match(old, fresh, false);
+      if (const int fresh = sameKey(old); fresh >= 0 && shape(m_old[at(old)]) == shape(m_fresh[at(fresh)]))
+        match(old, fresh, false);
     for (const int fresh : group.fresh)
       if (isFree(fresh)) shapes[shape(m_fresh[at(fresh)])].push_back(fresh);
     for (const int old : group.old) {
@@ -117,7 +127,8 @@ class Matching {
     std::unordered_map<std::string, Group> groups;
     for (std::size_t i = 0; i < m_old.size(); ++i)
       if (m_old[i].name != "FILLER") groups[m_old[i].name].old.push_back(static_cast<int>(i));
-    for (std::size_t i = 0; i < m_fresh.size(); ++i) groups[m_fresh[i].name].fresh.push_back(static_cast<int>(i));
+    for (std::size_t i = 0; i < m_fresh.size(); ++i)
+      groups[m_fresh[i].name].fresh.push_back(static_cast<int>(i));
     matchSingles(groups);
   }
 
@@ -137,6 +148,8 @@ class Matching {
 
 } // namespace
 
-std::vector<CarryMatch> matchRows(const Rows& old, const Rows& fresh) { return Matching(old, fresh).run(); }
+std::vector<CarryMatch> matchRows(const Rows& old, const Rows& fresh) {
+  return Matching(old, fresh).run();
+}
 
 } // namespace orvane

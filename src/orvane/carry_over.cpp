@@ -1,5 +1,6 @@
 #include "orvane/carry_over.hpp"
 
+#include <set>
 #include <unordered_map>
 
 #include <fmt/format.h>
@@ -42,7 +43,9 @@ struct Decisions {
   std::vector<Archived> archive; ///< the latest last
 };
 
-std::string bracketed(std::string_view name) { return "[" + std::string(name) + "]"; }
+std::string bracketed(std::string_view name) {
+  return "[" + std::string(name) + "]";
+}
 
 std::vector<ColumnPair> columnPairs(const platform::Database& database) {
   std::vector<ColumnPair> pairs;
@@ -55,14 +58,18 @@ std::vector<ColumnPair> columnPairs(const platform::Database& database) {
   return pairs;
 }
 
-bool isDecided(const Value& status, const Value& classification) { return !status.isNull() || !classification.asText().empty(); }
+bool isDecided(const Value& status, const Value& classification) {
+  return !status.isNull() || !classification.asText().empty();
+}
 
 void readRows(platform::Database& database, Decisions& old) {
   const bool hasShape = database.hasField("Constructs", "Shape");
   std::vector<bool> hasComment;
-  for (const ColumnPair& pair : old.pairs) hasComment.push_back(database.hasField("Constructs", pair.classification));
+  for (const ColumnPair& pair : old.pairs)
+    hasComment.push_back(database.hasField("Constructs", pair.classification));
   for (const auto rows = database.OpenRecordset("Constructs"); !rows->Eof(); rows->MoveNext()) {
-    CarryRow row{rows->Field("KVID").asText(), rows->Field("Name").asText(), std::nullopt, rows->Field("Size").asInteger()};
+    CarryRow row{rows->Field("KVID").asText(), rows->Field("Name").asText(), std::nullopt,
+                 rows->Field("Size").asInteger()};
     if (const Value shape = hasShape ? rows->Field("Shape") : Value(); !shape.isNull()) row.shape = shape.asInteger();
     for (std::size_t i = 0; i < old.pairs.size(); ++i) {
       const Value status = rows->Field(old.pairs[i].status);
@@ -76,18 +83,21 @@ void readRows(platform::Database& database, Decisions& old) {
 void readArchive(platform::Database& database, Decisions& old) {
   if (!database.hasTable("Archive")) return;
   for (const auto rows = database.OpenRecordset("Archive"); !rows->Eof(); rows->MoveNext())
-    old.archive.push_back({rows->Field("KVID").asText(), rows->Field("Name").asText(), rows->Field("Project").asText(), rows->Field("Status"),
-                           rows->Field("Classification"), rows->Field("ArchivedAt").asInteger()});
+    old.archive.push_back({rows->Field("KVID").asText(), rows->Field("Name").asText(), rows->Field("Project").asText(),
+                           rows->Field("Status"), rows->Field("Classification"),
+                           rows->Field("ArchivedAt").asInteger()});
 }
 
 bool hasDecisions(platform::Database& database, const std::vector<ColumnPair>& pairs) {
   std::string condition;
   for (const ColumnPair& pair : pairs) {
     condition += (condition.empty() ? "" : " or ") + pair.status + " is not null";
-    if (database.hasField("Constructs", pair.classification)) condition += " or " + pair.classification + " is not null";
+    if (database.hasField("Constructs", pair.classification))
+      condition += " or " + pair.classification + " is not null";
   }
   if (condition.empty()) return false;
-  return database.OpenRecordset("select count(*) as cnt from Constructs where " + condition)->Field("cnt").asInteger() > 0;
+  return database.OpenRecordset("select count(*) as cnt from Constructs where " + condition)->Field("cnt").asInteger() >
+         0;
 }
 
 Decisions readDecisions(const std::string& path) {
@@ -104,7 +114,8 @@ Decisions readDecisions(const std::string& path) {
 
 class Carrying {
  public:
-  Carrying(platform::Database& fresh, const std::function<std::vector<CarryRow>()>& rows, std::int64_t now, Decisions old)
+  Carrying(platform::Database& fresh, const std::function<std::vector<CarryRow>()>& rows, std::int64_t now,
+           Decisions old)
       : m_fresh(fresh), m_now(now), m_old(std::move(old)) {
     if (!m_old.decisions.empty() || !m_old.archive.empty()) m_rows = rows();
   }
@@ -148,19 +159,46 @@ class Carrying {
   void restore(const std::vector<CarryMatch>& matches) {
     if (m_old.archive.empty()) return;
     std::unordered_map<std::string_view, std::size_t> appeared;
-    for (std::size_t i = 0; i < m_rows.size(); ++i) appeared.emplace(m_rows[i].kvid, i);
+    for (std::size_t i = 0; i < m_rows.size(); ++i)
+      appeared.emplace(m_rows[i].kvid, i);
     for (const CarryMatch& match : matches)
       if (match.row >= 0) appeared.erase(m_rows[static_cast<std::size_t>(match.row)].kvid);
-    std::unordered_map<std::string, bool> done;
+    takeBack(appeared, [](const Archived& entry) { return std::string_view(entry.kvid); });
+
+    // Not under its key: a name that nothing else has, neither in the program nor in the archive.
+    std::unordered_map<std::string_view, std::string_view> keys;
+    for (const CarryRow& row : m_rows)
+      unite(keys, row.name, row.kvid);
+    std::unordered_map<std::string_view, std::size_t> appearedNames;
+    for (const auto& [kvid, row] : appeared)
+      if (keys[m_rows[row].name] == kvid && m_rows[row].name != "FILLER") appearedNames.emplace(m_rows[row].name, row);
+    std::unordered_map<std::string_view, std::string_view> archived;
+    for (const Archived& entry : m_old.archive)
+      unite(archived, entry.name, entry.kvid);
+    for (const auto& [name, kvid] : archived)
+      if (kvid.empty()) appearedNames.erase(name);
+    takeBack(appearedNames, [](const Archived& entry) { return std::string_view(entry.name); });
+  }
+
+  // The one key of a name; empty once it has several.
+  static void unite(std::unordered_map<std::string_view, std::string_view>& keys, std::string_view name,
+                    std::string_view kvid) {
+    const auto [known, isNew] = keys.emplace(name, kvid);
+    if (!isNew && known->second != kvid) known->second = {};
+  }
+
+  // The latest of several that were archived for a construct comes back; the others stay in the archive.
+  void takeBack(const std::unordered_map<std::string_view, std::size_t>& rows,
+                std::string_view (*key)(const Archived&)) {
     std::vector<Archived> kept;
     for (auto entry = m_old.archive.rbegin(); entry != m_old.archive.rend(); ++entry) {
-      const auto row = appeared.find(entry->kvid);
+      const auto row = rows.find(key(*entry));
       bool back = false;
-      for (const ColumnPair& pair : m_old.pairs) {
+      for (std::size_t i = 0; row != rows.end() && i < m_old.pairs.size(); ++i) {
         // The one pair of the earlier format has become a pair for each project.
-        if (row == appeared.end() || !(entry->stem.empty() || platform::equalsIgnoringCase(pair.stem, entry->stem))) continue;
-        if (!done.emplace(entry->kvid + '\n' + pair.stem, true).second) continue;
-        store(row->second, pair, entry->status, entry->classification);
+        if (!entry->stem.empty() && !platform::equalsIgnoringCase(m_old.pairs[i].stem, entry->stem)) continue;
+        if (!m_restored.emplace(row->second, i).second) continue;
+        store(row->second, m_old.pairs[i], entry->status, entry->classification);
         ++m_counts.restored;
         back = true;
       }
@@ -180,13 +218,15 @@ class Carrying {
                                     {"Classification", ColumnKind::text},
                                     {"ArchivedAt", ColumnKind::integer}});
     platform::Insertion rows(m_fresh, "Archive", {"KVID", "Name", "Project", "Status", "Classification", "ArchivedAt"});
-    for (const Archived& entry : m_old.archive) rows.row(entry.kvid, entry.name, entry.stem, entry.status, entry.classification, entry.since);
+    for (const Archived& entry : m_old.archive)
+      rows.row(entry.kvid, entry.name, entry.stem, entry.status, entry.classification, entry.since);
   }
 
   platform::Database& m_fresh;
   std::vector<CarryRow> m_rows;
   std::int64_t m_now;
   Decisions m_old;
+  std::set<std::pair<std::size_t, std::size_t>> m_restored; ///< row and pair
   CarryCounts m_counts;
 };
 
@@ -200,8 +240,8 @@ CarryCounts& CarryCounts::operator+=(const CarryCounts& other) {
   return *this;
 }
 
-CarryCounts carryOver(const std::string& oldDatabase, platform::Database& fresh, const std::function<std::vector<CarryRow>()>& rows,
-                      std::int64_t now) {
+CarryCounts carryOver(const std::string& oldDatabase, platform::Database& fresh,
+                      const std::function<std::vector<CarryRow>()>& rows, std::int64_t now) {
   return Carrying(fresh, rows, now, platform::fileExists(oldDatabase) ? readDecisions(oldDatabase) : Decisions()).run();
 }
 

@@ -18,12 +18,14 @@ class Mix {
  public:
   explicit Mix(std::uint64_t seed = 14695981039346656037ULL) : m_sum(seed) {}
   Mix& operator<<(std::string_view text) {
-    for (const char c : text) step(static_cast<unsigned char>(c));
+    for (const char c : text)
+      step(static_cast<unsigned char>(c));
     step(0xFF); // occurs in no UTF-8 text
     return *this;
   }
   Mix& operator<<(std::uint64_t number) {
-    for (int shift = 0; shift < 64; shift += 8) step(static_cast<unsigned char>(number >> static_cast<unsigned>(shift)));
+    for (int shift = 0; shift < 64; shift += 8)
+      step(static_cast<unsigned char>(number >> static_cast<unsigned>(shift)));
     return *this;
   }
   std::uint64_t value() const { return m_sum; }
@@ -33,7 +35,7 @@ class Mix {
   std::uint64_t m_sum;
 };
 
-template <typename Enum>
+template<typename Enum>
 std::uint64_t number(Enum value) {
   return static_cast<std::uint64_t>(value);
 }
@@ -42,16 +44,20 @@ std::uint64_t seedOf(const BaseFolder& base, const cobol::Options& options) {
   Mix mix;
   mix << number(cobol::kAnalyserVersion) << number(kFormatVersion) << number(options.dialect) << number(options.format)
       << number(options.debugLines) << number(options.binarySize) << number(options.sync) << number(options.sameArea)
-      << number(options.comp5Small) << number(options.pointerBytes) << number(options.conditionStorage) << number(options.allBranches)
-      << options.encoding << options.ebcdic;
-  for (const auto& folder : options.copybookFolders) mix << storedPath(base, folder);
-  for (const auto& extension : options.copyExtensions) mix << extension;
+      << number(options.comp5Small) << number(options.pointerBytes) << number(options.conditionStorage)
+      << number(options.allBranches) << options.encoding << options.ebcdic;
+  for (const auto& folder : options.copybookFolders)
+    mix << storedPath(base, folder);
+  for (const auto& extension : options.copyExtensions)
+    mix << extension;
   return mix.value();
 }
 
 } // namespace
 
-std::string storedPath(const BaseFolder& base, const std::string& native) { return base.relative(native).value_or(native); }
+std::string storedPath(const BaseFolder& base, const std::string& native) {
+  return base.relative(native).value_or(native);
+}
 std::string nativePathOf(const BaseFolder& base, const std::string& stored) {
   return stored.starts_with('/') ? stored : base.native(stored);
 }
@@ -61,7 +67,8 @@ Fingerprints::Fingerprints(const BaseFolder& base, const cobol::Options& options
 
 std::uint64_t Fingerprints::recorded(const StoreData& data) const {
   Mix mix(m_seed);
-  for (const FileRecord& file : data.files) mix << data.text(file.path) << file.hash;
+  for (const FileRecord& file : data.files)
+    mix << data.text(file.path) << file.hash;
   for (const CopyRecord& copy : data.copies)
     mix << (copy.file < 0 ? std::string_view() : data.text(data.files.at(static_cast<std::size_t>(copy.file)).path));
   return mix.value();
@@ -98,6 +105,8 @@ std::optional<std::uint64_t> Fingerprints::contentOf(const std::string& native, 
   return content;
 }
 
-std::string fingerprintText(std::uint64_t fingerprint) { return fmt::format("{:016x}", fingerprint); }
+std::string fingerprintText(std::uint64_t fingerprint) {
+  return fmt::format("{:016x}", fingerprint);
+}
 
 } // namespace orvane

@@ -62,6 +62,11 @@ class FrontendObject : public Object {
   bool createProjectNamed(const std::string& name) {
     try {
       createProject(m_host.m_base, *m_host.m_repository, name);
+      // Its programs are those of this project, and verified as here.
+      const Ref<OptionDocument> options(new OptionDocument(optionFile(m_host.m_base.projectFolder(name))));
+      platform::Document document = options->Document();
+      copyAnalyserOptions(m_host.m_options->Document(), document);
+      options->Save();
       return true;
     } catch (const platform::Error& error) {
       m_host.m_log->Write(error.what());

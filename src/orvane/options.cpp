@@ -228,6 +228,12 @@ void setAnalyserOption(Document& document, const std::string& name, const std::s
   throw platform::Error(fmt::format("there is no option '{}'; known are {}", name, platform::joined(names, ", ")));
 }
 
+void copyAnalyserOptions(const Document& from, Document& to) {
+  for (Node node = analysisGroup(to).firstChild(); node; node = node.nextSibling())
+    node.setAttribute("VALUE", analysisValue(from, node.getAttribute("NAME").asText()));
+  setAnalysisStrings(to, "CopybookFolders", analysisStrings(from, "CopybookFolders"));
+}
+
 std::vector<std::string> analysisStrings(const Document& document, const std::string& name) {
   std::vector<std::string> texts;
   const Node list = document.selectSingleNode(std::string(kAnalysis) + "/STRINGS[@NAME='" + name + "']");

@@ -52,6 +52,9 @@ cobol::Options analyserOptions(const platform::Document& document);
 /// Sets one of them by name. Throws platform::Error for an unknown name or value, listing what is known.
 void setAnalyserOption(platform::Document& document, const std::string& name, const std::string& value);
 
+/// Makes one project read its sources as another does: the analyser's options and the copybook folders, not the source paths.
+void copyAnalyserOptions(const platform::Document& from, platform::Document& to);
+
 /// A list of texts of the analysis branch: "CopybookFolders", "SourcePaths".
 std::vector<std::string> analysisStrings(const platform::Document& document, const std::string& name);
 void setAnalysisStrings(platform::Document& document, const std::string& name, const std::vector<std::string>& texts);

@@ -22,7 +22,8 @@ using platform::ColumnKind;
 /// A whole file under a temporary name. It is not synced: an analysis file has a checksum and can be made anew.
 class NewFile {
  public:
-  NewFile(const std::string& path, std::string_view contents) : m_path(path), m_temporary(platform::temporaryNameFor(path)) {
+  NewFile(const std::string& path, std::string_view contents)
+      : m_path(path), m_temporary(platform::temporaryNameFor(path)) {
     std::FILE* file = std::fopen(m_temporary.c_str(), "wbx");
     if (!file) throw platform::FileError(path, std::strerror(errno));
     const bool written = std::fwrite(contents.data(), 1, contents.size(), file) == contents.size();
@@ -51,7 +52,8 @@ class NewFile {
 std::int64_t shapeOf(const cobol::Construct& construct) {
   std::string text = construct.picture;
   ((text += '\n') += construct.usage) += '\n';
-  text += std::to_string(construct.occurs) + '\n' + std::to_string(construct.length) + '\n' + std::to_string(static_cast<int>(construct.kind));
+  text += std::to_string(construct.occurs) + '\n' + std::to_string(construct.length) + '\n' +
+          std::to_string(static_cast<int>(construct.kind));
   return static_cast<std::int64_t>(cobol::Interner::hashOf(text));
 }
 
@@ -69,11 +71,13 @@ void writeConstructs(platform::Database& database, const cobol::Analysis& analys
 }
 
 void writeRelationships(platform::Database& database, const cobol::Analysis& analysis) {
-  database.createTable("Relationships", {{"KVID1", ColumnKind::key}, {"KVID2", ColumnKind::key}, {"RelID", ColumnKind::text}});
+  database.createTable("Relationships",
+                       {{"KVID1", ColumnKind::key}, {"KVID2", ColumnKind::key}, {"RelID", ColumnKind::text}});
   platform::Insertion rows(database, "Relationships", {"KVID1", "KVID2", "RelID"});
   const auto& kinds = cobol::relationKinds();
   for (const cobol::Relationship& relation : analysis.relationships)
-    rows.row(analysis.constructs[relation.from].kvid, analysis.constructs[relation.to].kvid, kinds[static_cast<std::size_t>(relation.kind)].name);
+    rows.row(analysis.constructs[relation.from].kvid, analysis.constructs[relation.to].kvid,
+             kinds[static_cast<std::size_t>(relation.kind)].name);
 }
 
 void writeGeneration(platform::Database& database, std::uint64_t generation) {
@@ -84,13 +88,15 @@ void writeGeneration(platform::Database& database, std::uint64_t generation) {
 std::vector<CarryRow> carryRows(const cobol::Analysis& analysis) {
   std::vector<CarryRow> rows;
   rows.reserve(analysis.constructs.size());
-  for (const cobol::Construct& c : analysis.constructs) rows.push_back({c.kvid, c.name, shapeOf(c), c.size});
+  for (const cobol::Construct& c : analysis.constructs)
+    rows.push_back({c.kvid, c.name, shapeOf(c), c.size});
   return rows;
 }
 
 } // namespace
 
-CarryCounts writeProgramFiles(const std::string& analysisFile, const cobol::Analysis& analysis, const StoreData& data, std::int64_t now) {
+CarryCounts writeProgramFiles(const std::string& analysisFile, const cobol::Analysis& analysis, const StoreData& data,
+                              std::int64_t now) {
   const std::string databaseFile = tarnsift::DatabasePath(analysisFile);
   NewFile analysisPart(analysisFile, storeBytes(data));
   platform::DatabaseBuilder builder(databaseFile);
@@ -98,7 +104,8 @@ CarryCounts writeProgramFiles(const std::string& analysisFile, const cobol::Anal
   writeConstructs(database, analysis);
   writeRelationships(database, analysis);
   writeGeneration(database, data.generation);
-  const CarryCounts counts = carryOver(databaseFile, database, [&] { return carryRows(analysis); }, now);
+  const CarryCounts counts = carryOver(
+      databaseFile, database, [&] { return carryRows(analysis); }, now);
   database.Execute("create index ID on Constructs(KVID)");
   database.Execute("create index IdxKVID1 on Relationships(KVID1)");
   database.Execute("create index IdxKVID2 on Relationships(KVID2)");
@@ -121,7 +128,8 @@ void removeLeftovers(const std::string& folder) {
   for (fs::directory_iterator entry(folder, failed), end; !failed && entry != end; entry.increment(failed))
     if (entry->path().extension() == ".new") leftovers.push_back(entry->path().string());
   if (failed) throw platform::FileError(folder, failed.message());
-  for (const std::string& file : leftovers) platform::removeAll(file);
+  for (const std::string& file : leftovers)
+    platform::removeAll(file);
 }
 
 } // namespace orvane

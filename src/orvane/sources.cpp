@@ -28,11 +28,14 @@ std::string canonical(const std::string& path) {
   const fs::path whole = fs::weakly_canonical(path, failed);
   if (failed) throw platform::FileError(path, failed.message());
   std::string text = whole.string();
-  while (text.size() > 1 && text.ends_with('/')) text.pop_back();
+  while (text.size() > 1 && text.ends_with('/'))
+    text.pop_back();
   return text;
 }
 
-bool lies(const std::string& path, const std::string& below) { return path.starts_with(below == "/" ? below : below + "/"); }
+bool lies(const std::string& path, const std::string& below) {
+  return path.starts_with(below == "/" ? below : below + "/");
+}
 
 bool looksLikeSource(const std::string& name, bool amongCopybooks) {
   const std::string extension = fs::path(name).extension().string();
@@ -51,7 +54,8 @@ std::string storedOf(const BaseFolder& base, const std::string& native) {
 }
 
 /// The candidates of one remembered path, as they are stored.
-std::vector<std::string> sourcesAt(const BaseFolder& base, const std::string& stored, const std::vector<std::string>& copybookFolders) {
+std::vector<std::string> sourcesAt(const BaseFolder& base, const std::string& stored,
+                                   const std::vector<std::string>& copybookFolders) {
   const std::string root = nativeOf(base, stored);
   if (platform::fileExists(root)) return {stored};
   const std::string real = canonical(root);
@@ -64,14 +68,16 @@ std::vector<std::string> sourcesAt(const BaseFolder& base, const std::string& st
   }
   // A source tree around the base folder: what the host keeps is no source.
   if (real == base.path())
-    for (const char* own : {"Projects", "Analysis", "Sources", "Output", "Resources"}) leftOut.push_back(real + "/" + own);
+    for (const char* own : {"Projects", "Analysis", "Sources", "Output", "Resources"})
+      leftOut.push_back(real + "/" + own);
   else if (lies(base.path(), real))
     leftOut.push_back(base.path());
   std::vector<std::string> sources;
   for (const std::string& file : platform::walkFiles(root)) {
     if (!looksLikeSource(file, amongCopybooks)) continue;
     const std::string whole = real + "/" + file;
-    if (std::any_of(leftOut.begin(), leftOut.end(), [&](const std::string& folder) { return lies(whole, folder); })) continue;
+    if (std::any_of(leftOut.begin(), leftOut.end(), [&](const std::string& folder) { return lies(whole, folder); }))
+      continue;
     sources.push_back(storedOf(base, root + "/" + file));
   }
   return sources;
@@ -80,12 +86,14 @@ std::vector<std::string> sourcesAt(const BaseFolder& base, const std::string& st
 /// Makes repository objects for source files. Lives within one transaction.
 class Registration {
  public:
-  Registration(RepositoryFile& repository, Ref<RepositoryObject> project) : m_repository(repository), m_project(std::move(project)) {
+  Registration(RepositoryFile& repository, Ref<RepositoryObject> project)
+      : m_repository(repository), m_project(std::move(project)) {
     for (auto all = repository.SelectObjects(kSourceType, "", ""); !all->AtEnd(); all->MoveNext()) {
       m_sources[all->Current()->Attribute("Source").asText()] = all->Current();
       m_allNames.insert(all->Current()->Attribute("Name").asText());
     }
-    for (auto members = repository.SelectObjects(kSourceType, m_project->Id(), ""); !members->AtEnd(); members->MoveNext()) {
+    for (auto members = repository.SelectObjects(kSourceType, m_project->Id(), ""); !members->AtEnd();
+         members->MoveNext()) {
       m_members.insert(members->Current()->Id());
       m_names.insert(members->Current()->Attribute("Name").asText());
     }
@@ -123,10 +131,12 @@ class Registration {
     std::string name = platform::upper(path.stem().string());
     if (!taken.contains(name)) return name;
     name = platform::upper(path.filename().string());
-    for (fs::path folder = path.parent_path(); taken.contains(name) && folder.has_filename(); folder = folder.parent_path())
+    for (fs::path folder = path.parent_path(); taken.contains(name) && folder.has_filename();
+         folder = folder.parent_path())
       name = platform::upper(folder.filename().string()) + "." + name;
     const std::string stem = name;
-    for (int number = 2; taken.contains(name); ++number) name = fmt::format("{}-{}", stem, number);
+    for (int number = 2; taken.contains(name); ++number)
+      name = fmt::format("{}-{}", stem, number);
     return name;
   }
 
@@ -146,25 +156,29 @@ class Registration {
     program->AddRelation(kBelongsTo, m_project);
   }
 
-  static void set(const Ref<RepositoryObject>& object, const std::vector<std::pair<std::string, platform::Value>>& attributes) {
+  static void set(const Ref<RepositoryObject>& object,
+                  const std::vector<std::pair<std::string, platform::Value>>& attributes) {
     object->BeginUpdate();
-    for (const auto& [name, value] : attributes) object->SetAttribute(name, value);
+    for (const auto& [name, value] : attributes)
+      object->SetAttribute(name, value);
     object->CommitUpdate();
   }
 
   RepositoryFile& m_repository;
   Ref<RepositoryObject> m_project;
-  std::unordered_map<std::string, Ref<RepositoryObject>> m_sources; ///< by stored path
+  std::unordered_map<std::string, Ref<RepositoryObject>> m_sources;  ///< by stored path
   std::unordered_map<std::string, Ref<RepositoryObject>> m_programs; ///< by the source's id
   std::set<std::string> m_members;
   Names m_names;    ///< of the project's programs
   Names m_allNames; ///< of all programs of the base folder
 };
 
-void registerAll(RepositoryFile& repository, const Ref<RepositoryObject>& project, const std::vector<std::string>& sources, SourcesFound& found) {
+void registerAll(RepositoryFile& repository, const Ref<RepositoryObject>& project,
+                 const std::vector<std::string>& sources, SourcesFound& found) {
   repository.together([&] {
     Registration registration(repository, project);
-    for (const std::string& source : sources) registration.take(source, found);
+    for (const std::string& source : sources)
+      registration.take(source, found);
   });
 }
 
@@ -177,7 +191,8 @@ class Placing {
 
   std::string folder(const std::string& path) {
     const std::string whole = canonical(path);
-    if (!platform::folderExists(whole)) throw platform::FileError(path, platform::fileExists(whole) ? "is no folder" : "is not there");
+    if (!platform::folderExists(whole))
+      throw platform::FileError(path, platform::fileExists(whole) ? "is no folder" : "is not there");
     if (whole == m_base.path()) return whole;
     for (const auto& [original, place] : m_places)
       if (original == whole || lies(whole, original)) return place + whole.substr(original.size());
@@ -189,8 +204,10 @@ class Placing {
     const std::string whole = canonical(path);
     const fs::path parent = fs::path(whole).parent_path();
     const std::string name = fs::path(whole).filename().string();
-    if (m_how == TakeSources::link || whole.starts_with(m_base.path() + "/")) return folder(parent.string()) + "/" + name;
-    const std::string place = m_base.path() + "/Sources/" + (parent.filename().empty() ? "root" : parent.filename().string());
+    if (m_how == TakeSources::link || whole.starts_with(m_base.path() + "/"))
+      return folder(parent.string()) + "/" + name;
+    const std::string place =
+        m_base.path() + "/Sources/" + (parent.filename().empty() ? "root" : parent.filename().string());
     platform::createFolders(place);
     std::error_code failed;
     fs::copy_file(whole, place + "/" + name, fs::copy_options::overwrite_existing, failed);
@@ -210,8 +227,9 @@ void addOnce(std::vector<std::string>& list, std::string text) {
 
 } // namespace
 
-SourcesFound addSources(const BaseFolder& base, RepositoryFile& repository, const Ref<RepositoryObject>& project, OptionDocument& options,
-                        const std::vector<std::string>& paths, const std::vector<std::string>& copybookFolders, TakeSources how) {
+SourcesFound addSources(const BaseFolder& base, RepositoryFile& repository, const Ref<RepositoryObject>& project,
+                        OptionDocument& options, const std::vector<std::string>& paths,
+                        const std::vector<std::string>& copybookFolders, TakeSources how) {
   platform::Document document = options.Document();
   std::vector<std::string> sourcePaths = analysisStrings(document, "SourcePaths");
   std::vector<std::string> folders = analysisStrings(document, "CopybookFolders");
@@ -225,11 +243,13 @@ SourcesFound addSources(const BaseFolder& base, RepositoryFile& repository, cons
     named.push_back(storedOf(base, isFile ? placing.file(path) : placing.folder(path)));
     addOnce(sourcePaths, named.back());
   }
-  for (const std::string& folder : copybookFolders) addOnce(folders, storedOf(base, placing.folder(folder)));
+  for (const std::string& folder : copybookFolders)
+    addOnce(folders, storedOf(base, placing.folder(folder)));
 
   std::vector<std::string> sources;
   for (const std::string& stored : named)
-    for (std::string& source : sourcesAt(base, stored, folders)) sources.push_back(std::move(source));
+    for (std::string& source : sourcesAt(base, stored, folders))
+      sources.push_back(std::move(source));
   SourcesFound found;
   registerAll(repository, project, sources, found);
   setAnalysisStrings(document, "SourcePaths", sourcePaths);
@@ -244,7 +264,8 @@ SourcesFound refreshSources(const BaseFolder& base, RepositoryFile& repository, 
   std::vector<std::string> sources;
   for (const std::string& stored : analysisStrings(options, "SourcePaths")) {
     try {
-      for (std::string& source : sourcesAt(base, stored, analysisStrings(options, "CopybookFolders"))) sources.push_back(std::move(source));
+      for (std::string& source : sourcesAt(base, stored, analysisStrings(options, "CopybookFolders")))
+        sources.push_back(std::move(source));
     } catch (const platform::Error& error) {
       found.problems.emplace_back(error.what());
     }
@@ -255,7 +276,8 @@ SourcesFound refreshSources(const BaseFolder& base, RepositoryFile& repository, 
 
 cobol::Options readingOptions(const BaseFolder& base, const platform::Document& options) {
   cobol::Options reading = analyserOptions(options);
-  for (std::string& folder : reading.copybookFolders) folder = nativeOf(base, folder);
+  for (std::string& folder : reading.copybookFolders)
+    folder = nativeOf(base, folder);
   return reading;
 }
 

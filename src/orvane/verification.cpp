@@ -31,7 +31,7 @@ using platform::Ref;
 using platform::Value;
 using tarnsift::RepositoryObject;
 
-constexpr std::size_t kLongestFileStem = 100;
+constexpr std::size_t kLongestFileStem = 100; // bytes
 
 /// The small facts that are kept of a program that is done.
 struct Facts {
@@ -45,25 +45,26 @@ struct Facts {
 struct Task {
   Ref<RepositoryObject> object; ///< for the calling thread only
   std::string name, source;
-  std::string analysisFile;     ///< stored path
-  std::string fingerprint;      ///< of the last verification, or empty
-  bool settled = false;         ///< nothing is left to do for it
+  std::string analysisFile; ///< stored path
+  std::string fingerprint;  ///< of the last verification, or empty
+  bool settled = false;     ///< nothing is left to do for it
   Verified outcome = Verified::failed;
-  std::string reason;           ///< why it failed
+  std::string reason; ///< why it failed
   Facts facts;
   CarryCounts decisions;
-  std::int64_t written = 0;     ///< microseconds since 1970 UTC
+  std::int64_t written = 0; ///< microseconds since 1970 UTC
 };
 
 std::int64_t microsecondsNow() {
-  return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::system_clock::now().time_since_epoch()).count();
+  return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::system_clock::now().time_since_epoch())
+      .count();
 }
 
-// Names of programs come from file names: what could trouble a path is replaced.
+// Names of programs come from file names: what could trouble a path or make it too long is replaced.
 std::string analysisFileOf(const std::string& name, const std::string& id) {
-  std::string stem(platform::firstCodePoints(name, kLongestFileStem));
+  std::string stem = name.substr(0, kLongestFileStem);
   for (char& c : stem)
-    if (static_cast<unsigned char>(c) <= ' ' || std::string_view("/\\:*?\"<>|'").find(c) != std::string_view::npos) c = '_';
+    if (c <= ' ' || c > '~' || std::string_view("/\\:*?\"<>|'").find(c) != std::string_view::npos) c = '_';
   return "Analysis\\" + stem + "-" + id + ".kva";
 }
 
@@ -73,7 +74,8 @@ Facts factsOf(const StoreData& data) {
   facts.lines = data.files.empty() ? 0 : data.files.front().lines;
   facts.constructs = data.constructs.size();
   facts.relationships = data.relations.size();
-  for (const DiagnosticRecord& remark : data.diagnostics) ++facts.diagnostics[remark.code];
+  for (const DiagnosticRecord& remark : data.diagnostics)
+    ++facts.diagnostics[remark.code];
   for (const CopyRecord& copy : data.copies)
     if (copy.file < 0) facts.missing.emplace(data.text(copy.name));
   facts.fingerprint = data.generation;
@@ -85,7 +87,8 @@ std::string reasonOfFailure(const cobol::Analysis& analysis, const std::string& 
     if (remark.code == cobol::Code::SourceUnreadable && remark.at.file == 0) return remark.text;
   const auto bytes = cobol::readBytes(path);
   const bool binary = bytes && std::string_view(*bytes).substr(0, 8192).find('\0') != std::string_view::npos;
-  return binary ? path + ": is a binary file, no COBOL source" : path + ": nothing in it says that it is a COBOL program (no division header, no PROGRAM-ID)";
+  return binary ? path + ": is a binary file, no COBOL source"
+                : path + ": nothing in it says that it is a COBOL program (no division header, no PROGRAM-ID)";
 }
 
 /// Runs work for 0 … count-1 on several threads. `collect` gets on the calling thread what is done, as it comes.
@@ -93,7 +96,8 @@ class Crew {
  public:
   Crew(std::size_t jobs, std::size_t count, const std::atomic<bool>* cancel, std::function<void(std::size_t)> work)
       : m_count(count), m_cancel(cancel), m_work(std::move(work)), m_running(std::min(jobs, count)) {
-    for (std::size_t i = m_running; i > 0; --i) m_threads.emplace_back([this](std::stop_token stop) { labour(stop); });
+    for (std::size_t i = m_running; i > 0; --i)
+      m_threads.emplace_back([this](std::stop_token stop) { labour(stop); });
   }
 
   void collect(const std::function<void(const std::vector<std::size_t>&)>& take) {
@@ -137,7 +141,8 @@ class Crew {
 
 class Verification {
  public:
-  Verification(const BaseFolder& base, RepositoryFile& repository, cobol::Options options, const VerifySettings& settings)
+  Verification(const BaseFolder& base, RepositoryFile& repository, cobol::Options options,
+               const VerifySettings& settings)
       : m_base(base), m_repository(repository), m_settings(settings), m_options(std::move(options)),
         m_library(m_options.copybookFolders, m_options.copyExtensions), m_fingerprints(m_base, m_options, m_library) {}
 
@@ -148,12 +153,14 @@ class Verification {
     markBegun();
     inParallel([this](Task& task) { verify(task); }, result);
     result.cancelled = m_settings.cancel && *m_settings.cancel;
-    std::sort(result.failed.begin(), result.failed.end(), [](const auto& a, const auto& b) { return a.program < b.program; });
+    std::sort(result.failed.begin(), result.failed.end(),
+              [](const auto& a, const auto& b) { return a.program < b.program; });
   }
 
  private:
   void readTasks(const std::string& projectId) {
-    for (auto members = m_repository.SelectObjects(kSourceType, projectId, "Name"); !members->AtEnd(); members->MoveNext()) {
+    for (auto members = m_repository.SelectObjects(kSourceType, projectId, "Name"); !members->AtEnd();
+         members->MoveNext()) {
       Task task;
       task.object = members->Current();
       task.name = task.object->Attribute("Name").asText();
@@ -202,10 +209,14 @@ class Verification {
     const std::string source = nativePathOf(m_base, task.source);
     if (!platform::fileExists(source)) return settle(task, Verified::failed, source + ": the source file is gone");
     const std::string file = m_base.native(task.analysisFile);
-    if (m_settings.force || task.fingerprint.empty() || !platform::fileExists(file) || !platform::fileExists(tarnsift::DatabasePath(file))) return;
+    if (m_settings.force || task.fingerprint.empty() || !platform::fileExists(file) ||
+        !platform::fileExists(tarnsift::DatabasePath(file)))
+      return;
     try {
       const StoreData data = readStore(file);
-      if (data.files.empty() || fingerprintText(data.generation) != task.fingerprint || m_fingerprints.current(data) != data.generation) return;
+      if (data.files.empty() || fingerprintText(data.generation) != task.fingerprint ||
+          m_fingerprints.current(data) != data.generation)
+        return;
       task.facts = factsOf(data);
       settle(task, Verified::unchanged);
     } catch (const platform::FileError&) { // damaged: made anew
@@ -247,8 +258,10 @@ class Verification {
     result.lines += task.facts.lines;
     result.constructs += task.facts.constructs;
     result.relationships += task.facts.relationships;
-    for (const auto& [code, count] : task.facts.diagnostics) result.diagnostics[std::string(cobol::nameOf(static_cast<cobol::Code>(code)))] += count;
-    for (const auto& name : task.facts.missing) ++result.missingCopybooks[name];
+    for (const auto& [code, count] : task.facts.diagnostics)
+      result.diagnostics[std::string(cobol::nameOf(static_cast<cobol::Code>(code)))] += count;
+    for (const auto& name : task.facts.missing)
+      ++result.missingCopybooks[name];
     result.decisions += task.decisions;
     task.facts = {};
   }
@@ -283,10 +296,12 @@ class Verification {
 
 } // namespace
 
-VerifyResult verifyProject(const BaseFolder& base, RepositoryFile& repository, const std::string& project, const VerifySettings& settings) {
+VerifyResult verifyProject(const BaseFolder& base, RepositoryFile& repository, const std::string& project,
+                           const VerifySettings& settings) {
   const FolderLock lock(baseLockFile(base), FolderLock::Mode::exclusive, "the base folder " + base.path());
   const Ref<RepositoryObject> object = repository.FindByName(kProjectType, project, 0);
-  const Ref<OptionDocument> options(new OptionDocument(optionFile(base.projectFolder(object->Attribute("Name").asText()))));
+  const Ref<OptionDocument> options(
+      new OptionDocument(optionFile(base.projectFolder(object->Attribute("Name").asText()))));
   platform::createFolders(base.analysisFolder());
   if (::access(base.analysisFolder().c_str(), W_OK | X_OK) != 0)
     throw platform::FileError(base.analysisFolder(), "cannot be written to; make the folder writable");

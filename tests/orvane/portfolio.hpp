@@ -16,14 +16,16 @@ namespace orvane {
 
 /// A small COBOL program with those entries of working storage and statements.
 inline std::string program(const std::string& name, const std::string& items, const std::string& statements = "") {
-  return "       IDENTIFICATION DIVISION.\n       PROGRAM-ID. " + name + ".\n       DATA DIVISION.\n       WORKING-STORAGE SECTION.\n" + items +
-         "       PROCEDURE DIVISION.\n" + statements + "           GOBACK.\n";
+  return "       IDENTIFICATION DIVISION.\n       PROGRAM-ID. " + name +
+         ".\n       DATA DIVISION.\n       WORKING-STORAGE SECTION.\n" + items + "       PROCEDURE DIVISION.\n" +
+         statements + "           GOBACK.\n";
 }
 
 /// A base folder with the project P over a folder of sources of its own.
 class Portfolio {
  public:
-  Portfolio() : m_base(BaseFolder::create(m_folder.file("base"))), m_repository(new RepositoryFile(m_base.repositoryFile())) {
+  Portfolio()
+      : m_base(BaseFolder::create(m_folder.file("base"))), m_repository(new RepositoryFile(m_base.repositoryFile())) {
     std::filesystem::create_directories(sources() + "/copy");
     m_project = createProject(m_base, *m_repository, "P");
   }
@@ -39,7 +41,8 @@ class Portfolio {
   void remove(const std::string& name) const { std::filesystem::remove(sources() + "/" + name); }
 
   SourcesFound add() { return add({sources()}, {sources() + "/copy"}); }
-  SourcesFound add(const std::vector<std::string>& paths, const std::vector<std::string>& copybookFolders, TakeSources how = TakeSources::link) {
+  SourcesFound add(const std::vector<std::string>& paths, const std::vector<std::string>& copybookFolders,
+                   TakeSources how = TakeSources::link) {
     const platform::Ref<OptionDocument> document(new OptionDocument(optionFile(m_base.projectFolder("P"))));
     return addSources(m_base, *m_repository, m_project, *document, paths, copybookFolders, how);
   }
@@ -53,12 +56,15 @@ class Portfolio {
     setAnalyserOption(options, name, value);
     document->Save();
   }
-  VerifyResult verify(const VerifySettings& settings = {.jobs = 2}) { return verifyProject(m_base, *m_repository, "P", settings); }
+  VerifyResult verify(const VerifySettings& settings = {.jobs = 2}) {
+    return verifyProject(m_base, *m_repository, "P", settings);
+  }
   /// "written unchanged failed", then the failures.
   std::string outcome(const VerifySettings& settings = {.jobs = 2}) {
     const VerifyResult result = verify(settings);
     std::string text = std::to_string(result.written) + " written, " + std::to_string(result.unchanged) + " unchanged";
-    for (const auto& failure : result.failed) text += "; " + failure.program + ": " + failure.reason.substr(failure.reason.find(": ") + 2);
+    for (const auto& failure : result.failed)
+      text += "; " + failure.program + ": " + failure.reason.substr(failure.reason.find(": ") + 2);
     return text;
   }
 
@@ -67,12 +73,14 @@ class Portfolio {
   }
   std::string analysisFile(const std::string& name) const { return m_base.native(attribute(name, "Kelvane")); }
   std::string databaseFile(const std::string& name) const { return tarnsift::DatabasePath(analysisFile(name)); }
-  std::vector<std::string> query(const std::string& name, const std::string& sql, const std::vector<std::string>& fields) const {
+  std::vector<std::string> query(const std::string& name, const std::string& sql,
+                                 const std::vector<std::string>& fields) const {
     const auto database = platform::dbEngine().OpenDatabase(databaseFile(name));
     std::vector<std::string> lines;
     for (const auto rows = database->OpenRecordset(sql); !rows->Eof(); rows->MoveNext()) {
       std::string line;
-      for (const auto& field : fields) line += (line.empty() ? "" : " ") + (rows->Field(field).isNull() ? "-" : rows->Field(field).asText());
+      for (const auto& field : fields)
+        line += (line.empty() ? "" : " ") + (rows->Field(field).isNull() ? "-" : rows->Field(field).asText());
       lines.push_back(line);
     }
     return lines;
@@ -84,21 +92,22 @@ class Portfolio {
       database->Execute("alter table Constructs add column [P_Status] Integer");
       database->Execute("alter table Constructs add column [P_Classification] varchar(255)");
     }
-    database->Execute("update Constructs set [P_Status] = ?, [P_Classification] = ? where KVID = ?", {status, comment, kvid});
+    database->Execute("update Constructs set [P_Status] = ?, [P_Classification] = ? where KVID = ?",
+                      {status, comment, kvid});
   }
   std::vector<std::string> decisions(const std::string& name) const {
-    return query(name, "select KVID, P_Status, P_Classification from Constructs where P_Status is not null", {"KVID", "P_Status", "P_Classification"});
+    return query(name, "select KVID, P_Status, P_Classification from Constructs where P_Status is not null",
+                 {"KVID", "P_Status", "P_Classification"});
   }
-  std::vector<std::string> filesOfAnalysis() const {
-    return platform::walkFiles(m_base.analysisFolder());
-  }
+  std::vector<std::string> filesOfAnalysis() const { return platform::walkFiles(m_base.analysisFolder()); }
 
   const BaseFolder& base() const { return m_base; }
   RepositoryFile& repository() { return *m_repository; }
   platform::Ref<tarnsift::RepositoryObject> project() const { return m_project; }
   std::vector<std::string> names(const std::string& type = kSourceType) {
     std::vector<std::string> all;
-    for (auto members = m_repository->SelectObjects(type, m_project->Id(), "Name"); !members->AtEnd(); members->MoveNext())
+    for (auto members = m_repository->SelectObjects(type, m_project->Id(), "Name"); !members->AtEnd();
+         members->MoveNext())
       all.push_back(members->Current()->Attribute("Name").asText());
     return all;
   }

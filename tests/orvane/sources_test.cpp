@@ -14,8 +14,8 @@ namespace fs = std::filesystem;
 TEST(Sources, takesCandidatesButNoCopybooks) {
   Portfolio portfolio;
   fs::create_directories(portfolio.sources() + "/batch/.git");
-  for (const char* name : {"A.cbl", "b.CoB", "c.cobol", "d.PCO", "e.sqb", "NOEXT", "batch/f.cbl", "notes.txt", "x.cpy", "copy/C1.cbl", "copy/C2",
-                           "batch/.git/HEAD", ".hidden.cbl"})
+  for (const char* name : {"A.cbl", "b.CoB", "c.cobol", "d.PCO", "e.sqb", "NOEXT", "batch/f.cbl", "notes.txt", "x.cpy",
+                           "copy/C1.cbl", "copy/C2", "batch/.git/HEAD", ".hidden.cbl"})
     portfolio.write(name, program("X", ""));
   EXPECT_THAT(portfolio.add().added, UnorderedElementsAre("A", "B", "C", "D", "E", "NOEXT", "F"));
   const SourcesFound again = portfolio.add();
@@ -32,7 +32,8 @@ TEST(Sources, takesAFileThatIsNamedWhateverItsName) {
   portfolio.write("other.cbl", program("OTHER", ""));
   EXPECT_THAT(portfolio.add({portfolio.sources() + "/main.txt"}, {}).added, ElementsAre("MAIN"));
   EXPECT_EQ(portfolio.outcome(), "1 written, 0 unchanged") << "its neighbours are not looked for";
-  EXPECT_THAT([&] { portfolio.add({portfolio.sources() + "/nothing"}, {}); }, testing::ThrowsMessage<platform::Error>(HasSubstr("nothing: is not there")));
+  EXPECT_THAT([&] { portfolio.add({portfolio.sources() + "/nothing"}, {}); },
+              testing::ThrowsMessage<platform::Error>(HasSubstr("nothing: is not there")));
 }
 
 TEST(Sources, takesCopybooksAndProgramsOfOneFolder) {
@@ -45,8 +46,10 @@ TEST(Sources, takesCopybooksAndProgramsOfOneFolder) {
 
 TEST(Sources, givesEachProgramOfAProjectANameOfItsOwn) {
   Portfolio portfolio;
-  for (const char* folder : {"x", "y", "y/z"}) fs::create_directories(portfolio.sources() + "/" + folder);
-  for (const char* name : {"x/pay.cbl", "x/pay.cob", "y/PAY.cbl", "y/z/pay.cbl"}) portfolio.write(name, program("PAY", ""));
+  for (const char* folder : {"x", "y", "y/z"})
+    fs::create_directories(portfolio.sources() + "/" + folder);
+  for (const char* name : {"x/pay.cbl", "x/pay.cob", "y/PAY.cbl", "y/z/pay.cbl"})
+    portfolio.write(name, program("PAY", ""));
   EXPECT_THAT(portfolio.add().added, ElementsAre("PAY", "PAY.COB", "PAY.CBL", "Z.PAY.CBL"));
 }
 
@@ -57,9 +60,28 @@ TEST(Sources, sharesAProgramBetweenProjectsWithItsAnalysis) {
   portfolio.verify();
   const auto second = createProject(portfolio.base(), portfolio.repository(), "Q");
   const platform::Ref<OptionDocument> options(new OptionDocument(optionFile(portfolio.base().projectFolder("Q"))));
-  EXPECT_THAT(addSources(portfolio.base(), portfolio.repository(), second, *options, {portfolio.sources()}, {portfolio.sources() + "/copy"}).added,
+  EXPECT_THAT(addSources(portfolio.base(), portfolio.repository(), second, *options, {portfolio.sources()},
+                         {portfolio.sources() + "/copy"})
+                  .added,
               ElementsAre("PAY"));
   EXPECT_TRUE(portfolio.repository().findByAttribute(kSourceType, "Name", "PAY")->IsMemberOf(second->Id()));
+  EXPECT_EQ(verifyProject(portfolio.base(), portfolio.repository(), "Q").unchanged, 1U);
+}
+
+// A project that is derived from another reads the shared programs in the same way, or their analysis would change.
+TEST(Sources, aDerivedProjectFindsTheSharedProgramsUnchanged) {
+  Portfolio portfolio;
+  portfolio.write("pay.cbl", program("PAY", "           COPY CUST.\n"));
+  portfolio.write("copy/CUST.cpy", "       01 CUST PIC X.\n");
+  portfolio.add();
+  portfolio.setOption("dialect", "gnu");
+  portfolio.verify();
+  const auto derived = createProject(portfolio.base(), portfolio.repository(), "Q");
+  portfolio.repository().findByAttribute(kSourceType, "Name", "PAY")->AddRelation(kBelongsTo, derived);
+  const platform::Ref<OptionDocument> options(new OptionDocument(optionFile(portfolio.base().projectFolder("Q"))));
+  platform::Document document = options->Document();
+  copyAnalyserOptions(portfolio.options(), document);
+  options->Save();
   EXPECT_EQ(verifyProject(portfolio.base(), portfolio.repository(), "Q").unchanged, 1U);
 }
 
@@ -81,7 +103,8 @@ TEST(Sources, worksWhereTheBaseFolderLiesAmongTheSources) {
   std::ofstream(root + "/Output/report") << "no source";
   EXPECT_THAT(portfolio.add({root}, {}).added, ElementsAre("A"));
   EXPECT_EQ(portfolio.outcome(), "1 written, 0 unchanged");
-  EXPECT_THAT(portfolio.add({fs::path(root).parent_path().string()}, {}).added, IsEmpty()) << "nothing of the base folder from outside";
+  EXPECT_THAT(portfolio.add({fs::path(root).parent_path().string()}, {}).added, IsEmpty())
+      << "nothing of the base folder from outside";
 }
 
 TEST(Sources, aSourceFolderThatIsGoneStopsNothingElse) {

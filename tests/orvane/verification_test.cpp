@@ -23,7 +23,8 @@ namespace {
 namespace fs = std::filesystem;
 using platform::Ref;
 
-const std::string kCustomer = "       01 CUST.\n          05 CUST-NO PIC 9(4).\n          05 CUST-NAME PIC X(20).\n       01 WS-NO PIC 9(4).\n";
+const std::string kCustomer =
+    "       01 CUST.\n          05 CUST-NO PIC 9(4).\n          05 CUST-NAME PIC X(20).\n       01 WS-NO PIC 9(4).\n";
 
 TEST(Verification, writesTheAnalysisAndADatabaseOfTheSameGeneration) {
   Portfolio portfolio;
@@ -33,9 +34,11 @@ TEST(Verification, writesTheAnalysisAndADatabaseOfTheSameGeneration) {
   EXPECT_EQ(portfolio.filesOfAnalysis().size(), 2U) << "no side files, no leftovers";
   EXPECT_THAT(portfolio.query("PAY", "Constructs", {"KVID", "Name", "Offset", "Size", "Kind", "Level"}),
               testing::IsSupersetOf({"PAY:CUST CUST 0 24 group 1", "PAY:CUST.CUST-NAME CUST-NAME 4 20 item 5"}));
-  EXPECT_THAT(portfolio.query("PAY", "Relationships", {"RelID", "KVID1", "KVID2"}), testing::Contains("Move PAY:CUST.CUST-NO PAY:WS-NO"));
+  EXPECT_THAT(portfolio.query("PAY", "Relationships", {"RelID", "KVID1", "KVID2"}),
+              testing::Contains("Move PAY:CUST.CUST-NO PAY:WS-NO"));
   const StoreData data = readStore(portfolio.analysisFile("PAY"));
-  EXPECT_EQ(portfolio.query("PAY", "Host", {"Generation"}), std::vector{std::to_string(static_cast<std::int64_t>(data.generation))});
+  EXPECT_EQ(portfolio.query("PAY", "Host", {"Generation"}),
+            std::vector{std::to_string(static_cast<std::int64_t>(data.generation))});
   EXPECT_EQ(portfolio.attribute("PAY", "Source"), "Sources\\src\\pay.cbl");
   EXPECT_EQ(portfolio.attribute("PAY", "DataRelations"), "1");
   EXPECT_EQ(portfolio.names(kProgramType), std::vector<std::string>{"PAY"});
@@ -49,16 +52,34 @@ TEST(Verification, skipsProgramsOfWhichNothingChanged) {
   };
   const std::vector<Change> changes = {
       {"nothing", [](Portfolio&) {}, "0 written, 2 unchanged"},
-      {"touched only", [](Portfolio& p) { p.write("b.cbl", program("B", "       01 B1 PIC X.\n")); }, "0 written, 2 unchanged"},
-      {"the source", [](Portfolio& p) { p.write("b.cbl", program("B", "       01 B2 PIC X.\n")); }, "1 written, 1 unchanged"},
-      {"a copybook", [](Portfolio& p) { p.write("copy/acust.cpy", "       01 C2 PIC X.\n"); }, "1 written, 1 unchanged"},
-      {"a copybook appears", [](Portfolio& p) { p.write("copy/LATER.cpy", "       01 C3 PIC X.\n"); }, "1 written, 1 unchanged"},
-      {"a copybook in front of another", [](Portfolio& p) { p.write("copy/ACUST", "       01 C4 PIC X.\n"); }, "1 written, 1 unchanged"},
-      {"a copybook is gone", [](Portfolio& p) { p.remove("copy/ACUST"); p.remove("copy/acust.cpy"); }, "1 written, 1 unchanged"},
-      {"a copybook that nobody copies", [](Portfolio& p) { p.write("copy/OTHER.cpy", "       01 C5 PIC X.\n"); }, "0 written, 2 unchanged"},
+      {"touched only", [](Portfolio& p) { p.write("b.cbl", program("B", "       01 B1 PIC X.\n")); },
+       "0 written, 2 unchanged"},
+      {"the source", [](Portfolio& p) { p.write("b.cbl", program("B", "       01 B2 PIC X.\n")); },
+       "1 written, 1 unchanged"},
+      {"a copybook", [](Portfolio& p) { p.write("copy/acust.cpy", "       01 C2 PIC X.\n"); },
+       "1 written, 1 unchanged"},
+      {"a copybook appears", [](Portfolio& p) { p.write("copy/LATER.cpy", "       01 C3 PIC X.\n"); },
+       "1 written, 1 unchanged"},
+      {"a copybook in front of another", [](Portfolio& p) { p.write("copy/ACUST", "       01 C4 PIC X.\n"); },
+       "1 written, 1 unchanged"},
+      {"a copybook is gone",
+       [](Portfolio& p) {
+         p.remove("copy/ACUST");
+         p.remove("copy/acust.cpy");
+       },
+       "1 written, 1 unchanged"},
+      {"a copybook that nobody copies", [](Portfolio& p) { p.write("copy/OTHER.cpy", "       01 C5 PIC X.\n"); },
+       "0 written, 2 unchanged"},
       {"an option", [](Portfolio& p) { p.setOption("dialect", "mf"); }, "2 written, 0 unchanged"},
-      {"the analysis file is damaged", [](Portfolio& p) { fs::resize_file(p.analysisFile("A"), 50); }, "1 written, 1 unchanged"},
-      {"the database is gone", [](Portfolio& p) { p.verify(); platform::dbEngine().settle(); fs::remove(p.databaseFile("B")); }, "1 written, 1 unchanged"},
+      {"the analysis file is damaged", [](Portfolio& p) { fs::resize_file(p.analysisFile("A"), 50); },
+       "1 written, 1 unchanged"},
+      {"the database is gone",
+       [](Portfolio& p) {
+         p.verify();
+         platform::dbEngine().settle();
+         fs::remove(p.databaseFile("B"));
+       },
+       "1 written, 1 unchanged"},
       {"a new program", [](Portfolio& p) { p.write("sub.cob", program("SUB", "")); }, "1 written, 2 unchanged"},
   };
   Portfolio portfolio;
@@ -91,9 +112,11 @@ TEST(Verification, tellsWhyAProgramStaysOut) {
   EXPECT_THAT(result.missingCopybooks, ElementsAre(std::pair("NOWHERE", 1U)));
   EXPECT_EQ(result.diagnostics.at("CopyMissing"), 1U);
   std::vector<std::string> reasons;
-  for (const auto& failure : result.failed) reasons.push_back(failure.program + " " + failure.reason);
-  EXPECT_THAT(reasons, ElementsAre(HasSubstr("binary.cbl: is a binary file"), HasSubstr("gone.cbl: the source file is gone"),
-                                   HasSubstr("LOCKED cannot read"), HasSubstr("readme: nothing in it says that it is a COBOL program")));
+  for (const auto& failure : result.failed)
+    reasons.push_back(failure.program + " " + failure.reason);
+  EXPECT_THAT(reasons, ElementsAre(HasSubstr("binary.cbl: is a binary file"),
+                                   HasSubstr("gone.cbl: the source file is gone"), HasSubstr("LOCKED cannot read"),
+                                   HasSubstr("readme: nothing in it says that it is a COBOL program")));
   EXPECT_EQ(portfolio.attribute("BINARY", "DataRelations"), "0");
   EXPECT_THAT(portfolio.attribute("GONE", "Reason"), HasSubstr("is gone"));
   EXPECT_EQ(portfolio.attribute("GOOD", "Reason"), "");
@@ -124,11 +147,13 @@ TEST(Verification, givesTheSameAnalysisFilesWithOneThreadAndWithFour) {
   Portfolio portfolio;
   portfolio.write("copy/CUST.cpy", kCustomer);
   for (int i = 0; i < 12; ++i)
-    portfolio.write("p" + std::to_string(i) + ".cbl", program("P" + std::to_string(i), "       COPY CUST.\n", "           MOVE CUST-NO TO WS-NO.\n"));
+    portfolio.write("p" + std::to_string(i) + ".cbl",
+                    program("P" + std::to_string(i), "       COPY CUST.\n", "           MOVE CUST-NO TO WS-NO.\n"));
   portfolio.add();
   const auto contents = [&] {
     std::map<std::string, std::string> all;
-    for (const auto& name : portfolio.names()) all[name] = platform::readText(portfolio.analysisFile(name));
+    for (const auto& name : portfolio.names())
+      all[name] = platform::readText(portfolio.analysisFile(name));
     return all;
   };
   portfolio.verify({.jobs = 1});
@@ -139,11 +164,17 @@ TEST(Verification, givesTheSameAnalysisFilesWithOneThreadAndWithFour) {
 
 TEST(Verification, stopsBetweenProgramsAndRefusesABaseFolderInUse) {
   Portfolio portfolio;
-  for (int i = 0; i < 6; ++i) portfolio.write("p" + std::to_string(i) + ".cbl", program("P" + std::to_string(i), kCustomer));
+  for (int i = 0; i < 6; ++i)
+    portfolio.write("p" + std::to_string(i) + ".cbl", program("P" + std::to_string(i), kCustomer));
   portfolio.add();
   std::atomic<bool> cancel = false;
   std::vector<std::size_t> steps;
-  const VerifyResult stopped = portfolio.verify({.jobs = 1, .progress = [&](const VerifyProgress& step) { steps.push_back(step.done); cancel = true; },
+  const VerifyResult stopped = portfolio.verify({.jobs = 1,
+                                                 .progress =
+                                                     [&](const VerifyProgress& step) {
+                                                       steps.push_back(step.done);
+                                                       cancel = true;
+                                                     },
                                                  .cancel = &cancel});
   EXPECT_TRUE(stopped.cancelled);
   EXPECT_EQ(stopped.written, steps.size());
@@ -161,7 +192,8 @@ TEST(Verification, leavesNothingHalfWrittenOnAFullDisk) {
   portfolio.decide("A", "A:CUST.CUST-NO", 1, comment);
   platform::dbEngine().settle();
   std::string many;
-  for (int i = 0; i < 3000; ++i) many += "       01 ITEM-" + std::to_string(i) + " PIC X(4).\n";
+  for (int i = 0; i < 3000; ++i)
+    many += "       01 ITEM-" + std::to_string(i) + " PIC X(4).\n";
   portfolio.write("b.cbl", program("B", kCustomer + many));
   portfolio.add();
   portfolio.verify();
@@ -205,11 +237,14 @@ TEST(Verification, goesOnWhereAKilledRunEnded) {
     return program("P" + std::to_string(i), kCustomer + extra, "           MOVE CUST-NO TO WS-NO.\n");
   };
   constexpr int kPrograms = 40;
-  for (int i = 0; i < kPrograms; ++i) portfolio.write("p" + std::to_string(i) + ".cbl", text(i, ""));
+  for (int i = 0; i < kPrograms; ++i)
+    portfolio.write("p" + std::to_string(i) + ".cbl", text(i, ""));
   portfolio.add();
   portfolio.verify();
-  for (int i = 0; i < kPrograms; ++i) portfolio.decide("P" + std::to_string(i), "P" + std::to_string(i) + ":CUST.CUST-NO", 1, "kept");
-  for (int i = 0; i < kPrograms; ++i) portfolio.write("p" + std::to_string(i) + ".cbl", text(i, "       01 MORE PIC X.\n"));
+  for (int i = 0; i < kPrograms; ++i)
+    portfolio.decide("P" + std::to_string(i), "P" + std::to_string(i) + ":CUST.CUST-NO", 1, "kept");
+  for (int i = 0; i < kPrograms; ++i)
+    portfolio.write("p" + std::to_string(i) + ".cbl", text(i, "       01 MORE PIC X.\n"));
   platform::dbEngine().settle();
 
   const pid_t child = ::fork();
@@ -237,7 +272,8 @@ TEST(Verification, goesOnWhereAKilledRunEnded) {
     EXPECT_THAT(portfolio.decisions(name), ElementsAre(name + ":CUST.CUST-NO 1 kept"));
     const StoreData data = readStore(portfolio.analysisFile(name));
     EXPECT_GE(data.find(name + ":MORE"), 0);
-    EXPECT_EQ(portfolio.query(name, "Host", {"Generation"}), std::vector{std::to_string(static_cast<std::int64_t>(data.generation))});
+    EXPECT_EQ(portfolio.query(name, "Host", {"Generation"}),
+              std::vector{std::to_string(static_cast<std::int64_t>(data.generation))});
   }
 }
 
