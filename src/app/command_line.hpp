@@ -37,6 +37,13 @@ void addUsages(CLI::App& app, Context& context);
 void addRelations(CLI::App& app, Context& context);
 void addFilter(CLI::App& app, Context& context);
 void addSynonyms(CLI::App& app, Context& context);
+void addMove(CLI::App& app, Context& context);
+void addDelete(CLI::App& app, Context& context);
+void addComment(CLI::App& app, Context& context);
+void addClear(CLI::App& app, Context& context);
+void addUnused(CLI::App& app, Context& context);
+void addSynonymsOf(CLI::App& app, Context& context);
+void addColumns(CLI::App& app, Context& context);
 void addReport(CLI::App& app, Context& context);
 void addImpact(CLI::App& app, Context& context);
 

@@ -15,6 +15,23 @@ using platform::Form;
 using platform::ListItem;
 using platform::ListView;
 
+namespace {
+
+// The command line's comment dialog: the text was given beforehand.
+class ScriptedComment final : public tarnsift::CommentDialog {
+ public:
+  explicit ScriptedComment(HeadlessSession& session) : m_session(session) {}
+  bool Ask(std::string& result, const std::string&, const std::string&, const std::string&, int, const std::string&, int) override {
+    result = m_session.commentText;
+    return true;
+  }
+
+ private:
+  HeadlessSession& m_session;
+};
+
+} // namespace
+
 int listNamed(const std::string& word, bool orDelete) {
   static constexpr std::string_view kNames[] = {"working", "affected", "clean", "delete"};
   for (int i = 0; i < (orDelete ? 4 : 3); ++i)
@@ -38,7 +55,10 @@ HeadlessSession::HeadlessSession(orvane::BaseFolder base, const std::string& pro
   start(programGlob);
 }
 
-HeadlessSession::~HeadlessSession() = default;
+HeadlessSession::~HeadlessSession() {
+  m_host.reset();
+  platform::classes::unregisterObject("CommentDialog");
+}
 
 // What went wrong in a step that the others went on after is told at once.
 void HeadlessSession::start(const std::string& programGlob) {
@@ -48,6 +68,7 @@ void HeadlessSession::start(const std::string& programGlob) {
   };
   // Only for this session: what the analyst set for the window stays in the file.
   m_host->options().overrideForSession("//CASE[@ID='Tarnsift']/BOOL[@NAME='ApplySelected']", programGlob.empty() ? "false" : "true");
+  platform::classes::registerObject("CommentDialog", new ScriptedComment(*this));
   openWindow();
   Form& form = window();
   auto& bar = form.get<platform::ProgressBar>("pbProgress");
@@ -84,18 +105,26 @@ void HeadlessSession::select(const std::vector<std::string>& keys) {
 }
 
 // An error that the component told ends the command here.
-void HeadlessSession::choose(platform::MenuItem& entry) {
+void HeadlessSession::act(const std::function<void()>& action) {
   m_screen.messages.clear();
-  if (!entry.Enabled || (entry.ParentMenu && !entry.ParentMenu->Enabled)) throw platform::Error("there is no verified program; run 'tarnsift verify'");
-  entry.choose();
+  action();
   m_progress.clear();
   for (const auto& message : m_screen.messages)
     if (message.style == platform::kCritical) throw platform::Error(message.text);
 }
 
+void HeadlessSession::choose(const std::string& menu, int index) {
+  auto& entry = window().get<platform::MenuItem>(menu, index);
+  for (const platform::MenuItem* item = &entry; item; item = item->ParentMenu)
+    if (!item->Enabled)
+      throw platform::Error(counts().empty() ? "there is no verified program; run 'tarnsift verify'"
+                                             : "the command '" + entry.Caption + "' is not to be had now");
+  act([&] { entry.choose(); });
+}
+
 std::string HeadlessSession::filter(const std::string& criterion, int target) {
   m_host->search().chooseCriterion = [criterion](const std::string&) { return criterion; };
-  choose(window().get<platform::MenuItem>("mnuFileSearchTo", target));
+  choose("mnuFileSearchTo", target);
   return m_screen.messages.empty() ? "" : std::string(platform::trimmed(m_screen.messages.back().text));
 }
 
@@ -105,10 +134,25 @@ void HeadlessSession::findSynonyms(int from, int to) {
     dialog.get<platform::OptionButton>("optListsTo", to).choose();
     dialog.get<platform::CommandButton>("cmdOK").press();
   };
-  choose(window().get<platform::MenuItem>("mnuFileSynonyms"));
+  choose("mnuFileSynonyms");
 }
 
-void HeadlessSession::report(int index) { choose(window().get<platform::MenuItem>("mnuFileReportType", index)); }
+void HeadlessSession::report(int index) { choose("mnuFileReportType", index); }
+
+void printChange(const std::vector<ListCounts>& before, const std::vector<ListCounts>& after) {
+  std::array<std::int64_t, 3> was{};
+  std::array<std::int64_t, 3> is{};
+  std::size_t programs = 0;
+  for (std::size_t i = 0; i < after.size(); ++i) {
+    for (std::size_t list = 0; list < 3; ++list) {
+      was[list] += before[i].counts[list];
+      is[list] += after[i].counts[list];
+    }
+    if (before[i].counts != after[i].counts) ++programs;
+  }
+  fmt::print("Working {} ({:+}), Affected {} ({:+}), Clean {} ({:+}); {} of {} program(s) changed\n", is[0], is[0] - was[0], is[1], is[1] - was[1],
+             is[2], is[2] - was[2], programs, after.size());
+}
 
 std::vector<ListCounts> HeadlessSession::counts() {
   std::vector<ListCounts> all;

@@ -39,6 +39,14 @@ class HeadlessSession {
   void findSynonyms(int from, int to);
   /// An entry of the report menu.
   void report(int index);
+  /// Chooses an entry of the menus. An error that the component tells becomes a platform::Error.
+  void choose(const std::string& menu, int index = -1);
+  /// Does something to the models; an error that the component tells becomes a platform::Error.
+  void act(const std::function<void()>& action);
+  /// The answer to the next question.
+  void answer(platform::Answer answer) { m_screen.answers.push_back(answer); }
+  /// What the comment dialog gives.
+  std::string commentText;
   /// Selects exactly the rows with these keys; only for a session with a program selection.
   void select(const std::vector<std::string>& keys);
 
@@ -49,11 +57,13 @@ class HeadlessSession {
  private:
   void start(const std::string& programGlob);
   void openWindow();
-  void choose(platform::MenuItem& entry);
   platform::HeadlessScreen m_screen;
   ProgressLine m_progress;
   std::unique_ptr<orvane::Host> m_host;
 };
+
+/// Tells what a command changed, in numbers.
+void printChange(const std::vector<ListCounts>& before, const std::vector<ListCounts>& after);
 
 /// "working", "affected", "clean" to 0, 1, 2; with `orDelete` also "delete" to 3. Throws UsageError.
 int listNamed(const std::string& word, bool orDelete = false);

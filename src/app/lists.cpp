@@ -10,22 +10,6 @@ namespace app {
 
 namespace {
 
-// What a command changed, in numbers.
-void printChange(const std::vector<ListCounts>& before, const std::vector<ListCounts>& after) {
-  std::array<std::int64_t, 3> was{};
-  std::array<std::int64_t, 3> is{};
-  std::size_t programs = 0;
-  for (std::size_t i = 0; i < after.size(); ++i) {
-    for (std::size_t list = 0; list < 3; ++list) {
-      was[list] += before[i].counts[list];
-      is[list] += after[i].counts[list];
-    }
-    if (before[i].counts != after[i].counts) ++programs;
-  }
-  fmt::print("Working {} ({:+}), Affected {} ({:+}), Clean {} ({:+}); {} of {} program(s) changed\n", is[0], is[0] - was[0], is[1], is[1] - was[1],
-             is[2], is[2] - was[2], programs, after.size());
-}
-
 struct FilterChoice {
   std::string criterion, like, unlike, to, program;
 };

@@ -59,6 +59,13 @@ int run(int argc, char** argv) {
   app::addRelations(parser, context);
   app::addFilter(parser, context);
   app::addSynonyms(parser, context);
+  app::addMove(parser, context);
+  app::addDelete(parser, context);
+  app::addComment(parser, context);
+  app::addClear(parser, context);
+  app::addUnused(parser, context);
+  app::addSynonymsOf(parser, context);
+  app::addColumns(parser, context);
   app::addReport(parser, context);
   app::addImpact(parser, context);
   try {

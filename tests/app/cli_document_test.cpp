@@ -74,7 +74,7 @@ TEST_F(CliDocument, NamesEveryJsonKeyThatIsPrinted) {
   good("add --project p src");
   good("verify");
   const auto sections = documented();
-  for (const auto& [command, arguments] : std::map<std::string, std::string>{{"programs", ""}, {"datanames", ""}, {"usages", "A"}, {"relations", ""}}) {
+  for (const auto& [command, arguments] : std::map<std::string, std::string>{{"programs", ""}, {"datanames", ""}, {"usages", "A"}, {"relations", ""}, {"synonyms-of", "A"}, {"columns", ""}}) {
     const auto objects = good(command + " --json " + arguments).objects();
     ASSERT_FALSE(objects.empty()) << command;
     for (const auto& object : objects) {
