@@ -77,6 +77,7 @@ void NameWork::mark(int list, const std::vector<std::string>& kvids) {
   m_session.act([&] {
     if (list < 3) m_session.window().get<platform::TabStrip>("tsLists").select(static_cast<std::size_t>(list) + 1);
     entries.SetFocus();
+    if (list == 3) entries.KeyUp.raise(platform::kKeyReturn, platform::kNoShift);
   });
   for (const auto& kvid : kvids) entries.ListItems.Item(kvid).setSelected(true);
 }

@@ -26,7 +26,6 @@ void Workspace::Close() {
 }
 
 void Workspace::setCurrentProgram(const std::string& key) {
-  if (key == m_currentProgram) return;
   m_currentProgram = key;
   ProgramChanged.raise();
 }

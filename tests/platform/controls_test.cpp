@@ -62,6 +62,19 @@ TEST(ListView, ABatchGivesTheSameRowsAsSingleSteps) {
   }
 }
 
+TEST(ListView, RemovalByPositionAndByKeyMixInABatch) {
+  ListView list("lv", 0);
+  fill(list, "ABCDE");
+  {
+    const ListView::Batch batch(list);
+    list.ListItems.Remove(2);
+    list.ListItems.Remove("KD");
+    EXPECT_EQ(list.ListItems.Item(3).Text, "E");
+    list.ListItems.Remove("KA");
+  }
+  EXPECT_EQ(picture(list), "C E");
+}
+
 TEST(ListView, SortsStablyWithoutCaseBySubColumnAndKeepsSortedOnAdd) {
   ListView list("lv", 0);
   for (const auto& [key, text, count] : {std::tuple("1", "b", "         9"), {"2", "A", "        12"}, {"3", "c", "         9"}})

@@ -80,7 +80,8 @@ void ListItems::compact() const {
 }
 
 void ListItems::renumber() const {
-  for (std::size_t slot = m_firstWrongNumber; slot < m_slots.size(); ++slot) m_slots[slot]->m_slot = slot;
+  for (std::size_t slot = m_firstWrongNumber; slot < m_slots.size(); ++slot) 
+    if (m_slots[slot]) m_slots[slot]->m_slot = slot; // a hole of a batch stays until it ends
   m_firstWrongNumber = npos;
 }
 
