@@ -107,6 +107,11 @@ class FakeHost {
   Ref<platform::Object> m_frontend;
 };
 
+/// Captions of the tab ByName and its criterion Level. The component reads the file once in the life of the process, so all
+/// tests that write one write this.
+inline constexpr const char* kCaptionFile = "<search><tab name='ByName' caption='By name'><criterion name='Level' caption='level number'/>"
+                                            "<criterion name='Bare'/><criterion name='Empty' caption=''/></tab></search>";
+
 /// The host objects over one FakeHost; registers all global ones and gives the front end.
 Ref<platform::Object> registerFakeObjects(FakeHost& host);
 void unregisterFakeObjects();

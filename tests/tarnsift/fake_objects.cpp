@@ -180,17 +180,25 @@ class Model : public tarnsift::StoreModel {
   std::string ColumnType(const std::string&) override { return "String"; }
 };
 
-class Matches : public tarnsift::MatchList, public tarnsift::MatchLists {
+class Matches : public tarnsift::MatchList {
  public:
-  Matches(FakeHost& host, std::string program) : m_host(host), m_program(std::move(program)) {}
-  Ref<tarnsift::MatchList> Open(const std::string& listName, const std::string& ownerName, const std::string& text) override {
-    m_host.log += "match list " + listName + " of " + ownerName + " '" + text + "' in " + m_program + "\n";
-    return this;
-  }
+  explicit Matches(std::vector<std::string> keys) : m_keys(std::move(keys)) {}
   std::unique_ptr<platform::Recordset> OpenRecordset() override {
     std::vector<std::vector<Value>> rows;
-    for (const auto& kvid : m_host.search.matches[m_program]) rows.push_back({kvid});
+    for (const auto& key : m_keys) rows.push_back({key});
     return platform::rowsRecordset({"KVID"}, std::move(rows));
+  }
+
+ private:
+  std::vector<std::string> m_keys;
+};
+
+class Lists : public tarnsift::MatchLists {
+ public:
+  Lists(FakeHost& host, std::string program) : m_host(host), m_program(std::move(program)) {}
+  Ref<tarnsift::MatchList> Open(const std::string& listName, const std::string& ownerName, const std::string& text) override {
+    m_host.log += "match list " + listName + " of " + ownerName + " '" + text + "' in " + m_program + "\n";
+    return new Matches(m_host.search.matches[m_program]);
   }
 
  private:
@@ -214,7 +222,7 @@ class Store : public tarnsift::AnalysisStore {
   }
   Ref<tarnsift::SourceFiles> Files() override { return new tarnsift_test::Files(programOf(m_host, m_program)->files); }
   Ref<tarnsift::InstanceCursor> SelectByKind(const std::string&, const std::string&) override { return new Usages({}); }
-  Ref<tarnsift::MatchLists> MatchLists() override { return new Matches(m_host, m_program); }
+  Ref<tarnsift::MatchLists> MatchLists() override { return new Lists(m_host, m_program); }
   void Close() override {
     --m_host.storesOpen;
     m_database.reset();

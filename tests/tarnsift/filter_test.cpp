@@ -31,7 +31,7 @@ class Filter : public ::testing::Test {
 struct Rule {
   int target;
   const char* overriding;
-  const char* state; ///< of a program whose names k0 to k3 match
+  const char* state; ///< of a program whose names k0 to k3 match; with the override those of the target itself do not
 };
 
 // What happens to a name that matches, by the list it is in, the target and the option.
@@ -42,13 +42,18 @@ TEST_F(Filter, AMatchIsPlacedByTheRule) {
       {1, "false", "2 2 1\n  W k1 CUST-1: w\n  W k4 ZIP: z\n  A k0 CUST-0#  A k2 CUST-2: a\n  C k3 CUST-3: c\n"},
       {2, "false", "2 1 2\n  W k1 CUST-1: w\n  W k4 ZIP: z\n  A k2 CUST-2: a\n  C k0 CUST-0#  C k3 CUST-3: c\n"},
       {3, "false", "1 0 0\n  W k4 ZIP: z\n"},
+      {0, "true", "5 0 0\n  W k0 CUST-0#  W k1 CUST-1: w\n  W k2 CUST-2#  W k3 CUST-3#  W k4 ZIP: z\n"},
+      {1, "true", "1 4 0\n  W k4 ZIP: z\n  A k0 CUST-0#  A k1 CUST-1#  A k2 CUST-2: a\n  A k3 CUST-3#"},
+      {2, "true", "1 0 4\n  W k4 ZIP: z\n  C k0 CUST-0#  C k1 CUST-1#  C k2 CUST-2#  C k3 CUST-3: c\n"},
       {3, "true", "1 0 0\n  W k4 ZIP: z\n"},
   };
   for (const auto& [target, overriding, state] : kRules) {
     FakeHost fresh;
     for (const Program& program : host.programs) fresh.add(program);
     fresh.setOption(kOverride, overriding);
-    fresh.search.matches = {{"A", {"k0", "k1", "k2", "k3"}}, {"B", {"k0", "k1", "k2", "k3"}}};
+    std::vector<std::string> matches = {"k0", "k1", "k2", "k3"};
+    if (overriding == std::string("true")) std::erase(matches, "k" + std::to_string(target + 1));
+    fresh.search.matches = {{"A", matches}, {"B", matches}};
     fresh.run();
     fresh.choose("mnuFileSearchTo", target);
     const std::string expected = platform::replaceAll(state, "#", note);
@@ -57,19 +62,15 @@ TEST_F(Filter, AMatchIsPlacedByTheRule) {
   }
 }
 
-// With the override every match goes to the target. One that stands there already is written again: its comment on the
-// screen is the old one, because the list refuses a second entry.
-TEST_F(Filter, WithTheOverrideEveryMatchGoesToTheTarget) {
+// The list refuses a second entry of the same key, so the screen keeps the comment that it has.
+TEST_F(Filter, AMatchThatStandsInTheTargetGetsTheNoteInTheDatabaseOnly) {
   host.setOption(kOverride, "true");
-  host.search.matches = {{"A", {"k0", "k2", "k3"}}, {"B", {"k0", "k1", "k2", "k3"}}};
-  host.run();
-  const std::string note = ": matches 'Names:CUST*' search criteria\n";
-  EXPECT_EQ(filter(0), platform::replaceAll("A 5 0 0\n  W k0 CUST-0#  W k1 CUST-1: w\n  W k2 CUST-2#  W k3 CUST-3#  W k4 ZIP: z\n"
-                                            "B 5 0 0\n  W k0 CUST-0#  W k1 CUST-1#  W k2 CUST-2#  W k3 CUST-3#  W k4 ZIP: z\n", "#", note));
   host.search.matches = {{"A", {"k1"}}};
+  host.run();
   host.choose("mnuFileSearchTo", 0);
   EXPECT_EQ(host.messages(), std::vector<std::string>{kUnchanged}) << "the counters rise and fall by one";
-  EXPECT_NE(host.rowsOf("A").find("k1 CUST-1" + note), std::string::npos);
+  EXPECT_EQ(host.counts(), "A 2 1 1\nB 2 1 1\n");
+  EXPECT_NE(host.rowsOf("A").find("k1 CUST-1: matches 'Names:CUST*' search criteria\n"), std::string::npos);
   EXPECT_NE(host.entries().find("k1 CUST-1: w\n"), std::string::npos);
 }
 
@@ -103,11 +104,9 @@ TEST_F(Filter, RefreshHasNoPartInDeleting) {
 
 TEST_F(Filter, AnEmptiedListCountsAsChangedEvenWhenItHeldNothing) {
   host.setOption(kRefresh, "true");
-  host.search.matches = {{"A", {"unknown"}}};
+  host.add({.id = "E", .constructs = "k0 CUST-0 0 4 W\n"});
+  host.search.matches = {{"E", {"unknown"}}};
   host.run();
-  host.database("A")->Execute("update Constructs set P_Status = 0 where P_Status = 2");
-  host.click("B");
-  host.click("A");
   host.choose("mnuFileSearchTo", 2);
   EXPECT_THAT(host.messages(), ElementsAre());
 }
@@ -206,11 +205,13 @@ TEST_F(Filter, TheNoteNamesTheCriterionInAtMostFortyCharacters) {
       {"Names:" + name34, "Names:" + name34},
       {"Names:" + name34 + "n", "Names:" + name34 + "..."},
       {"Names:" + std::string(33, 'n') + "\xC3\xA4", "Names:" + std::string(33, 'n') + "\xC3\xA4"},
-      {"Bare", "Bare:"},
+      {"ByName:Level", "By name:level number"},
+      {"ByName", "By name:"},
       {"Tab:a:b", "Tab:a:b"},
   };
   for (const auto& [used, shown] : kCases) {
     FakeHost fresh;
+    fresh.writeFile("Product/KVSearch.xrc", kCaptionFile);
     fresh.add(host.programs[0]);
     fresh.search = {.used = used, .matches = {{"A", {"k0"}}}};
     fresh.run();
