@@ -11,7 +11,8 @@ constexpr const char* kShowUnused = "//BOOL[@NAME='ShowUnused']";
 
 std::string linesUpTo(int last) {
   std::string text;
-  for (int line = 1; line <= last; ++line) text += "line " + std::to_string(line) + "\n";
+  for (int line = 1; line <= last; ++line)
+    text += "line " + std::to_string(line) + "\n";
   return text;
 }
 
@@ -21,8 +22,10 @@ std::string shortForm(const std::string& report) {
   for (const std::string& line : platform::splitAt(report, '\n')) {
     if (!line.starts_with("{")) continue;
     const auto number = line.find("LineNo=");
-    if (number != std::string::npos) text += (line.starts_with("{ Source=<b>") ? "*" : "") + std::to_string(std::stoi(line.substr(number + 7))) + " ";
-    else text += line.substr(line.find('=') + 1, line.rfind(';') - line.find('=') - 1) + " ";
+    if (number != std::string::npos)
+      text += (line.starts_with("{ Source=<b>") ? "*" : "") + std::to_string(std::stoi(line.substr(number + 7))) + " ";
+    else
+      text += line.substr(line.find('=') + 1, line.rfind(';') - line.find('=') - 1) + " ";
   }
   return text;
 }
@@ -30,7 +33,8 @@ std::string shortForm(const std::string& report) {
 class AffectedCode : public ::testing::Test {
  protected:
   /// The report over one program A with one file x.txt of so many lines, where k1 is declared and used as said.
-  std::string report(int lines, const std::string& neighbourhood, std::vector<std::string> places, const char* showUnused = "false") {
+  std::string report(int lines, const std::string& neighbourhood, std::vector<std::string> places,
+                     const char* showUnused = "false") {
     FakeHost host;
     host.writeFile("x.txt", linesUpTo(lines));
     host.add({.id = "A", .constructs = "k1 N 0 4 A\n", .places = {{"k1", std::move(places)}}, .files = {"x.txt"}});
@@ -46,18 +50,19 @@ class AffectedCode : public ::testing::Test {
 TEST_F(AffectedCode, TheCallsLineByLine) {
   FakeHost host;
   host.writeFile("x.txt", "one\ntwo\nthree\n  a < b & 'c' \"d\"\r\nMOVE X\r\nsix\n");
-  host.add({.id = "A&B", .constructs = "k1 N 0 4 A\n", .places = {{"k1", {"other:1:1", "x.txt:4:1"}}}, .files = {"x.txt"}});
+  host.add(
+      {.id = "A&B", .constructs = "k1 N 0 4 A\n", .places = {{"k1", {"other:1:1", "x.txt:4:1"}}}, .files = {"x.txt"}});
   host.run();
   host.choose("mnuFileReportType", 5);
-  EXPECT_EQ(host.report,
-            "BeginReport <LCRecordFormat><ProgramName RAW=\"no\"/><Source RAW=\"no\"/><LineNo/></LCRecordFormat>|Affected Code|"
-            "<style no='Line No.' at='Report generated at' again='Line No.'/>\n"
-            "{ ProgramName=<b style=\"font-size: 12pt\">A&amp;B</b> &nbsp;[    x.txt]; }\n"
-            "{ Source=three; LineNo=000003; }\n"
-            "{ Source=<b>  a &lt; b &amp; &rsquo;c&rsquo; &quot;d&quot;</b>; LineNo=000004; }\n"
-            "{ Source=MOVE X; LineNo=000005; }\n"
-            "{ Source=...; }\n"
-            "EndReport ''\nShow for frmMain\n");
+  EXPECT_EQ(host.report, "BeginReport <LCRecordFormat><ProgramName RAW=\"no\"/><Source "
+                         "RAW=\"no\"/><LineNo/></LCRecordFormat>|Affected Code|"
+                         "<style no='Line No.' at='Report generated at' again='Line No.'/>\n"
+                         "{ ProgramName=<b style=\"font-size: 12pt\">A&amp;B</b> &nbsp;[    x.txt]; }\n"
+                         "{ Source=three; LineNo=000003; }\n"
+                         "{ Source=<b>  a &lt; b &amp; &rsquo;c&rsquo; &quot;d&quot;</b>; LineNo=000004; }\n"
+                         "{ Source=MOVE X; LineNo=000005; }\n"
+                         "{ Source=...; }\n"
+                         "EndReport ''\nShow for frmMain\n");
 }
 
 TEST_F(AffectedCode, EachUsageStandsInItsNeighbourhood) {
@@ -69,13 +74,29 @@ TEST_F(AffectedCode, EachUsageStandsInItsNeighbourhood) {
     std::vector<std::string> places;
     std::string expected;
   } const kCases[] = {
-      {"two runs and what is hidden behind each", 12, "1", {"y:1:1", "x.txt:5:1", "x.txt:9:1"}, head + "4 *5 6 ... 8 *9 10 ... "},
+      {"two runs and what is hidden behind each",
+       12,
+       "1",
+       {"y:1:1", "x.txt:5:1", "x.txt:9:1"},
+       head + "4 *5 6 ... 8 *9 10 ... "},
       {"no context", 6, "0", {"y:1:1", "x.txt:2:1", "x.txt:3:1", "x.txt:5:1"}, head + "*2 *3 ... *5 ... "},
       {"the first line", 12, "3", {"y:1:1", "x.txt:1:1"}, head + "*1 2 3 4 ... "},
       {"the last line", 12, "3", {"y:1:1", "x.txt:12:1"}, head + "9 10 11 *12 "},
-      {"usages in each other's context, in any order", 9, "2", {"y:1:1", "x.txt:5:1", "x.txt:4:9", "x.txt:5:20"}, head + "2 3 *4 *5 6 7 ... "},
-      {"touching neighbourhoods are one run", 20, "3", {"y:1:1", "x.txt:17:1", "x.txt:10:1"}, head + "7 8 9 *10 11 12 13 14 15 16 *17 18 19 20 "},
-      {"one hidden line is a gap", 21, "3", {"y:1:1", "x.txt:10:1", "x.txt:18:1"}, head + "7 8 9 *10 11 12 13 ... 15 16 17 *18 19 20 21 "},
+      {"usages in each other's context, in any order",
+       9,
+       "2",
+       {"y:1:1", "x.txt:5:1", "x.txt:4:9", "x.txt:5:20"},
+       head + "2 3 *4 *5 6 7 ... "},
+      {"touching neighbourhoods are one run",
+       20,
+       "3",
+       {"y:1:1", "x.txt:17:1", "x.txt:10:1"},
+       head + "7 8 9 *10 11 12 13 14 15 16 *17 18 19 20 "},
+      {"one hidden line is a gap",
+       21,
+       "3",
+       {"y:1:1", "x.txt:10:1", "x.txt:18:1"},
+       head + "7 8 9 *10 11 12 13 ... 15 16 17 *18 19 20 21 "},
       {"the declaration counts with its usages", 12, "0", {"x.txt:3:1", "x.txt:9:1"}, head + "*3 ... *9 ... "},
       {"line 0 marks what follows it", 12, "2", {"y:1:1", "x.txt:0:0"}, head + "1 2 ... "},
       {"a line just behind the end", 12, "3", {"y:1:1", "x.txt:13:1"}, head + "10 11 12 "},
@@ -83,13 +104,15 @@ TEST_F(AffectedCode, EachUsageStandsInItsNeighbourhood) {
       {"an empty file", 0, "3", {"y:1:1", "x.txt:1:1"}, ""},
       {"no usage", 12, "1", {"x.txt:5:1"}, ""},
   };
-  for (const auto& c : kCases) EXPECT_EQ(report(c.lines, c.neighbourhood, c.places), c.expected) << c.promise;
+  for (const auto& c : kCases)
+    EXPECT_EQ(report(c.lines, c.neighbourhood, c.places), c.expected) << c.promise;
   EXPECT_EQ(report(12, "1", {"x.txt:5:1"}, "true"), head + "4 *5 6 ... ") << "an unused name, when the option shows it";
 }
 
 TEST_F(AffectedCode, FilesAndProgramsHaveTheirHeads) {
   FakeHost host;
-  for (const char* file : {"a.cbl", "b.cpy", "c.cpy"}) host.writeFile(file, linesUpTo(3));
+  for (const char* file : {"a.cbl", "b.cpy", "c.cpy"})
+    host.writeFile(file, linesUpTo(3));
   const std::vector<std::string> files = {"b.cpy", "c.cpy", "a.cbl"};
   host.add({.id = "A",
             .constructs = "k1 N 0 4 A\n k2 M 0 4 A\n k3 W 0 4 W\n k4 GONE 0 4 A\n",
@@ -102,15 +125,19 @@ TEST_F(AffectedCode, FilesAndProgramsHaveTheirHeads) {
   host.run();
   host.takeLog();
   host.choose("mnuFileReportType", 5);
-  EXPECT_EQ(shortForm(host.report), "<b style=\"font-size: 12pt\">A</b> &nbsp;[    b.cpy] *1 ...  &nbsp;[    a.cbl] *3 "
-                                    "<b style=\"font-size: 12pt\">D</b> &nbsp;[    b.cpy] *1 ...  &nbsp;[    c.cpy] *2 ... ");
+  EXPECT_EQ(shortForm(host.report),
+            "<b style=\"font-size: 12pt\">A</b> &nbsp;[    b.cpy] *1 ...  &nbsp;[    a.cbl] *3 "
+            "<b style=\"font-size: 12pt\">D</b> &nbsp;[    b.cpy] *1 ...  &nbsp;[    c.cpy] *2 ... ");
   EXPECT_EQ(host.log.find("store B"), std::string::npos) << "no Affected names, no opening";
 }
 
 TEST_F(AffectedCode, ASourceThatCannotBeReadCostsItsFileOnly) {
   FakeHost host;
   host.writeFile("b.cpy", linesUpTo(3));
-  host.add({.id = "A", .constructs = "k1 N 0 4 A\n", .places = {{"k1", {"gone.cbl:1:1", "b.cpy:2:1"}}}, .files = {"gone.cbl", "b.cpy"}});
+  host.add({.id = "A",
+            .constructs = "k1 N 0 4 A\n",
+            .places = {{"k1", {"gone.cbl:1:1", "b.cpy:2:1"}}},
+            .files = {"gone.cbl", "b.cpy"}});
   host.setOption(kNeighbourhood, "0");
   host.run();
   host.choose("mnuFileReportType", 5);
@@ -130,7 +157,9 @@ TEST_F(AffectedCode, WithoutItsStyleFileThereIsNoHalfReport) {
   EXPECT_TRUE(host.window().Enabled() && !host.window().pbProgress.Visible());
 }
 
-TEST(EscapeHtml, ReplacesInOrder) { EXPECT_EQ(tarnsift::EscapeHtml("&lt;<>\"'&"), "&amp;lt;&lt;&gt;&quot;&rsquo;&amp;"); }
+TEST(EscapeHtml, ReplacesInOrder) {
+  EXPECT_EQ(tarnsift::EscapeHtml("&lt;<>\"'&"), "&amp;lt;&lt;&gt;&quot;&rsquo;&amp;");
+}
 
 } // namespace
 } // namespace tarnsift_test

@@ -16,7 +16,9 @@ class DatanameReport : public ::testing::Test {
   DatanameReport() {
     host.add({.id = "A",
               .constructs = "k1 CUST-NO 0 4 W first\n k2 CUST-KEY 4 6 A\n k3 CUST-NAME 4 6 -\n k4 ZIP 4 6 C <done>\n",
-              .places = {{"k1", {"Sources\\A.cbl:42:8"}}, {"k2", {"Sources\\A.cbl:1234567:12"}}, {"k4", {"Sources\\ZIP.cpy:1:1000000"}}}});
+              .places = {{"k1", {"Sources\\A.cbl:42:8"}},
+                         {"k2", {"Sources\\A.cbl:1234567:12"}},
+                         {"k4", {"Sources\\ZIP.cpy:1:1000000"}}}});
     host.add({.id = "B", .constructs = "k1 TOTAL 0 4 A sum\n", .places = {{"k1", {"Sources\\B.cbl:7:9"}}}});
     host.add({.id = "C", .constructs = "k1 OTHER 0 4 -\n", .places = {{"k1", {"Sources\\C.cbl:7:9"}}}});
     host.run();
@@ -36,39 +38,49 @@ class DatanameReport : public ::testing::Test {
 };
 
 TEST_F(DatanameReport, AffectedNames) {
-  EXPECT_EQ(report(1), "BeginReport " + kHead + kTail + "Affected Datanames|\n"
-                       "{ Program=A; Dataname=CUST-KEY; Comment=; File=Sources\\A.cbl [1234567,000012]; }\n"
-                       "{ Program=B; Dataname=TOTAL; Comment=sum; File=Sources\\B.cbl [000007,000009]; }\n" + kEnd);
+  EXPECT_EQ(report(1), "BeginReport " + kHead + kTail +
+                           "Affected Datanames|\n"
+                           "{ Program=A; Dataname=CUST-KEY; Comment=; File=Sources\\A.cbl [1234567,000012]; }\n"
+                           "{ Program=B; Dataname=TOTAL; Comment=sum; File=Sources\\B.cbl [000007,000009]; }\n" +
+                           kEnd);
   EXPECT_EQ(storesOpened(), "store A as COBOL-store\nstore B as COBOL-store\n");
 }
 
 TEST_F(DatanameReport, PossibleNamesAreThoseOfAllListsWithTheirStatus) {
-  EXPECT_EQ(report(2), "BeginReport " + kHead + "<Status CAPTION=\"Status\"/>" + kTail + "Possible Datanames|\n"
-                       "{ Program=A; Dataname=CUST-NO; Comment=first; File=Sources\\A.cbl [000042,000008]; Status=Working; }\n"
-                       "{ Program=A; Dataname=CUST-KEY; Comment=; File=Sources\\A.cbl [1234567,000012]; Status=Affected; }\n"
-                       "{ Program=A; Dataname=ZIP; Comment=<done>; File=Sources\\ZIP.cpy [000001,1000000]; Status=Clean; }\n"
-                       "{ Program=B; Dataname=TOTAL; Comment=sum; File=Sources\\B.cbl [000007,000009]; Status=Affected; }\n" + kEnd);
+  EXPECT_EQ(report(2),
+            "BeginReport " + kHead + "<Status CAPTION=\"Status\"/>" + kTail +
+                "Possible Datanames|\n"
+                "{ Program=A; Dataname=CUST-NO; Comment=first; File=Sources\\A.cbl [000042,000008]; Status=Working; }\n"
+                "{ Program=A; Dataname=CUST-KEY; Comment=; File=Sources\\A.cbl [1234567,000012]; Status=Affected; }\n"
+                "{ Program=A; Dataname=ZIP; Comment=<done>; File=Sources\\ZIP.cpy [000001,1000000]; Status=Clean; }\n"
+                "{ Program=B; Dataname=TOTAL; Comment=sum; File=Sources\\B.cbl [000007,000009]; Status=Affected; }\n" +
+                kEnd);
   EXPECT_EQ(storesOpened(), "store A as COBOL-store\nstore B as COBOL-store\n");
 }
 
 TEST_F(DatanameReport, CleanNamesOfAllProgramsSelectedOrNot) {
   host.window().ApplySelected = true;
   host.window().lvPrograms.selectAll(false);
-  EXPECT_EQ(report(3), "BeginReport " + kHead + kTail + "Clean Datanames|\n"
-                       "{ Program=A; Dataname=ZIP; Comment=<done>; File=Sources\\ZIP.cpy [000001,1000000]; }\n" + kEnd);
+  EXPECT_EQ(report(3), "BeginReport " + kHead + kTail +
+                           "Clean Datanames|\n"
+                           "{ Program=A; Dataname=ZIP; Comment=<done>; File=Sources\\ZIP.cpy [000001,1000000]; }\n" +
+                           kEnd);
   EXPECT_EQ(storesOpened(), "store A as COBOL-store\n");
 }
 
 // The counts on the screen rule, not the database.
 TEST_F(DatanameReport, AProgramWithoutACountIsNotOpened) {
-  for (const char* id : {"A", "B"}) host.window().lvPrograms.ListItems.Item(id).setSubItems(2, "         0");
+  for (const char* id : {"A", "B"})
+    host.window().lvPrograms.ListItems.Item(id).setSubItems(2, "         0");
   std::string steps;
   host.window().Changed.connect([&] {
     const auto& caption = host.window().Caption;
     if (const auto at = caption.find(")  - "); at != std::string::npos) steps += caption.substr(at + 5) + " ";
   });
   std::string band;
-  host.screen.onPendingEvents = [&] { band = host.window().cbCoolBar.band("Progress").Caption + " " + std::to_string(host.window().pbProgress.Max); };
+  host.screen.onPendingEvents = [&] {
+    band = host.window().cbCoolBar.band("Progress").Caption + " " + std::to_string(host.window().pbProgress.Max);
+  };
   EXPECT_EQ(report(1), "BeginReport " + kHead + kTail + "Affected Datanames|\n" + kEnd);
   host.window().Changed.clear();
   EXPECT_EQ(storesOpened(), "");
@@ -86,8 +98,10 @@ TEST_F(DatanameReport, NamesOutsideTheAnalysisAreLeftOutAndLogged) {
 
 TEST_F(DatanameReport, AProgramThatCannotBeOpenedLeavesTheReportInOrder) {
   host.brokenStores = {"A"};
-  EXPECT_EQ(report(1), "BeginReport " + kHead + kTail + "Affected Datanames|\n"
-                       "{ Program=B; Dataname=TOTAL; Comment=sum; File=Sources\\B.cbl [000007,000009]; }\n" + kEnd);
+  EXPECT_EQ(report(1), "BeginReport " + kHead + kTail +
+                           "Affected Datanames|\n"
+                           "{ Program=B; Dataname=TOTAL; Comment=sum; File=Sources\\B.cbl [000007,000009]; }\n" +
+                           kEnd);
   EXPECT_EQ(host.activity, "A: not whole in the report: A is broken\n");
   EXPECT_TRUE(host.window().Enabled());
 }

@@ -17,7 +17,9 @@ class Filter : public ::testing::Test {
   /// One name in no list and one in each, in two programs; the first is on the screen.
   Filter() {
     for (const char* id : {"A", "B"})
-      host.add({.id = id, .constructs = "k0 CUST-0 0 4 -\n k1 CUST-1 0 4 W w\n k2 CUST-2 0 4 A a\n k3 CUST-3 0 4 C c\n k4 ZIP 0 4 W z\n"});
+      host.add({.id = id,
+                .constructs =
+                    "k0 CUST-0 0 4 -\n k1 CUST-1 0 4 W w\n k2 CUST-2 0 4 A a\n k3 CUST-3 0 4 C c\n k4 ZIP 0 4 W z\n"});
   }
   /// The state after Apply Filter to the target, with the messages in front.
   std::string filter(int target) {
@@ -49,7 +51,8 @@ TEST_F(Filter, AMatchIsPlacedByTheRule) {
   };
   for (const auto& [target, overriding, state] : kRules) {
     FakeHost fresh;
-    for (const Program& program : host.programs) fresh.add(program);
+    for (const Program& program : host.programs)
+      fresh.add(program);
     fresh.setOption(kOverride, overriding);
     std::vector<std::string> matches = {"k0", "k1", "k2", "k3"};
     if (overriding == std::string("true")) std::erase(matches, "k" + std::to_string(target + 1));
@@ -74,20 +77,13 @@ TEST_F(Filter, AMatchThatStandsInTheTargetGetsTheNoteInTheDatabaseOnly) {
   EXPECT_NE(host.entries().find("k1 CUST-1: w\n"), std::string::npos);
 }
 
-TEST_F(Filter, DeletingWhatIsInNoListChangesNothing) {
-  host.setOption(kOverride, "true");
-  host.search.matches = {{"A", {"k0"}}};
-  host.run();
-  const std::string before = host.state();
-  EXPECT_EQ(filter(3), kUnchanged + before);
-}
-
 TEST_F(Filter, RefreshEmptiesTheTargetOfProgramsWithNewMatches) {
   host.setOption(kRefresh, "true");
   host.search.matches = {{"A", {"k1", "k0"}}, {"B", {"k0"}}};
   host.search.newCounts = {{"B", "0"}};
   host.run();
-  EXPECT_EQ(filter(0), "A 2 1 1\n  W k0 CUST-0: matches 'Names:CUST*' search criteria\n  W k1 CUST-1: matches 'Names:CUST*' search criteria\n"
+  EXPECT_EQ(filter(0), "A 2 1 1\n  W k0 CUST-0: matches 'Names:CUST*' search criteria\n  W k1 CUST-1: matches "
+                       "'Names:CUST*' search criteria\n"
                        "  A k2 CUST-2: a\n  C k3 CUST-3: c\n"
                        "B 2 1 1\n  W k1 CUST-1: w\n  W k4 ZIP: z\n  A k2 CUST-2: a\n  C k3 CUST-3: c\n");
   const auto gone = host.database("A")->OpenRecordset("select P_Classification from Constructs where KVID = 'k4'");
@@ -123,7 +119,11 @@ TEST_F(Filter, NothingFoundIsTold) {
       {"no new match", {{"A", {"k0"}}}, {{"A", "0"}}, "COBOL", ""},
       {"no count", {{"A", {"k0"}}}, {{"A", "-"}}, "COBOL", ""},
       {"another model", {{"A", {"k0"}}}, {}, "PL/I", ""},
-      {"a key outside the table", {{"A", {"k99"}}}, {}, "COBOL", "store A as COBOL-store\nmatch list Tarnsift of P '' in A\n"},
+      {"a key outside the table",
+       {{"A", {"k99"}}},
+       {},
+       "COBOL",
+       "store A as COBOL-store\nmatch list Tarnsift of P '' in A\n"},
       {"a program outside the project", {{"Z", {"k0"}}}, {}, "COBOL", ""},
   };
   for (const auto& c : kCases) {
@@ -145,7 +145,8 @@ TEST_F(Filter, TheSearchHostIsArmedAndDisarmed) {
     host.takeLog();
     host.search.result = result;
     host.choose("mnuFileSearchTo", 1);
-    EXPECT_EQ(host.takeLog(), "scope ''\ndefault Names:CUST*\nglobal\nfind COBOL Tarnsift false ''\nscope ''\nnot global\n");
+    EXPECT_EQ(host.takeLog(),
+              "scope ''\ndefault Names:CUST*\nglobal\nfind COBOL Tarnsift false ''\nscope ''\nnot global\n");
     EXPECT_THAT(host.messages(), ElementsAre()) << "nothing to merge is not told";
   }
 }
@@ -156,10 +157,13 @@ TEST_F(Filter, ACriterionOfAnotherNameIsRememberedAtOnce) {
   host.search = {.used = "Use:Unused", .result = false};
   host.choose("mnuFileSearchTo", 1);
   EXPECT_TRUE(host.log.ends_with("not global\noptions saved\n")) << host.log;
-  EXPECT_EQ(host.options.selectSingleNode("//TEXT[@NAME='DefaultSearchName']").getAttribute("VALUE").asText(), "Use:Unused");
+  EXPECT_EQ(host.options.selectSingleNode("//TEXT[@NAME='DefaultSearchName']").getAttribute("VALUE").asText(),
+            "Use:Unused");
   host.takeLog();
   host.choose("mnuFileSearchTo", 1);
-  EXPECT_EQ(host.takeLog(), "scope ''\ndefault Use:Unused\nglobal\nfind COBOL Tarnsift false ''\nscope ''\nnot global\n") << "saved once";
+  EXPECT_EQ(host.takeLog(),
+            "scope ''\ndefault Use:Unused\nglobal\nfind COBOL Tarnsift false ''\nscope ''\nnot global\n")
+      << "saved once";
   // The dialog's value takes effect at the next start.
   host.setOption("//TEXT[@NAME='DefaultSearchName']", "Use:Read");
   window.ProjectOptions->FLO_Saved.raise();
@@ -216,7 +220,9 @@ TEST_F(Filter, TheNoteNamesTheCriterionInAtMostFortyCharacters) {
     fresh.search = {.used = used, .matches = {{"A", {"k0"}}}};
     fresh.run();
     fresh.choose("mnuFileSearchTo", 1);
-    EXPECT_NE(fresh.state().find("A k0 CUST-0: matches '" + shown + "' search criteria\n"), std::string::npos) << used << "\n" << fresh.state();
+    EXPECT_NE(fresh.state().find("A k0 CUST-0: matches '" + shown + "' search criteria\n"), std::string::npos)
+        << used << "\n"
+        << fresh.state();
   }
 }
 
@@ -231,7 +237,8 @@ TEST_F(Filter, AFailureInOneProgramLeavesTrueCountsAndAnAnsweringWindow) {
   EXPECT_TRUE(host.log.find("scope ''\nnot global\n") != std::string::npos) << host.log;
   EXPECT_TRUE(window.Enabled() && !window.pbProgress.Visible());
   host.brokenStores = {};
-  EXPECT_EQ(host.state(), "A 0 1 1\n  A k2 CUST-2: a\n  C k3 CUST-3: c\nB 2 1 1\n  W k1 CUST-1: w\n  W k4 ZIP: z\n  A k2 CUST-2: a\n  C k3 CUST-3: c\n");
+  EXPECT_EQ(host.state(), "A 0 1 1\n  A k2 CUST-2: a\n  C k3 CUST-3: c\nB 2 1 1\n  W k1 CUST-1: w\n  W k4 ZIP: z\n  A "
+                          "k2 CUST-2: a\n  C k3 CUST-3: c\n");
 }
 
 TEST_F(Filter, TheDropDownRunsTheSearchAfterItHasClosed) {
