@@ -20,7 +20,7 @@ class DatanameReport : public ::testing::Test {
                          {"k2", {"Sources\\A.cbl:1234567:12"}},
                          {"k4", {"Sources\\ZIP.cpy:1:1000000"}}}});
     host.add({.id = "B", .constructs = "k1 TOTAL 0 4 A sum\n", .places = {{"k1", {"Sources\\B.cbl:7:9"}}}});
-    host.add({.id = "C", .constructs = "k1 OTHER 0 4 -\n", .places = {{"k1", {"Sources\\C.cbl:7:9"}}}});
+    host.add({.id = "C", .constructs = "k1 OTHER 0 4 W\n", .places = {{"k1", {"Sources\\C.cbl:7:9"}}}});
     host.run();
     host.takeLog();
   }
@@ -53,9 +53,10 @@ TEST_F(DatanameReport, PossibleNamesAreThoseOfAllListsWithTheirStatus) {
                 "{ Program=A; Dataname=CUST-NO; Comment=first; File=Sources\\A.cbl [000042,000008]; Status=Working; }\n"
                 "{ Program=A; Dataname=CUST-KEY; Comment=; File=Sources\\A.cbl [1234567,000012]; Status=Affected; }\n"
                 "{ Program=A; Dataname=ZIP; Comment=<done>; File=Sources\\ZIP.cpy [000001,1000000]; Status=Clean; }\n"
-                "{ Program=B; Dataname=TOTAL; Comment=sum; File=Sources\\B.cbl [000007,000009]; Status=Affected; }\n" +
+                "{ Program=B; Dataname=TOTAL; Comment=sum; File=Sources\\B.cbl [000007,000009]; Status=Affected; }\n"
+                "{ Program=C; Dataname=OTHER; Comment=; File=Sources\\C.cbl [000007,000009]; Status=Working; }\n" +
                 kEnd);
-  EXPECT_EQ(storesOpened(), "store A as COBOL-store\nstore B as COBOL-store\n");
+  EXPECT_EQ(storesOpened(), "store A as COBOL-store\nstore B as COBOL-store\nstore C as COBOL-store\n");
 }
 
 TEST_F(DatanameReport, CleanNamesOfAllProgramsSelectedOrNot) {
