@@ -25,7 +25,8 @@ constexpr const char* kOptions = R"(<OPTIONS><CASE ID="Tarnsift">
   <GROUP NAME="AffectedCodeReport"><NUMBER NAME="NeighbourhoodSize" VALUE="1"/><BOOL NAME="ShowUnused" VALUE="false"/></GROUP>
 </CASE></OPTIONS>)";
 
-constexpr const char* kGlobalOptions = R"(<OPTIONS><CASE ID="Kelvane"><LIST NAME="Components"><CASE NAME="KVSource" CAPTION="COBOL source"/></LIST></CASE></OPTIONS>)";
+constexpr const char* kGlobalOptions =
+    R"(<OPTIONS><CASE ID="Kelvane"><LIST NAME="Components"><CASE NAME="KVSource" CAPTION="COBOL source"/></LIST></CASE></OPTIONS>)";
 
 constexpr std::string_view kListLetters = "WAC";
 
@@ -44,9 +45,11 @@ FakeHost::FakeHost(std::string project) : projectName(std::move(project)), proje
   platform::setScreen(&screen);
   options = platform::Document::loadText(kOptions);
   globalOptions = platform::Document::loadText(kGlobalOptions);
-  for (const char* folder : {"Projects", "Analysis", "Product", "Sources"}) platform::createFolder(path(folder));
+  for (const char* folder : {"Projects", "Analysis", "Product", "Sources"})
+    platform::createFolder(path(folder));
   platform::createFolder(path("Projects/" + projectName));
-  writeFile("Product/AffectedCodeRM.xsl", "<style no='$$Line No.$$' at='$$Report generated at$$' again='$$Line No.$$'/>");
+  writeFile("Product/AffectedCodeRM.xsl",
+            "<style no='$$Line No.$$' at='$$Report generated at$$' again='$$Line No.$$'/>");
   m_frontend = registerFakeObjects(*this);
 }
 
@@ -71,9 +74,14 @@ void FakeHost::addWithColumns(const Program& program, const std::string& status,
   writeFile("Analysis/" + program.id + ".kva", "");
   platform::DatabaseBuilder builder(path("Analysis/" + program.id + ".mdb"));
   platform::Database& database = builder.database();
-  database.createTable("Constructs", {{"KVID", ColumnKind::key}, {"Name", ColumnKind::text}, {"Offset", ColumnKind::integer},
-                                      {"Size", ColumnKind::integer}, {status, ColumnKind::integer}, {classification, ColumnKind::text}});
-  database.createTable("Relationships", {{"KVID1", ColumnKind::key}, {"KVID2", ColumnKind::key}, {"RelID", ColumnKind::key}});
+  database.createTable("Constructs", {{"KVID", ColumnKind::key},
+                                      {"Name", ColumnKind::text},
+                                      {"Offset", ColumnKind::integer},
+                                      {"Size", ColumnKind::integer},
+                                      {status, ColumnKind::integer},
+                                      {classification, ColumnKind::text}});
+  database.createTable("Relationships",
+                       {{"KVID1", ColumnKind::key}, {"KVID2", ColumnKind::key}, {"RelID", ColumnKind::key}});
   {
     platform::Insertion rows(database, "Constructs", {"KVID", "Name", "Offset", "Size", status, classification});
     std::istringstream lines(program.constructs);
@@ -85,7 +93,8 @@ void FakeHost::addWithColumns(const Program& program, const std::string& status,
     }
     platform::Insertion relations(database, "Relationships", {"KVID1", "RelID", "KVID2"});
     std::istringstream pairs(program.relations);
-    for (std::string from, kind, to; pairs >> from >> kind >> to;) relations.row(from, kind, to);
+    for (std::string from, kind, to; pairs >> from >> kind >> to;)
+      relations.row(from, kind, to);
   }
   database.Execute("create index ID on Constructs(KVID)");
   builder.finish();
@@ -105,7 +114,9 @@ long FakeHost::run() {
   return engine->Run(m_frontend, "any", Value());
 }
 
-bool FakeHost::close() { return window().unload(); }
+bool FakeHost::close() {
+  return window().unload();
+}
 
 void FakeHost::click(const std::string& program) {
   window().lvPrograms.selectAll(false);
@@ -116,12 +127,12 @@ void FakeHost::click(const std::string& program) {
 std::string FakeHost::rowsOf(const std::string& program) {
   const std::string& status = tarnsift::globals().StatusColumn;
   const std::string& classification = tarnsift::globals().ClassificationColumn;
-  const auto rows = database(program)->OpenRecordset("select * from Constructs where " + status + " is not null order by " +
-                                                     status + ", KVID");
+  const auto rows = database(program)->OpenRecordset("select * from Constructs where " + status +
+                                                     " is not null order by " + status + ", KVID");
   std::string text;
   for (; !rows->Eof(); rows->MoveNext())
-    text += lineOf(kListLetters.at(static_cast<std::size_t>(rows->Field(status).asInteger())), rows->Field("KVID").asText(), rows->Field("Name").asText(),
-                   rows->Field(classification).asText());
+    text += lineOf(kListLetters.at(static_cast<std::size_t>(rows->Field(status).asInteger())),
+                   rows->Field("KVID").asText(), rows->Field("Name").asText(), rows->Field(classification).asText());
   return text;
 }
 
@@ -144,7 +155,8 @@ std::string FakeHost::counts() {
   for (std::size_t i = 1; i <= view.ListItems.Count(); ++i) {
     const platform::ListItem& row = view.ListItems.Item(i);
     text += row.Text;
-    for (std::size_t list = 1; list <= 3; ++list) text += " " + std::string(platform::trimmed(row.SubItems(list)));
+    for (std::size_t list = 1; list <= 3; ++list)
+      text += " " + std::string(platform::trimmed(row.SubItems(list)));
     text += "\n";
   }
   return text;
@@ -160,7 +172,8 @@ std::string FakeHost::state() {
     std::string line = row.Text;
     for (const char letter : {'W', 'A', 'C'}) {
       std::size_t count = 0;
-      for (std::size_t at = 0; (at = rows.find(std::string("  ") + letter + " ", at)) != std::string::npos; ++at) ++count;
+      for (std::size_t at = 0; (at = rows.find(std::string("  ") + letter + " ", at)) != std::string::npos; ++at)
+        ++count;
       line += " " + std::to_string(count);
     }
     counted += line + "\n";

@@ -14,8 +14,8 @@
 #include "tarnsift/session/host.hpp"
 #include "tarnsift/workbench/frmMain.hpp"
 
-/// A host in memory round the real window: programs with real databases and sources in a temporary base folder, and a script
-/// for everything that an analyst or another component would answer.
+/// A host in memory round the real window: programs with real databases and sources in a temporary base folder, and a
+/// script for everything that an analyst or another component would answer.
 namespace tarnsift_test {
 
 using platform::Ref;
@@ -24,15 +24,17 @@ using platform::Value;
 /// One program of the fake repository.
 struct Program {
   std::string id; ///< also its name, and the stem of its files
-  /// A row a line: KVID NAME OFFSET+SIZE LIST COMMENT; LIST is W, A, C or -, COMMENT is the rest of the line, none is Null.
+  /// A row a line: KVID NAME OFFSET+SIZE LIST COMMENT; LIST is W, A, C or -, COMMENT is the rest of the line, none is
+  /// Null.
   std::string constructs;
   std::string relations = ""; ///< a row a line: KVID1 RELID KVID2
-  /// By KVID its declaration and then its usages, each FILE:LINE:COLUMN. A construct without a place is not in the analysis.
+  /// By KVID its declaration and then its usages, each FILE:LINE:COLUMN. A construct without a place is not in the
+  /// analysis.
   std::map<std::string, std::vector<std::string>> places = {};
   std::vector<std::string> files = {}; ///< relative to the base folder, in the store's order
   std::string type = "COBOL";
   bool dataRelations = true;
-  Value modified = {};                 ///< microseconds since 1970
+  Value modified = {}; ///< microseconds since 1970
   std::set<std::string> projects = {"P"};
 };
 
@@ -40,8 +42,8 @@ struct Program {
 struct Search {
   std::string used = "Names:CUST*"; ///< criterion
   Value result = true;
-  std::map<std::string, std::vector<std::string>> matches = {};  ///< KVIDs by program
-  std::map<std::string, std::string> newCounts = {};             ///< instead of the number of the matches; "-" no attribute
+  std::map<std::string, std::vector<std::string>> matches = {}; ///< KVIDs by program
+  std::map<std::string, std::string> newCounts = {}; ///< instead of the number of the matches; "-" no attribute
   std::string modelName = "COBOL";
 };
 
@@ -94,9 +96,9 @@ class FakeHost {
   std::set<std::string> brokenStores;          ///< programs whose analysis cannot be opened
   std::map<std::string, std::string> captions; ///< of panes
   std::string activePane;
-  std::string log;       ///< calls of the host by the component, a line each
-  std::string report;    ///< calls of ReportWriter
-  std::string activity;  ///< lines of the activity log
+  std::string log;      ///< calls of the host by the component, a line each
+  std::string report;   ///< calls of ReportWriter
+  std::string activity; ///< lines of the activity log
   bool logVisible = true;
   bool logMinimized = false;
   int storesOpen = 0;
@@ -106,6 +108,12 @@ class FakeHost {
  private:
   Ref<platform::Object> m_frontend;
 };
+
+/// Captions of the tab ByName and its criterion Level. The component reads the file once in the life of the process, so
+/// all tests that write one write this.
+inline constexpr const char* kCaptionFile =
+    "<search><tab name='ByName' caption='By name'><criterion name='Level' caption='level number'/>"
+    "<criterion name='Bare'/><criterion name='Empty' caption=''/></tab></search>";
 
 /// The host objects over one FakeHost; registers all global ones and gives the front end.
 Ref<platform::Object> registerFakeObjects(FakeHost& host);

@@ -12,7 +12,16 @@ using tarnsift::StoreConstruct;
 
 constexpr std::int64_t kProgramCode = 4;
 
-std::string backslashed(std::string path) { return platform::replaceAll(std::move(path), "/", "\\"); }
+/// A host object whose answers all come from the fake host.
+template<typename Interface>
+struct OfHost : Interface {
+  explicit OfHost(FakeHost& host) : m_host(host) {}
+  FakeHost& m_host;
+};
+
+std::string backslashed(std::string path) {
+  return platform::replaceAll(std::move(path), "/", "\\");
+}
 
 const Program* programOf(const FakeHost& host, const std::string& id) {
   for (const Program& program : host.programs)
@@ -20,8 +29,7 @@ const Program* programOf(const FakeHost& host, const std::string& id) {
   return nullptr;
 }
 
-class Type : public tarnsift::RepositoryType {
- public:
+struct Type : tarnsift::RepositoryType {
   Type(std::string name, std::int64_t flags) : m_name(std::move(name)), m_flags(flags) {}
   std::string Name() override { return m_name; }
   std::int64_t Flags() override { return m_flags; }
@@ -29,15 +37,14 @@ class Type : public tarnsift::RepositoryType {
   bool AttributeDefinition(const std::string&) override { return true; }
   std::string StoreClass() override { return m_name + "-store"; }
 
- private:
   std::string m_name;
   std::int64_t m_flags;
 };
 
-class Item : public tarnsift::RepositoryObject {
- public:
+struct Item : tarnsift::RepositoryObject {
   Item(std::string id, std::string type, std::map<std::string, Value> attributes, std::set<std::string> projects)
-      : m_id(std::move(id)), m_type(std::move(type)), m_attributes(std::move(attributes)), m_projects(std::move(projects)) {}
+      : m_id(std::move(id)), m_type(std::move(type)), m_attributes(std::move(attributes)),
+        m_projects(std::move(projects)) {}
   std::string Id() override { return m_id; }
   Ref<tarnsift::RepositoryType> Type() override { return new tarnsift_test::Type(m_type, 0); }
   std::string DisplayName() override { return m_id; }
@@ -48,14 +55,15 @@ class Item : public tarnsift::RepositoryObject {
   void SetAttribute(const std::string& name, const Value& value) override { m_attributes[name] = value; }
   void CommitUpdate() override {}
 
- private:
   std::string m_id, m_type;
   std::map<std::string, Value> m_attributes;
   std::set<std::string> m_projects;
 };
 
 // The id of a project is its name.
-Ref<tarnsift::RepositoryObject> folder(const std::string& name) { return new Item(name, "FOLDER", {{"Name", name}}, {}); }
+Ref<tarnsift::RepositoryObject> folder(const std::string& name) {
+  return new Item(name, "FOLDER", {{"Name", name}}, {});
+}
 
 Ref<tarnsift::RepositoryObject> object(const Program& program) {
   return new Item(program.id, program.type,
@@ -66,35 +74,34 @@ Ref<tarnsift::RepositoryObject> object(const Program& program) {
                   program.projects);
 }
 
-class Cursor : public tarnsift::RepositoryCursor {
- public:
+struct Cursor : tarnsift::RepositoryCursor {
   explicit Cursor(std::vector<Ref<tarnsift::RepositoryObject>> objects) : m_objects(std::move(objects)) {}
   bool AtEnd() override { return m_at == m_objects.size(); }
   Ref<tarnsift::RepositoryObject> Current() override { return m_objects.at(m_at); }
   void MoveNext() override { ++m_at; }
   std::size_t Count() override { return m_objects.size(); }
 
- private:
   std::vector<Ref<tarnsift::RepositoryObject>> m_objects;
   std::size_t m_at = 0;
 };
 
-class Schema : public tarnsift::RepositorySchema {
- public:
+struct Schema : tarnsift::RepositorySchema {
   std::vector<Ref<tarnsift::RepositoryType>> ObjectTypes() override {
-    return {new Type("FOLDER", 1), new Type("COBOL", kProgramCode | 1), new Type("COPYBOOK", 2), new Type("ASM", kProgramCode)};
+    return {new Type("FOLDER", 1), new Type("COBOL", kProgramCode | 1), new Type("COPYBOOK", 2),
+            new Type("ASM", kProgramCode)};
   }
   std::int64_t TypeFlags(const std::string& name) override { return name == "PROGRAMCODE" ? kProgramCode : 0; }
 };
 
-class FakeRepository : public tarnsift::Repository {
- public:
-  explicit FakeRepository(FakeHost& host) : m_host(host) {}
+struct FakeRepository : OfHost<tarnsift::Repository> {
+  using OfHost::OfHost;
   Ref<tarnsift::RepositorySchema> Schema() override { return new tarnsift_test::Schema; }
-  Ref<tarnsift::RepositoryCursor> SelectObjects(const std::string& type, const std::string& parentId, const std::string&) override {
+  Ref<tarnsift::RepositoryCursor> SelectObjects(const std::string& type, const std::string& parentId,
+                                                const std::string&) override {
     std::vector<Ref<tarnsift::RepositoryObject>> found;
     if (type == "FOLDER")
-      for (const auto& name : m_host.projects) found.push_back(folder(name));
+      for (const auto& name : m_host.projects)
+        found.push_back(folder(name));
     for (const Program& program : m_host.programs)
       if (program.type == type && program.projects.contains(parentId)) found.push_back(object(program));
     return new Cursor(found);
@@ -103,27 +110,26 @@ class FakeRepository : public tarnsift::Repository {
     const Program* program = programOf(m_host, id);
     return program ? object(*program) : nullptr;
   }
-  Ref<tarnsift::RepositoryObject> FindByName(const std::string&, const std::string& name, int) override { return folder(name); }
+  Ref<tarnsift::RepositoryObject> FindByName(const std::string&, const std::string& name, int) override {
+    return folder(name);
+  }
   std::string FilePath() override { return {}; }
-
- private:
-  FakeHost& m_host;
 };
 
-class Access : public tarnsift::RepositoryAccess {
- public:
+struct Access : tarnsift::RepositoryAccess {
   explicit Access(FakeHost& host) : m_repository(new FakeRepository(host)) {}
   Ref<tarnsift::Repository> Repository() override { return m_repository; }
-  std::string StoreClassOf(const std::string& id) override { return m_repository->ObjectById(id)->Type()->StoreClass(); }
+  std::string StoreClassOf(const std::string& id) override {
+    return m_repository->ObjectById(id)->Type()->StoreClass();
+  }
 
- private:
   Ref<tarnsift::Repository> m_repository;
 };
 
 // A construct or a usage, from its places: FILE:LINE:COLUMN.
-class Construct : public StoreConstruct {
- public:
-  explicit Construct(std::vector<std::string> places) : m_at(platform::splitAt(places.at(0), ':')), m_usages(places.begin() + 1, places.end()) {}
+struct Construct : StoreConstruct {
+  explicit Construct(std::vector<std::string> places)
+      : m_at(platform::splitAt(places.at(0), ':')), m_usages(places.begin() + 1, places.end()) {}
   std::string FileId() override { return "id of " + FileName(); }
   std::string FileName() override { return m_at.at(0); }
   std::int64_t Line() override { return std::stoll(m_at.at(1)); }
@@ -131,20 +137,17 @@ class Construct : public StoreConstruct {
   Ref<tarnsift::InstanceCursor> Related(const std::string& relation) override;
   std::string ColumnText(const std::string& column) override { return column; }
 
- private:
   std::vector<std::string> m_at;
   std::vector<std::string> m_usages;
 };
 
-class Usages : public tarnsift::InstanceCursor {
- public:
+struct Usages : tarnsift::InstanceCursor {
   explicit Usages(std::vector<std::string> places) : m_places(std::move(places)) {}
   bool AtEnd() override { return m_at == m_places.size(); }
   Ref<StoreConstruct> Current() override { return new Construct({m_places.at(m_at)}); }
   void MoveNext() override { ++m_at; }
   std::size_t Count() override { return m_places.size(); }
 
- private:
   std::vector<std::string> m_places;
   std::size_t m_at = 0;
 };
@@ -154,52 +157,52 @@ Ref<tarnsift::InstanceCursor> Construct::Related(const std::string& relation) {
   return new Usages(m_usages);
 }
 
-class File : public tarnsift::SourceFile {
- public:
+struct File : tarnsift::SourceFile {
   explicit File(std::string path) : m_path(std::move(path)) {}
   std::string Id() override { return "id of " + m_path; }
   std::string Path() override { return m_path; }
 
- private:
   std::string m_path;
 };
 
-class Files : public tarnsift::SourceFiles {
- public:
+struct Files : tarnsift::SourceFiles {
   explicit Files(std::vector<std::string> paths) : m_paths(std::move(paths)) {}
   std::size_t Count() override { return m_paths.size(); }
   Ref<tarnsift::SourceFile> Item(std::size_t index) override { return new File(m_paths.at(index - 1)); }
 
- private:
   std::vector<std::string> m_paths;
 };
 
-class Model : public tarnsift::StoreModel {
- public:
+struct Model : tarnsift::StoreModel {
   std::string Name() override { return "COBOL"; }
   std::string ColumnType(const std::string&) override { return "String"; }
 };
 
-class Matches : public tarnsift::MatchList, public tarnsift::MatchLists {
- public:
-  Matches(FakeHost& host, std::string program) : m_host(host), m_program(std::move(program)) {}
-  Ref<tarnsift::MatchList> Open(const std::string& listName, const std::string& ownerName, const std::string& text) override {
-    m_host.log += "match list " + listName + " of " + ownerName + " '" + text + "' in " + m_program + "\n";
-    return this;
-  }
+struct Matches : tarnsift::MatchList {
+  explicit Matches(std::vector<std::string> keys) : m_keys(std::move(keys)) {}
   std::unique_ptr<platform::Recordset> OpenRecordset() override {
     std::vector<std::vector<Value>> rows;
-    for (const auto& kvid : m_host.search.matches[m_program]) rows.push_back({kvid});
+    for (const auto& key : m_keys)
+      rows.push_back({key});
     return platform::rowsRecordset({"KVID"}, std::move(rows));
   }
 
- private:
+  std::vector<std::string> m_keys;
+};
+
+struct Lists : tarnsift::MatchLists {
+  Lists(FakeHost& host, std::string program) : m_host(host), m_program(std::move(program)) {}
+  Ref<tarnsift::MatchList> Open(const std::string& listName, const std::string& ownerName,
+                                const std::string& text) override {
+    m_host.log += "match list " + listName + " of " + ownerName + " '" + text + "' in " + m_program + "\n";
+    return new Matches(m_host.search.matches[m_program]);
+  }
+
   FakeHost& m_host;
   std::string m_program;
 };
 
-class Store : public tarnsift::AnalysisStore {
- public:
+struct Store : tarnsift::AnalysisStore {
   Store(FakeHost& host, std::string program) : m_host(host), m_program(std::move(program)) { ++m_host.storesOpen; }
   std::shared_ptr<platform::Database> Database() override {
     if (!m_database) m_database = m_host.database(m_program);
@@ -214,21 +217,19 @@ class Store : public tarnsift::AnalysisStore {
   }
   Ref<tarnsift::SourceFiles> Files() override { return new tarnsift_test::Files(programOf(m_host, m_program)->files); }
   Ref<tarnsift::InstanceCursor> SelectByKind(const std::string&, const std::string&) override { return new Usages({}); }
-  Ref<tarnsift::MatchLists> MatchLists() override { return new Matches(m_host, m_program); }
+  Ref<tarnsift::MatchLists> MatchLists() override { return new Lists(m_host, m_program); }
   void Close() override {
     --m_host.storesOpen;
     m_database.reset();
   }
 
- private:
   FakeHost& m_host;
   std::string m_program;
   std::shared_ptr<platform::Database> m_database;
 };
 
-class Stores : public tarnsift::ProgramStore {
- public:
-  explicit Stores(FakeHost& host) : m_host(host) {}
+struct Stores : OfHost<tarnsift::ProgramStore> {
+  using OfHost::OfHost;
   Ref<tarnsift::AnalysisStore> Open(const std::string& path, const std::string& storeClass) override {
     for (const Program& program : m_host.programs) {
       if (path != m_host.path("Analysis/" + program.id + ".kva")) continue;
@@ -238,20 +239,17 @@ class Stores : public tarnsift::ProgramStore {
     }
     throw platform::FileError(path, "is no analysis");
   }
-
- private:
-  FakeHost& m_host;
 };
 
-class Searching : public tarnsift::SearchHost {
- public:
-  explicit Searching(FakeHost& host) : m_host(host) {}
+struct Searching : OfHost<tarnsift::SearchHost> {
+  using OfHost::OfHost;
   void setScopeList(const std::string& keys) override { m_host.log += "scope '" + keys + "'\n"; }
   void setDefaultSearchCriteriaName(const std::string& name) override { m_host.log += "default " + name + "\n"; }
   void setGlobalSearch(bool global) override { m_host.log += global ? "global\n" : "not global\n"; }
-  Value FindConstructs(const Ref<tarnsift::StoreModel>& model, const std::string& listName, tarnsift::KVWorkSpace&, bool flag,
-                       const std::string& text) override {
-    m_host.log += "find " + (model ? model->Name() : "without model") + " " + listName + (flag ? " true" : " false") + " '" + text + "'\n";
+  Value FindConstructs(const Ref<tarnsift::StoreModel>& model, const std::string& listName, tarnsift::KVWorkSpace&,
+                       bool flag, const std::string& text) override {
+    m_host.log += "find " + (model ? model->Name() : "without model") + " " + listName + (flag ? " true" : " false") +
+                  " '" + text + "'\n";
     return m_host.search.result;
   }
   std::string LastSearchCriteriaName() override { return m_host.search.used; }
@@ -264,13 +262,9 @@ class Searching : public tarnsift::SearchHost {
     }
     return platform::Document::loadText(text + "</MATCHES></MODEL></MODELS></RESULTS>");
   }
-
- private:
-  FakeHost& m_host;
 };
 
-class Workspace : public tarnsift::KVWorkSpace {
- public:
+struct Workspace : tarnsift::KVWorkSpace {
   explicit Workspace(FakeHost& host) : m_host(host) {}
   void RegisterObject(const std::string& text, const std::string& key, const Ref<Object>&) override {
     m_host.log += "object '" + text + "' " + key + "\n";
@@ -278,7 +272,9 @@ class Workspace : public tarnsift::KVWorkSpace {
   void RegisterControl(KVWorkSpace&, const std::string& key) override { m_host.log += "control " + key + "\n"; }
   void setOwnerForm(Object* form) override { m_owner = form; }
   Object* OwnerForm() override { return m_owner; }
-  void Notify(const std::string& target, const std::string& command, int&) override { m_host.log += "notify " + target + " " + command + "\n"; }
+  void Notify(const std::string& target, const std::string& command, int&) override {
+    m_host.log += "notify " + target + " " + command + "\n";
+  }
   void Close() override {
     m_host.log += "workspace closed\n";
     drop();
@@ -300,7 +296,6 @@ class Workspace : public tarnsift::KVWorkSpace {
   Ref<tarnsift::SourceFile> SourceFile() override { return {}; }
   Ref<tarnsift::SearchHost> SearchHost() override { return new Searching(m_host); }
 
- private:
   void drop() {
     if (m_store) m_store->Close();
     m_store = {};
@@ -313,21 +308,15 @@ class Workspace : public tarnsift::KVWorkSpace {
   Ref<tarnsift::AnalysisStore> m_store;
 };
 
-class Source : public tarnsift::KVSource {
- public:
-  explicit Source(FakeHost& host) : m_host(host) {}
+struct Source : OfHost<tarnsift::KVSource> {
+  using OfHost::OfHost;
   void Attach(tarnsift::KVWorkSpace&, const std::string& key, const std::string& caption) override {
     m_host.log += "source " + key + " '" + caption + "'\n";
   }
   void Detach() override { m_host.log += "source detached\n"; }
-
- private:
-  FakeHost& m_host;
 };
 
-
-class Pane : public tarnsift::SplitterPane {
- public:
+struct Pane : tarnsift::SplitterPane {
   Pane(FakeHost& host, std::string key) : m_host(host), m_key(std::move(key)) {}
   std::string Key() override { return m_key; }
   float Left() override { return 0; }
@@ -343,8 +332,8 @@ class Pane : public tarnsift::SplitterPane {
   void setPinned(bool) override {}
   void Split(int orientation, int kind, double size, const std::string& first, const std::string& second) override {
     std::ostringstream line;
-    line << "split " << (m_key.empty() ? "unnamed" : m_key) << " " << orientation << " " << kind << " " << size << " '" << first << "' '"
-         << second << "'\n";
+    line << "split " << (m_key.empty() ? "unnamed" : m_key) << " " << orientation << " " << kind << " " << size << " '"
+         << first << "' '" << second << "'\n";
     m_host.log += line.str();
     m_children[0] = std::make_unique<Pane>(m_host, first);
     m_children[1] = std::make_unique<Pane>(m_host, second);
@@ -357,15 +346,13 @@ class Pane : public tarnsift::SplitterPane {
     return nullptr;
   }
 
- private:
   FakeHost& m_host;
   std::string m_key;
   bool m_visible = false;
   std::unique_ptr<Pane> m_children[2];
 };
 
-class PaneTree : public tarnsift::Splitter {
- public:
+struct PaneTree : tarnsift::Splitter {
   explicit PaneTree(FakeHost& host) : m_host(host), m_root(host, "root") {}
   tarnsift::SplitterPane& RootPane() override { return m_root; }
   tarnsift::SplitterPane& Panes(const std::string& key) override {
@@ -387,13 +374,11 @@ class PaneTree : public tarnsift::Splitter {
   }
   void Release() override { m_host.log += "splitter released\n"; }
 
- private:
   FakeHost& m_host;
   Pane m_root;
 };
 
-class Options : public tarnsift::ProjectOptions {
- public:
+struct Options : tarnsift::ProjectOptions {
   Options(FakeHost& host, platform::Document document) : m_host(host), m_document(std::move(document)) {}
   platform::Document Document() override { return m_document; }
   void ShowDialog(const std::string& path, platform::Form&, const std::string&, int, int, bool& result) override {
@@ -403,45 +388,41 @@ class Options : public tarnsift::ProjectOptions {
   }
   void Save() override { m_host.log += "options saved\n"; }
 
- private:
   FakeHost& m_host;
   platform::Document m_document;
 };
 
-class Log : public tarnsift::ActivityLog {
- public:
-  explicit Log(FakeHost& host) : m_host(host) {}
-  void Attach(const Ref<Object>& object) override { m_host.log += object ? "log attached to an object\n" : "log attached\n"; }
+struct Log : OfHost<tarnsift::ActivityLog> {
+  using OfHost::OfHost;
+  void Attach(const Ref<Object>& object) override {
+    m_host.log += object ? "log attached to an object\n" : "log attached\n";
+  }
   bool Visible() override { return m_host.logVisible; }
   void setVisible(bool visible) override { m_host.logVisible = visible; }
   bool Minimized() override { return m_host.logMinimized; }
   void setMinimized(bool minimized) override { m_host.logMinimized = minimized; }
   void Write(const std::string& line) override { m_host.activity += line + "\n"; }
-
- private:
-  FakeHost& m_host;
 };
 
-class Reports : public tarnsift::ReportWriter {
- public:
-  explicit Reports(FakeHost& host) : m_host(host) {}
-  void setOutputFolder(const std::string& path) override { m_host.log += "reports to " + backslashed(path.substr(m_host.base.path().size())) + "\n"; }
+struct Reports : OfHost<tarnsift::ReportWriter> {
+  using OfHost::OfHost;
+  void setOutputFolder(const std::string& path) override {
+    m_host.log += "reports to " + backslashed(path.substr(m_host.base.path().size())) + "\n";
+  }
   void BeginReport(const std::string& format, const std::string& title, const std::string& styleSheet) override {
     m_host.report += "BeginReport " + format + "|" + title + "|" + styleSheet + "\n";
   }
   void BeginRecord() override { m_host.report += "{"; }
-  void Field(const std::string& key, const Value& value) override { m_host.report += " " + key + "=" + value.asText() + ";"; }
+  void Field(const std::string& key, const Value& value) override {
+    m_host.report += " " + key + "=" + value.asText() + ";";
+  }
   void EndRecord() override { m_host.report += " }\n"; }
   void EndReport(const std::string& text) override { m_host.report += "EndReport '" + text + "'\n"; }
   void Show(platform::Form& owner) override { m_host.report += "Show for " + owner.Name() + "\n"; }
-
- private:
-  FakeHost& m_host;
 };
 
 // Keeps carriage returns, as a plain reader does.
-class LineBox : public tarnsift::BarelineBox {
- public:
+struct LineBox : tarnsift::BarelineBox {
   void LoadFile(const std::string& path) override {
     m_lines = platform::splitAt(platform::readText(platform::nativePath(path)), '\n');
     if (m_lines.back().empty()) m_lines.pop_back();
@@ -449,25 +430,19 @@ class LineBox : public tarnsift::BarelineBox {
   std::size_t LineCount() override { return m_lines.size(); }
   std::string Line(std::size_t number) override { return m_lines.at(number - 1); }
 
- private:
   std::vector<std::string> m_lines;
 };
 
-class Factory : public tarnsift::HostFactory {
- public:
-  explicit Factory(FakeHost& host) : m_host(host) {}
+struct Factory : OfHost<tarnsift::HostFactory> {
+  using OfHost::OfHost;
   Ref<tarnsift::KVWorkSpace> createWorkspace() override { return m_host.workspace = new Workspace(m_host); }
   Ref<tarnsift::KVSource> createSource() override { return new Source(m_host); }
   Ref<tarnsift::Splitter> createSplitter() override { return new PaneTree(m_host); }
   Ref<tarnsift::ReportWriter> createReportWriter() override { return new Reports(m_host); }
   Ref<tarnsift::BarelineBox> createBarelineBox() override { return new LineBox; }
-
- private:
-  FakeHost& m_host;
 };
 
-class FakeFrontend : public Object {
- public:
+struct FakeFrontend : Object {
   explicit FakeFrontend(FakeHost& host)
       : m_host(host), m_options(new Options(host, host.options)), m_global(new Options(host, host.globalOptions)) {}
   Value Invoke(std::string_view member, std::span<Value> arguments) override {
@@ -475,10 +450,14 @@ class FakeFrontend : public Object {
     if (member == "ProjectObject") return folder(m_host.projectName);
     if (member == "GetOrvaneName") {
       switch (arguments[0].asInteger()) {
-      case 1: return m_host.path("Product");
-      case 4: return m_host.base.path();
-      case 6: return "Orvane";
-      default: return m_host.projectName;
+      case 1:
+        return m_host.path("Product");
+      case 4:
+        return m_host.base.path();
+      case 6:
+        return "Orvane";
+      default:
+        return m_host.projectName;
       }
     }
     if (member == "ProjectOptions") return m_options;
@@ -486,76 +465,67 @@ class FakeFrontend : public Object {
     if (member == "Log") return Ref<Object>(new Log(m_host));
     if (member == "Initiate" || member == "Terminate") {
       m_host.attached = member == "Initiate";
-      m_host.log += std::string(member) + (m_host.attached ? " " + arguments[0].as<platform::Form>()->Name() : "") + "\n";
+      m_host.log +=
+          std::string(member) + (m_host.attached ? " " + arguments[0].as<platform::Form>()->Name() : "") + "\n";
       return {};
     }
     return Object::Invoke(member, arguments);
   }
 
- private:
   FakeHost& m_host;
   Ref<Options> m_options;
   Ref<Options> m_global;
 };
 
-class Paths : public tarnsift::ProductPaths {
- public:
-  explicit Paths(FakeHost& host) : m_host(host) {}
+struct Paths : OfHost<tarnsift::ProductPaths> {
+  using OfHost::OfHost;
   std::string ResourceFile(const std::string& fileName) override { return m_host.path("Product/" + fileName); }
   std::string HelpFile() override { return "tarnsift.help"; }
-
- private:
-  FakeHost& m_host;
 };
 
-class Strings : public tarnsift::ProductStrings {
- public:
+struct Strings : tarnsift::ProductStrings {
   std::string Text(const std::string& key) override { return key == "Tarnsift.Name" ? "Tarnsift" : "The Product"; }
   std::string Picture(const std::string& key) override { return "picture " + key; }
-  std::string Format(const std::string& text, const std::vector<std::string>& values) override { return platform::fillTemplate(text, values); }
+  std::string Format(const std::string& text, const std::vector<std::string>& values) override {
+    return platform::fillTemplate(text, values);
+  }
   void ShowAbout(const std::string& title) override { platform::screen().messageBox("about " + title, 0, title); }
   void ApplyToForm(platform::Form&) override {}
 };
 
-class Captions : public tarnsift::CaptionText {
- public:
+struct Captions : tarnsift::CaptionText {
   std::string EscapeText(const std::string& text) override { return platform::replaceAll(text, "'", "&apos;"); }
-  std::string Format(const std::string& text, const std::vector<std::string>& values) override { return platform::fillTemplate(text, values); }
+  std::string Format(const std::string& text, const std::vector<std::string>& values) override {
+    return platform::fillTemplate(text, values);
+  }
 };
 
-class Probe : public tarnsift::FileProbe {
- public:
+struct Probe : tarnsift::FileProbe {
   bool FileExists(const std::string& path, bool) override { return platform::fileExists(platform::nativePath(path)); }
   bool FolderExists(const std::string& path) override { return platform::folderExists(platform::nativePath(path)); }
   std::pair<std::string, std::string> SplitPath(const std::string& path) override { return {"", path}; }
 };
 
-class Settings : public tarnsift::SettingsStore {
- public:
-  explicit Settings(FakeHost& host) : m_host(host) {}
+struct Settings : OfHost<tarnsift::SettingsStore> {
+  using OfHost::OfHost;
   std::string GetSetting(const std::string& application, const std::string& section, const std::string& key,
                          const std::string& whenMissing) override {
     const auto found = m_host.settings.find(application + "|" + section + "|" + key);
     return found == m_host.settings.end() ? whenMissing : found->second;
   }
-  void SaveSetting(const std::string& application, const std::string& section, const std::string& key, const std::string& value) override {
+  void SaveSetting(const std::string& application, const std::string& section, const std::string& key,
+                   const std::string& value) override {
     m_host.settings[application + "|" + section + "|" + key] = value;
   }
-
- private:
-  FakeHost& m_host;
 };
 
-class Sorter : public tarnsift::ListViewSorter {
- public:
-  explicit Sorter(FakeHost& host) : m_host(host) {}
+struct Sorter : OfHost<tarnsift::ListViewSorter> {
+  using OfHost::OfHost;
   void SortBy(platform::ListView& list, std::optional<std::size_t> column) override {
-    m_host.log += "sort " + list.Name() + " " + std::to_string(list.Index()) + (column ? " by " + std::to_string(*column) : "") + "\n";
+    m_host.log += "sort " + list.Name() + " " + std::to_string(list.Index()) +
+                  (column ? " by " + std::to_string(*column) : "") + "\n";
     list.sortBy(column);
   }
-
- private:
-  FakeHost& m_host;
 };
 
 } // namespace
@@ -575,8 +545,8 @@ Ref<Object> registerFakeObjects(FakeHost& host) {
 }
 
 void unregisterFakeObjects() {
-  for (const char* name : {"RepositoryAccess", "ProgramStore", "ProductPaths", "ProductStrings", "CaptionText", "FileProbe", "SettingsStore",
-                           "ListViewSorter", "HostFactory"})
+  for (const char* name : {"RepositoryAccess", "ProgramStore", "ProductPaths", "ProductStrings", "CaptionText",
+                           "FileProbe", "SettingsStore", "ListViewSorter", "HostFactory"})
     platform::classes::unregisterObject(name);
 }
 

@@ -42,9 +42,13 @@ TEST_F(FoundItemsFile, MissingFieldsAreEmptyCounts) {
   EXPECT_EQ(host.window().lvPrograms.ListItems.Item("B").SubItems(1), "          ");
 }
 
-TEST_F(FoundItemsFile, AnEmptyFileIsAnEmptyCache) { EXPECT_EQ(countsWith(""), "A 1 0 0\nB 0 1 0\n"); }
+TEST_F(FoundItemsFile, AnEmptyFileIsAnEmptyCache) {
+  EXPECT_EQ(countsWith(""), "A 1 0 0\nB 0 1 0\n");
+}
 
-TEST_F(FoundItemsFile, LinesMayEndInTheOtherPlatformsWay) { EXPECT_EQ(countsWith("A\t7\t8\t9\r\n"), "A 7 8 9\nB 0 1 0\n"); }
+TEST_F(FoundItemsFile, LinesMayEndInTheOtherPlatformsWay) {
+  EXPECT_EQ(countsWith("A\t7\t8\t9\r\n"), "A 7 8 9\nB 0 1 0\n");
+}
 
 TEST_F(FoundItemsFile, AProgramThatWasModifiedLaterIsCountedAnew) {
   host.writeFile(kFile, "A\t7\t8\t9\nB\t7\t8\t9\n");
@@ -66,7 +70,8 @@ TEST_F(FoundItemsFile, WhatTheSessionShowedComesBackInTheOrderOfThePane) {
   EXPECT_EQ(countsWith("A\t123\t0\t12345678901\nGONE\t1\t1\t1\n"), "A 123 0 12345678901\nB 0 1 0\n");
   host.window().lvPrograms.sortBy(1, true);
   host.close();
-  EXPECT_EQ(platform::readText(host.path(kFile)), "B\t         0\t         1\t         0\nA\t       123\t         0\t12345678901\n");
+  EXPECT_EQ(platform::readText(host.path(kFile)),
+            "B\t         0\t         1\t         0\nA\t       123\t         0\t12345678901\n");
   host.run();
   EXPECT_EQ(host.counts(), "A 123 0 12345678901\nB 0 1 0\n");
 }

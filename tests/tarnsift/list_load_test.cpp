@@ -1,8 +1,5 @@
 #include "tarnsift/fake_host.hpp"
 
-#include "tarnsift/lists/load.hpp"
-#include "tarnsift/session/display.hpp"
-
 namespace tarnsift_test {
 namespace {
 
@@ -11,7 +8,8 @@ using ::testing::ElementsAre;
 class ListLoad : public ::testing::Test {
  protected:
   ListLoad() {
-    host.add({.id = "A", .constructs = "k1 CUST-NO 0 4 W first\n k2 CUST-KEY 4 6 A\n k3 CUST-NAME 4 6 -\n k4 ZIP 4 6 W\n"});
+    host.add(
+        {.id = "A", .constructs = "k1 CUST-NO 0 4 W first\n k2 CUST-KEY 4 6 A\n k3 CUST-NAME 4 6 -\n k4 ZIP 4 6 W\n"});
     host.add({.id = "B", .constructs = "k1 TOTAL 0 4 C done\n"});
     host.add({.id = "C", .constructs = "k1 OTHER 0 4 -\n"});
   }
@@ -77,7 +75,8 @@ TEST_F(ListLoad, MarkingFurtherProgramsLoadsNothing) {
   host.run();
   auto& programs = window.lvPrograms;
   programs.setSelectedItem(&programs.ListItems.Item("B"));
-  for (const int shift : {platform::kShift, platform::kCtrl}) programs.MouseUp.raise(platform::kLeftButton, shift, 0, 0);
+  for (const int shift : {platform::kShift, platform::kCtrl})
+    programs.MouseUp.raise(platform::kLeftButton, shift, 0, 0);
   EXPECT_EQ(window.LoadedProgram, "A");
   EXPECT_EQ(selected(), "AB");
   programs.MouseUp.raise(platform::kRightButton, platform::kCtrl, 0, 0);
@@ -103,14 +102,16 @@ struct Change {
 };
 
 TEST_F(ListLoad, AChangeOfProgramDuringALoadIsServedAfterIt) {
-  for (const auto& [programs, loaded, loads] : {Change{{"C"}, "C", 2}, Change{{"C", "A"}, "A", 2}, Change{{"C", "B"}, "B", 1}}) {
+  for (const auto& [programs, loaded, loads] :
+       {Change{{"C"}, "C", 2}, Change{{"C", "A"}, "A", 2}, Change{{"C", "B"}, "B", 1}}) {
     host.run();
     window.tsLists.select(3);
     // The window is enabled again when the load lets events through for the second time.
     int pending = 0;
     host.screen.onPendingEvents = [&] {
       if (++pending != 2) return;
-      for (const auto& program : programs) host.workspace->setCurrentProgram(program);
+      for (const auto& program : programs)
+        host.workspace->setCurrentProgram(program);
       EXPECT_EQ(window.LoadedProgram, "B");
     };
     EXPECT_EQ(loadsDuring([&] { host.click("B"); }), loads);
@@ -154,34 +155,6 @@ TEST_F(ListLoad, AFailureIsNotToldWhenTheAnalystHasMovedOn) {
   host.click("B");
   EXPECT_THAT(host.messages(), ElementsAre());
   EXPECT_EQ(window.LoadedProgram, "C");
-}
-
-TEST_F(ListLoad, AForeignProgramOfTheWorkspaceLeavesTheProgramsPane) {
-  host.run();
-  host.workspace->setCurrentProgram("elsewhere");
-  EXPECT_EQ(host.messages().size(), 1u);
-  EXPECT_EQ(window.lvPrograms.SelectedItem()->Key(), "A");
-}
-
-TEST_F(ListLoad, TheWorkspaceIsPutBackWithoutALoad) {
-  host.run();
-  EXPECT_EQ(loadsDuring([&] {
-              window.LoadingLists = true;
-              host.workspace->setCurrentProgram("B");
-              window.LoadingLists = false;
-              tarnsift::SyncWorkspaceProgram(window);
-            }),
-            0);
-  EXPECT_EQ(host.workspace->CurrentProgram(), "A");
-}
-
-TEST_F(ListLoad, SortedListsAreFilledSorted) {
-  host.run();
-  window.lvList[0]->ColumnClick.raise(1);
-  host.click("B");
-  host.database("A")->Execute("update Constructs set P_Status = 0");
-  host.click("A");
-  EXPECT_EQ(host.entries(), "  W k2 CUST-KEY\n  W k3 CUST-NAME\n  W k1 CUST-NO: first\n  W k4 ZIP\n");
 }
 
 } // namespace

@@ -67,9 +67,9 @@ TEST_F(Progress, TheOperationsCanBeCalledByName) {
 }
 
 TEST(Split, CutsAtTheFirstSeparator) {
-  const std::vector<std::array<std::string, 4>> kCases = {{"a;b;c", ";", "a", "b;c"}, {"a;", ";", "a", ""},   {"abc", ";", "abc", ""},
-                                                          {"", ";", "", ""},          {";a", ";", "", "a"},   {"aXbxc", "x", "aXb", "c"},
-                                                          {"a\t\tb", "\t", "a", "\tb"}};
+  const std::vector<std::array<std::string, 4>> kCases = {
+      {"a;b;c", ";", "a", "b;c"}, {"a;", ";", "a", ""},       {"abc", ";", "abc", ""},     {"", ";", "", ""},
+      {";a", ";", "", "a"},       {"aXbxc", "x", "aXb", "c"}, {"a\t\tb", "\t", "a", "\tb"}};
   for (const auto& [text, separator, head, rest] : kCases) {
     std::string s = text;
     EXPECT_EQ(tarnsift::Split(s, separator), head) << text;
@@ -91,15 +91,6 @@ TEST_F(Progress, TheCheckMarkOfTheLogIsSetByTheLogAlone) {
     EXPECT_EQ(host.logMinimized, c.checked && c.minimized) << "shown again, the log is not minimized";
     EXPECT_EQ(window.menu("mnuViewLog").Checked, c.checked) << "the click leaves the mark alone";
   }
-}
-
-TEST_F(Progress, HelpIsShownForTheContentsAndTheWindow) {
-  host.messages();
-  host.choose("mnuHelpTopics");
-  host.choose("mnuHelpWindow");
-  host.choose("mnuHelpAbout");
-  EXPECT_THAT(host.screen.helpShown, ::testing::ElementsAre(std::pair(11, 0), std::pair(1, 2400010)));
-  EXPECT_THAT(host.messages(), ::testing::ElementsAre("0|Tarnsift|about Tarnsift"));
 }
 
 } // namespace

@@ -33,19 +33,11 @@ TEST_F(Selection, ATabWithAnEmptyListIsNoFailure) {
   EXPECT_THAT(host.messages(), ElementsAre());
 }
 
-TEST_F(Selection, ATabKeepsTheFocusedEntryAndMarksIt) {
-  window.tsLists.select(3);
-  window.lvList[2]->setSelectedItem(&window.lvList[2]->ListItems.Item("k4"));
-  window.lvList[2]->selectAll(false);
-  window.tsLists.select(1);
-  window.tsLists.select(3);
-  EXPECT_EQ(window.lvList[2]->SelectedItem()->Key(), "k4");
-  EXPECT_TRUE(window.lvList[2]->SelectedItem()->Selected());
-}
-
 TEST_F(Selection, TheFocusActivatesThePane) {
-  const std::vector<std::pair<platform::Control*, std::string>> kCases = {{&window.lvPrograms, "Programs 0"}, {window.lvList[1], "Lists 1"},
-                                                                          {window.lvList[3], "Synonyms 3"},   {&window.tsLists, "Lists 3"},
+  const std::vector<std::pair<platform::Control*, std::string>> kCases = {{&window.lvPrograms, "Programs 0"},
+                                                                          {window.lvList[1], "Lists 1"},
+                                                                          {window.lvList[3], "Synonyms 3"},
+                                                                          {&window.tsLists, "Lists 3"},
                                                                           {window.lvList[0], "Lists 0"}};
   window.ActiveControl = nullptr;
   for (const auto& [control, expected] : kCases) {
@@ -73,17 +65,6 @@ TEST_F(Selection, AColumnClickSortsTheFourListsTogether) {
   EXPECT_EQ(host.entries(), "  W k2 AMOUNT\n  W k1 CUST-NO\n  C k3 CUST-NAME\n  C k4 ZIP\n");
   window.lvPrograms.ColumnClick.raise(2);
   EXPECT_EQ(host.takeLog(), "sort lvPrograms -1 by 2\n");
-}
-
-TEST_F(Selection, CountsSortByValue) {
-  for (int i = 0; i < 12; ++i) host.database("A")->Execute("insert into Constructs (KVID, P_Status) values ('m" + std::to_string(i) + "', 1)");
-  std::string nine;
-  for (int i = 0; i < 9; ++i) nine += "k" + std::to_string(i) + " N 0 1 A\n";
-  host.add({.id = "B", .constructs = nine});
-  platform::removeAll(host.path("Projects/P/TARNSIFT"));
-  host.run();
-  window.lvPrograms.ColumnClick.raise(3);
-  EXPECT_EQ(host.counts(), "B 0 9 0\nA 2 12 2\n");
 }
 
 } // namespace

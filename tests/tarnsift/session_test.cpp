@@ -14,15 +14,19 @@ TEST(Session, RunFillsTheWindowWithTheProgramsAndTheirListsAndGivesZero) {
   host.add(kA);
   host.add(kB);
   EXPECT_EQ(host.run(), 0);
-  EXPECT_EQ(host.state(), "A 1 1 0\n  W k1 CUST-NO: first\n  A k2 CUST-KEY\nB 0 0 2\n  C k1 TOTAL: done\n  C k2 COUNT\n");
+  EXPECT_EQ(host.state(),
+            "A 1 1 0\n  W k1 CUST-NO: first\n  A k2 CUST-KEY\nB 0 0 2\n  C k1 TOTAL: done\n  C k2 COUNT\n");
   EXPECT_EQ(host.window().LoadedProgram, "A");
   EXPECT_EQ(host.window().Caption, "Tarnsift - Orvane (P) ");
   EXPECT_TRUE(host.window().Enabled());
   EXPECT_EQ(host.window().MousePointer, platform::kPointerDefault);
   EXPECT_EQ(platform::App().HelpFile, "tarnsift.help");
-  EXPECT_EQ(host.window().menu("mnuHelpWindow").Caption + "|" + host.window().menu("mnuHelpAbout").Caption, "Tarnsift Help|&About The Product");
-  EXPECT_EQ(host.captions, (std::map<std::string, std::string>{
-                               {"Programs", "Programs - 2 item(s)"}, {"Lists", "Lists"}, {"Synonyms", "Synonyms"}, {"Source", "Source"}}));
+  EXPECT_EQ(host.window().menu("mnuHelpWindow").Caption + "|" + host.window().menu("mnuHelpAbout").Caption,
+            "Tarnsift Help|&About The Product");
+  EXPECT_EQ(
+      host.captions,
+      (std::map<std::string, std::string>{
+          {"Programs", "Programs - 2 item(s)"}, {"Lists", "Lists"}, {"Synonyms", "Synonyms"}, {"Source", "Source"}}));
   EXPECT_THAT(host.messages(), ElementsAre());
 }
 
@@ -30,24 +34,18 @@ TEST(Session, TheHostIsAskedInOrder) {
   FakeHost host;
   host.add(kA);
   host.run();
-  EXPECT_EQ(host.takeLog(), "reports to \\Output\n"
-                            "no redraw\nInitiate frmMain\nlog attached\nobject '' FE\ncontrol KVWS\nsource KVSource 'COBOL source'\n"
-                            "split root 2 2 7200 '' 'Source'\nsplit unnamed 1 2 7620 'Programs' ''\nsplit unnamed 2 2 4800 'Lists' 'Synonyms'\n"
-                            "redraw\narrange\n"
-                            "sort lvList 0\nsort lvList 1\nsort lvList 2\nsort lvList 3\nsort lvPrograms -1\n");
+  EXPECT_EQ(host.takeLog(),
+            "reports to \\Output\n"
+            "no redraw\nInitiate frmMain\nlog attached\nobject '' FE\ncontrol KVWS\nsource KVSource 'COBOL source'\n"
+            "split root 2 2 7200 '' 'Source'\nsplit unnamed 1 2 7620 'Programs' ''\nsplit unnamed 2 2 4800 'Lists' "
+            "'Synonyms'\n"
+            "redraw\narrange\n"
+            "sort lvList 0\nsort lvList 1\nsort lvList 2\nsort lvList 3\nsort lvPrograms -1\n");
 }
-
-TEST(Session, ASourcePaneWithoutATitleOfItsOwnIsCalledSource) {
-  FakeHost host;
-  auto components = host.globalOptions.selectSingleNode("//LIST[@NAME='Components']");
-  components.removeChild(components.firstChild());
-  host.run();
-  EXPECT_NE(host.log.find("source KVSource 'Source'\n"), std::string::npos) << host.log;
-}
-
 
 TEST(Session, OnlyALayoutBehindTheSignatureIsTaken) {
-  const std::string byDefault = "split root 2 2 7200 '' 'Source'\nsplit unnamed 1 2 7620 'Programs' ''\nsplit unnamed 2 2 4800 'Lists' 'Synonyms'\n";
+  const std::string byDefault = "split root 2 2 7200 '' 'Source'\nsplit unnamed 1 2 7620 'Programs' ''\nsplit unnamed "
+                                "2 2 4800 'Lists' 'Synonyms'\n";
   const std::pair<std::string, std::string> kCases[] = {
       {"", byDefault},
       {"mPrograms, Lists, Source, Synonyms|x", byDefault},
@@ -79,7 +77,8 @@ TEST(Session, OnlyVerifiedProgramsOfProgramTypesAreShown) {
   auto& bar = host.window().pbProgress;
   std::string last;
   bar.Changed.connect([&] {
-    const std::string now = host.window().cbCoolBar.band("Progress").Caption + " " + std::to_string(bar.Value()) + "/" + std::to_string(bar.Max);
+    const std::string now = host.window().cbCoolBar.band("Progress").Caption + " " + std::to_string(bar.Value()) + "/" +
+                            std::to_string(bar.Max);
     if (bar.Visible() && now != last) steps += now + "\n";
     last = now;
   });
@@ -87,14 +86,18 @@ TEST(Session, OnlyVerifiedProgramsOfProgramTypesAreShown) {
   bar.Changed.clear();
   EXPECT_EQ(host.counts(), "A 1 1 0\nASM1 0 0 0\n");
   EXPECT_EQ(host.window().lvPrograms.ListItems.Item("ASM1").SubItems(2), "         0");
-  EXPECT_NE(steps.find("Linking COBOL programs:... 3/3\n"), std::string::npos) << "a program that is left out advances the progress:\n" << steps;
+  EXPECT_NE(steps.find("Linking COBOL programs:... 3/3\n"), std::string::npos)
+      << "a program that is left out advances the progress:\n"
+      << steps;
 }
 
 TEST(Session, WithoutAVerifiedProgramTheWindowStaysOpenAndEmpty) {
   FakeHost host;
   EXPECT_EQ(host.run(), 0);
-  EXPECT_THAT(host.messages(), ElementsAre("48|Tarnsift|You have no verified program in this project. Probably you need to re-verify the "
-                                           "programs with proper verification options set."));
+  EXPECT_THAT(
+      host.messages(),
+      ElementsAre("48|Tarnsift|You have no verified program in this project. Probably you need to re-verify the "
+                  "programs with proper verification options set."));
   EXPECT_EQ(host.captions["Programs"], "Programs - 0 item(s)");
   EXPECT_TRUE(host.window().Loaded() && host.window().Enabled());
   EXPECT_FALSE(host.window().menu("mnuFileSynonyms").Enabled || host.window().menu("mnuFileSearch").Enabled);
@@ -116,7 +119,8 @@ TEST(Session, AHiddenReportHasNoEntryInTheToolbar) {
   host.window().menu("mnuFileReportType", 6).setVisible(false);
   host.run();
   std::string entries;
-  for (const auto& entry : host.window().tbToolbar.Button("Report").ButtonMenus) entries += entry.Text + "|";
+  for (const auto& entry : host.window().tbToolbar.Button("Report").ButtonMenus)
+    entries += entry.Text + "|";
   host.window().menu("mnuFileReportType", 6).setVisible(true);
   EXPECT_EQ(entries, "&Affected Datanames|&Possible Datanames|&Clean Datanames|-|Affected Co&de|");
 }
@@ -129,7 +133,8 @@ TEST(Session, CloseSavesTheLayoutAndTheCountsAndGivesTheHostBack) {
   EXPECT_TRUE(host.close());
   EXPECT_EQ(host.takeLog(), "Terminate\nsource detached\nworkspace closed\nsplitter released\n");
   EXPECT_EQ(host.settings["Tarnsift|Settings|MainSplitter"], "mPrograms, Lists, Synonyms, Source as it stood");
-  EXPECT_EQ(platform::readText(host.path("Projects/P/TARNSIFT/FoundItems.txt")), "A\t         1\t         1\t         0\n");
+  EXPECT_EQ(platform::readText(host.path("Projects/P/TARNSIFT/FoundItems.txt")),
+            "A\t         1\t         1\t         0\n");
   const auto& session = tarnsift::globals();
   EXPECT_TRUE(!session.Frontend && !session.ProjectObject && !session.OptionsRoot && session.FolderNames.Count() == 0);
   EXPECT_TRUE(session.Closing);
@@ -171,7 +176,8 @@ TEST(Session, AFailureAtAnyStepIsToldOnceAndLeavesNoWindow) {
     host.add(kA);
     host.failingMembers = {member};
     EXPECT_EQ(host.run(), 0) << member;
-    EXPECT_THAT(host.messages(), ElementsAre("16|Tarnsift|Unsuccessful Tarnsift termination\r" + std::string(member) + " failed"));
+    EXPECT_THAT(host.messages(),
+                ElementsAre("16|Tarnsift|Unsuccessful Tarnsift termination\r" + std::string(member) + " failed"));
     EXPECT_FALSE(host.window().Loaded()) << member;
     EXPECT_FALSE(tarnsift::globals().Frontend) << member << ": the host is still held";
     EXPECT_FALSE(host.attached) << member;
@@ -197,6 +203,8 @@ TEST(Session, ASecondRunAfterTheCloseOpensTheSameWindowAnew) {
     host.close();
   }
   FakeHost host("Q");
+  host.run();
+  EXPECT_EQ(host.counts() + host.entries(), "") << "nothing of the last project is shown in an empty one";
   host.add({.id = "B", .constructs = "k1 TOTAL 0 4 C done\n", .projects = {"Q"}});
   host.run();
   EXPECT_EQ(host.state(), "B 0 0 1\n  C k1 TOTAL: done\n");
@@ -206,25 +214,14 @@ TEST(Session, ASecondRunAfterTheCloseOpensTheSameWindowAnew) {
   EXPECT_FALSE(tarnsift::globals().Closing);
 }
 
-TEST(Session, NothingOfTheLastProjectIsShownInAnEmptyOne) {
-  {
-    FakeHost host;
-    host.add(kA);
-    host.run();
-    host.close();
-  }
-  FakeHost host("Q");
-  host.run();
-  EXPECT_EQ(host.counts() + host.entries(), "");
-}
-
 TEST(Session, ASecondRunOnTheOpenWindowStartsItAgain) {
   FakeHost host;
   host.add(kA);
   host.run();
   host.add(kB);
   EXPECT_EQ(host.run(), 0);
-  EXPECT_EQ(host.state(), "A 1 1 0\n  W k1 CUST-NO: first\n  A k2 CUST-KEY\nB 0 0 2\n  C k1 TOTAL: done\n  C k2 COUNT\n");
+  EXPECT_EQ(host.state(),
+            "A 1 1 0\n  W k1 CUST-NO: first\n  A k2 CUST-KEY\nB 0 0 2\n  C k1 TOTAL: done\n  C k2 COUNT\n");
   // Events are answered once.
   host.window().ProjectOptions->FLO_Saved.raise();
   host.click("B");

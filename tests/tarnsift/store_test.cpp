@@ -14,8 +14,8 @@ std::string shapeOf(platform::Database& database) {
   std::string text;
   for (const std::string& field : database.fieldNames("Constructs"))
     if (field != "KVID" && field != "Name" && field != "Offset" && field != "Size") text += field + "\n";
-  for (const auto& [table, index] : {std::pair("Relationships", "IdxKVID1"), std::pair("Relationships", "IdxKVID2"), std::pair("Constructs", "IdxOffset"),
-                                     std::pair("Constructs", "IdxSize")})
+  for (const auto& [table, index] : {std::pair("Relationships", "IdxKVID1"), std::pair("Relationships", "IdxKVID2"),
+                                     std::pair("Constructs", "IdxOffset"), std::pair("Constructs", "IdxSize")})
     if (!database.hasIndex(table, index)) text += std::string("without ") + index + "\n";
   return text;
 }
@@ -28,11 +28,14 @@ class Upgrade : public ::testing::Test {
   std::string values(const std::string& status, const std::string& classification) {
     std::string text;
     for (auto rows = host.database("A")->OpenRecordset("Constructs"); !rows->Eof(); rows->MoveNext())
-      text += rows->Field("KVID").asText() + "|" + rows->Field(status).asText() + "|" + rows->Field(classification).asText() + "\n";
+      text += rows->Field("KVID").asText() + "|" + rows->Field(status).asText() + "|" +
+              rows->Field(classification).asText() + "\n";
     return text;
   }
   FakeHost host;
-  const Program program{.id = "A", .constructs = "k1 CUST-NO 0 4 W first\n k2 CUST-KEY 4 6 A\n k3 CUST-NAME 4 6 -\n", .projects = {"P", "Q"}};
+  const Program program{.id = "A",
+                        .constructs = "k1 CUST-NO 0 4 W first\n k2 CUST-KEY 4 6 A\n k3 CUST-NAME 4 6 -\n",
+                        .projects = {"P", "Q"}};
 };
 
 TEST_F(Upgrade, AProgramThatIsNewToTheProjectGetsItsColumnsAndTheIndexes) {
@@ -50,7 +53,8 @@ TEST_F(Upgrade, ColumnsOfGoneProjectsAreDroppedWhateverTheirCase) {
   host.add(program);
   {
     const auto database = host.database("A");
-    for (const char* column : {"OLD_STATUS", "Old_Classification", "q_status", "q_classification", "[a b_Status]", "[a b_Classification]", "MyStatus"})
+    for (const char* column : {"OLD_STATUS", "Old_Classification", "q_status", "q_classification", "[a b_Status]",
+                               "[a b_Classification]", "MyStatus"})
       database->Execute(std::string("alter table Constructs add column ") + column + " Integer");
     database->Execute("create index IdxOld on Constructs(OLD_STATUS)");
   }
@@ -76,7 +80,9 @@ TEST_F(Upgrade, AFailedUpgradeLeavesTheDatabaseAsItWas) {
   host.run();
   EXPECT_EQ(host.counts(), "");
   EXPECT_NE(host.activity.find("Q_Status"), std::string::npos) << host.activity;
-  EXPECT_EQ(shape(), "Status\nClassification\nQ_Status\nwithout IdxKVID1\nwithout IdxKVID2\nwithout IdxOffset\nwithout IdxSize\n");
+  EXPECT_EQ(
+      shape(),
+      "Status\nClassification\nQ_Status\nwithout IdxKVID1\nwithout IdxKVID2\nwithout IdxOffset\nwithout IdxSize\n");
 }
 
 TEST_F(Upgrade, AProgramWithoutAProjectKeepsItsEarlierColumns) {
@@ -95,7 +101,8 @@ TEST_F(Upgrade, ASecondOpeningChangesNothing) {
   host.run();
   const auto schema = [this] {
     std::string text;
-    for (auto rows = host.database("A")->OpenRecordset("select sql, rootpage from sqlite_master"); !rows->Eof(); rows->MoveNext())
+    for (auto rows = host.database("A")->OpenRecordset("select sql, rootpage from sqlite_master"); !rows->Eof();
+         rows->MoveNext())
       text += rows->Field("sql").asText() + rows->Field("rootpage").asText() + "\n";
     return text;
   };
@@ -134,21 +141,19 @@ TEST(Names, EscapeColumnName) {
       {std::string(47, 'x') + "..", std::string(47, 'x') + "&"},
       {umlauts + std::string(45, 'x'), umlauts + std::string(44, 'x')},
   };
-  for (const auto& [name, escaped] : kCases) EXPECT_EQ(tarnsift::EscapeColumnName(name), escaped) << name;
+  for (const auto& [name, escaped] : kCases)
+    EXPECT_EQ(tarnsift::EscapeColumnName(name), escaped) << name;
 }
 
 TEST(Counts, AreRightAlignedInTenCharacters) {
-  const std::vector<std::pair<std::string, std::string>> kCases = {
-      {"12", "        12"}, {" 9 ", "         9"}, {"", "          "}, {"1234567890", "1234567890"}, {" 12345678901 ", "12345678901"}};
-  for (const auto& [text, padded] : kCases) EXPECT_EQ(tarnsift::PadCount(text), padded) << text;
+  const std::vector<std::pair<std::string, std::string>> kCases = {{"12", "        12"},
+                                                                   {" 9 ", "         9"},
+                                                                   {"", "          "},
+                                                                   {"1234567890", "1234567890"},
+                                                                   {" 12345678901 ", "12345678901"}};
+  for (const auto& [text, padded] : kCases)
+    EXPECT_EQ(tarnsift::PadCount(text), padded) << text;
   EXPECT_LT(tarnsift::PadCount(9), tarnsift::PadCount(12)) << "texts sort as numbers";
-}
-
-TEST(Counts, KeysAreFoundInAnyCase) {
-  platform::Collection<std::string> keys;
-  keys.Add("item", "Key");
-  EXPECT_TRUE(tarnsift::KeyExists(keys, "kEY"));
-  EXPECT_FALSE(tarnsift::KeyExists(keys, "Ke"));
 }
 
 TEST(Counts, TheDatabaseStandsBesideTheAnalysisFile) {
@@ -162,15 +167,19 @@ TEST(ChangeSize, IsProposedFromTheCounts) {
     std::string limits;
     std::string sizes;
   } const kCases[] = {
-      {{3, 10, 50}, "4 27 50", "S M XL"},         {{7, 0, 7}, "7 7 7", "XL - XL"},       {{5, 6}, "6 6 6", "S XL"},
-      {{1, 4, 2, 3}, "2 3 4", "S XL M L"},        {{1000000, 2000000}, "1000000 1500000 2000000", "M XL"},
+      {{3, 10, 50}, "4 27 50", "S M XL"},
+      {{7, 0, 7}, "7 7 7", "XL - XL"},
+      {{5, 6}, "6 6 6", "S XL"},
+      {{1, 4, 2, 3}, "2 3 4", "S XL M L"},
+      {{1000000, 2000000}, "1000000 1500000 2000000", "M XL"},
       {{4}, "4 4 4", "XL"},
   };
   for (const auto& c : kCases) {
     const tarnsift::SizeLimits limits = tarnsift::proposeSizeLimits(c.counts);
     EXPECT_EQ(std::to_string(limits.s) + " " + std::to_string(limits.m) + " " + std::to_string(limits.l), c.limits);
     std::vector<std::string> sizes;
-    for (const auto count : c.counts) sizes.push_back(count == 0 ? "-" : std::string(tarnsift::changeSize(count, limits)));
+    for (const auto count : c.counts)
+      sizes.push_back(count == 0 ? "-" : std::string(tarnsift::changeSize(count, limits)));
     EXPECT_EQ(platform::joined(sizes, " "), c.sizes) << c.limits;
   }
   EXPECT_EQ(tarnsift::changeSize(50, {4, 27, 51}), "L") << "the analyst raised the last limit";

@@ -24,7 +24,7 @@ std::string EscapeHtml(std::string_view text) {
 }
 
 LineMarks::LineMarks(std::size_t lineCount, int neighbourhood)
-    : m_marks(lineCount + static_cast<std::size_t>(std::max(0, neighbourhood)) + 1, LineMark::hidden),
+    : m_marks(lineCount + static_cast<std::size_t>(neighbourhood) + 1, LineMark::hidden),
       m_lineCount(static_cast<std::int64_t>(lineCount)), m_neighbourhood(neighbourhood) {}
 
 void LineMarks::mark(std::int64_t line) {
@@ -41,6 +41,8 @@ void LineMarks::mark(std::int64_t line) {
 namespace {
 
 using platform::LoadResString;
+
+constexpr std::int64_t kMostContext = 32767; // lines; the option is a 16-bit number
 
 using LinesByFile = std::map<std::string, std::vector<std::int64_t>>; ///< marked lines by file id
 
@@ -73,7 +75,8 @@ class AffectedCodeReport {
  public:
   explicit AffectedCodeReport(frmMain& window)
       : m_window(window), m_writer(*window.ReportWriter),
-        m_neighbourhood(static_cast<int>(Value(optionValue("./GROUP[@NAME='AffectedCodeReport']/NUMBER[@NAME='NeighbourhoodSize']")).asInteger())) {
+        m_neighbourhood(static_cast<int>(std::clamp<std::int64_t>(
+            Value(optionValue("./GROUP[@NAME='AffectedCodeReport']/NUMBER[@NAME='NeighbourhoodSize']")).asInteger(), 0, kMostContext))) {
     if (!m_window.blbSource) m_window.blbSource = theHostFactory().createBarelineBox();
   }
 
