@@ -24,8 +24,12 @@ struct OwnHeading {
   const char* korean;
 };
 constexpr OwnHeading kOwnHeadings[] = {
-    {"program", "Program", "プログラム", "프로그램"}, {"file", "File", "ファイル", "파일"},        {"line", "Line", "行", "줄"},
-    {"column", "Column", "桁", "열"},                 {"text", "Text", "テキスト", "텍스트"}, {"marked", "Marked", "該当", "해당"},
+    {"program", "Program", "プログラム", "프로그램"},
+    {"file", "File", "ファイル", "파일"},
+    {"line", "Line", "行", "줄"},
+    {"column", "Column", "桁", "열"},
+    {"text", "Text", "テキスト", "텍스트"},
+    {"marked", "Marked", "該当", "해당"},
 };
 
 PlainField ownField(std::string_view key, bool isNumber = false, bool isFlag = false) {
