@@ -57,6 +57,7 @@ class TabStrip : public Control {
   std::size_t SelectedItem() const { return m_selected; } ///< position from 1
   const Tab& selectedTab() const { return Tabs.at(m_selected - 1); }
   void select(std::size_t position); ///< a choice by the analyst or the program: raises Click
+  void reset() { m_selected = 1; }   ///< the first tab, without an event
   double ClientLeft() const;
   double ClientTop() const;
   double ClientWidth() const;

@@ -1,8 +1,11 @@
 #include "tarnsift/lists/load.hpp"
 
 #include "platform/runtime/string_table.hpp"
+#include "tarnsift/lists/selection.hpp"
+#include "tarnsift/options/columns.hpp"
 #include "tarnsift/session/globals.hpp"
 #include "tarnsift/store/program_database.hpp"
+#include "tarnsift/workbench/command_states.hpp"
 #include "tarnsift/workbench/progress.hpp"
 
 namespace tarnsift {
@@ -40,6 +43,7 @@ void addEntry(frmMain& window, const platform::Recordset& row) {
   const std::size_t comment = list.ColumnHeaders.IndexOf("Comment") - 1;
   platform::ListItem& entry = list.ListItems.Add(row.Field("KVID").asText(), row.Field("Name").asText());
   entry.setSubItems(comment, NullToText(row.Field(globals().ClassificationColumn)));
+  FillEntryColumns(window, static_cast<int>(status), entry, entry.Key());
 }
 
 void clearLists(frmMain& window) {
@@ -60,11 +64,13 @@ void fillLists(frmMain& window) {
 void focusFirstEntry(frmMain& window) {
   ListView& list = *window.lvList[static_cast<std::size_t>(window.ActiveList)];
   if (list.ListItems.Count() == 0) {
+    UpdateCommandStates(window);
     window.Splitter->Panes("Synonyms").setCaption(LoadResString(506));
     return;
   }
   if (!list.SelectedItem()) list.setSelectedItem(&list.ListItems.Item(1));
-  list.KeyUp.raise(platform::kKeyReturn, platform::kNoShift);
+  lvList_KeyUp(window, window.ActiveList, platform::kKeyReturn, platform::kNoShift);
+  UpdateCommandStates(window);
 }
 
 void showEntry(frmMain& window) {
@@ -89,6 +95,7 @@ void loadLists(frmMain& window) {
   try {
     clearLists(window); // first, so that no entry of the program before stays when this one cannot be opened
     openTables(window);
+    ApplyColumnChoice(window, window.KVWS->AnalysisStore()->Model());
     fillLists(window);
   } catch (const platform::Error& error) {
     tellLoadFailure(window, error);

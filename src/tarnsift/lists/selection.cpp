@@ -1,6 +1,10 @@
 #include "tarnsift/lists/selection.hpp"
 
+#include "tarnsift/lists/entry.hpp"
+#include "tarnsift/search/synonym_view.hpp"
 #include "tarnsift/store/program_database.hpp"
+#include "tarnsift/workbench/command_states.hpp"
+#include "tarnsift/workbench/panes.hpp"
 
 namespace tarnsift {
 
@@ -14,7 +18,11 @@ void chooseFocusedProgram(frmMain& window) {
 
 void popupEdit(frmMain& window) { platform::screen().popupMenu(window, window.menu("mnuEdit"), -1, -1); }
 
-ListView& listOf(frmMain& window, int Index) { return *window.lvList.at(static_cast<std::size_t>(Index)); }
+// The source and the relatives follow the focused entry.
+void showFocused(frmMain& window, int Index) {
+  const platform::ListItem* entry = listOf(window, Index).SelectedItem();
+  ShowSynonyms(window, Index, entry ? std::string(entry->Key()) : "");
+}
 
 } // namespace
 
@@ -26,21 +34,30 @@ void lvPrograms_MouseUp(frmMain& window, int button, int shift) {
   if (button == platform::kRightButton || plainLeft) chooseFocusedProgram(window);
 }
 
-void lvPrograms_GotFocus(frmMain& window) { window.Splitter->Panes("Programs").Activate(); }
+void lvPrograms_GotFocus(frmMain& window) {
+  window.Splitter->Panes("Programs").Activate();
+  UpdateCommandStates(window);
+}
 
 void lvPrograms_ColumnClick(frmMain& window, std::size_t column) { theListViewSorter().SortBy(window.lvPrograms, column); }
 
 void lvList_GotFocus(frmMain& window, int Index) {
   window.Splitter->Panes(Index == kSynonymsList ? "Synonyms" : "Lists").Activate();
   window.ActiveList = Index;
+  UpdateCommandStates(window);
 }
 
-void lvList_KeyUp(frmMain& window, int, int keyCode, int shift) {
+void lvList_KeyUp(frmMain& window, int Index, int keyCode, int shift) {
+  showFocused(window, Index);
   if (keyCode == platform::kKeyF10 && shift == platform::kShift) popupEdit(window);
+  UpdateCommandStates(window);
 }
 
-void lvList_MouseUp(frmMain& window, int, int button, int) {
+// A left click with Shift or Ctrl changes the marks but leaves source and relatives where they are.
+void lvList_MouseUp(frmMain& window, int Index, int button, int shift) {
   if (button == platform::kRightButton) popupEdit(window);
+  if (button == platform::kLeftButton && shift == platform::kNoShift) showFocused(window, Index);
+  UpdateCommandStates(window);
 }
 
 void lvList_ColumnClick(frmMain& window, std::size_t column) {
@@ -49,7 +66,7 @@ void lvList_ColumnClick(frmMain& window, std::size_t column) {
 
 void tsLists_Click(frmMain& window) {
   const int Index = static_cast<int>(window.tsLists.SelectedItem()) - 1;
-  for (int i = 0; i < kSynonymsList; ++i) listOf(window, i).setVisible(i == Index);
+  Splitter_PanesArranged(window); // shows the list of the tab and hides the others
   if (!window.Splitter) return; // between two sessions there are no panes
   lvList_GotFocus(window, Index);
   ListView& list = listOf(window, Index);

@@ -1,9 +1,11 @@
 #include "tarnsift/search/filter.hpp"
 
 #include "platform/runtime/application.hpp"
+#include "tarnsift/options/columns.hpp"
 #include "tarnsift/options/option_tree.hpp"
 #include "tarnsift/search/merge.hpp"
 #include "tarnsift/search/synonym_options.hpp"
+#include "tarnsift/search/synonym_view.hpp"
 #include "tarnsift/workbench/popup.hpp"
 
 namespace tarnsift {
@@ -85,8 +87,20 @@ void UpdateSearchCommands(frmMain& window) {
 }
 
 void FLO_Saved(frmMain& window) {
+  const std::string relations = window.SynonymRelations;
+  const bool redefines = window.ShowRedefines;
+  const bool all = window.ViewAllRedefines;
   ReadSynonymOptions(window);
+  if (relations != window.SynonymRelations || redefines != window.ShowRedefines || all != window.ViewAllRedefines) RefreshSynonymsPane(window);
   window.ApplySelected = optionIsOn("./BOOL[@NAME='ApplySelected']");
+  const Ref<AnalysisStore> store = window.KVWS->AnalysisStore();
+  if (!store) {
+    ApplyColumnChoice(window, {});
+    return;
+  }
+  if (!ApplyColumnChoice(window, store->Model()) || !window.ProgramDatabase) return;
+  refillEntries(window);
+  if (window.lvList.at(static_cast<std::size_t>(window.ActiveList))->SelectedItem()) RefreshSynonymsPane(window);
 }
 
 } // namespace tarnsift

@@ -7,8 +7,10 @@
 #include "tarnsift/options/option_tree.hpp"
 #include "tarnsift/search/program_work.hpp"
 #include "tarnsift/search/set_status.hpp"
+#include "tarnsift/search/synonym_view.hpp"
 #include "tarnsift/session/captions.hpp"
 #include "tarnsift/store/program_database.hpp"
+#include "tarnsift/workbench/command_states.hpp"
 #include "tarnsift/workbench/progress.hpp"
 #include "tarnsift/workbench/split.hpp"
 
@@ -99,16 +101,20 @@ void ApplySearchResults(frmMain& window, int Target) {
               .note = noteFor(host->LastSearchCriteriaName())};
   const platform::Document results = host->Options();
   const platform::Node matches = matchElement(window, results);
-  const ListBatches batches(window);
   StartProgress(window, LoadResString(532), static_cast<int>(window.lvPrograms.ListItems.Count()));
-  for (std::size_t i = 1; i <= window.lvPrograms.ListItems.Count(); ++i) {
-    platform::ListItem& row = window.lvPrograms.ListItems.Item(i);
-    StartStep(window, row.Text);
-    if (!window.inScope(row) || !matches || !hasNewMatches(matches, row.Key())) continue;
-    mergeProgram(window, row, merge);
-    FinishStep(window, 1);
+  {
+    const ListBatches batches(window);
+    for (std::size_t i = 1; i <= window.lvPrograms.ListItems.Count(); ++i) {
+      platform::ListItem& row = window.lvPrograms.ListItems.Item(i);
+      StartStep(window, row.Text);
+      if (!window.inScope(row) || !matches || !hasNewMatches(matches, row.Key())) continue;
+      mergeProgram(window, row, merge);
+      FinishStep(window, 1);
+    }
   }
   FinishProgress(window);
+  RefreshSynonymsPane(window);
+  UpdateCommandStates(window);
   if (!merge.changed) platform::screen().messageBox(LoadResString(533), platform::kInformation, App().Title);
 }
 

@@ -1,5 +1,6 @@
 #include "tarnsift/search/set_status.hpp"
 
+#include "tarnsift/options/columns.hpp"
 #include "tarnsift/session/globals.hpp"
 #include "tarnsift/store/program_database.hpp"
 
@@ -15,6 +16,7 @@ void showPlaced(frmMain& window, const platform::Recordset& row, int Target, con
     platform::ignoring([&] {
       platform::ListItem& entry = list.ListItems.Add(key, row.Field("Name").asText());
       entry.setSubItems(list.ColumnHeaders.IndexOf("Comment") - 1, Note);
+      FillEntryColumns(window, Target, entry, key);
     });
   }
   if (!status.isNull() && status.asInteger() != Target) window.lvList.at(static_cast<std::size_t>(status.asInteger()))->ListItems.Remove(key);

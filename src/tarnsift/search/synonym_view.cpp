@@ -62,7 +62,10 @@ void ShowSynonyms(frmMain& window, int ListIndex, const std::string& Key) {
     return;
   }
   SyncWorkspaceProgram(window);
-  if (const Ref<AnalysisStore> store = window.KVWS->AnalysisStore()) window.KVWS->setCurrentObject(store->ObjectById(Key));
+  // A name that the analysis does not know leaves the viewer where it is; its relatives are in the database.
+  platform::ignoring([&] {
+    if (const Ref<AnalysisStore> store = window.KVWS->AnalysisStore()) window.KVWS->setCurrentObject(store->ObjectById(Key));
+  });
   if (ListIndex == kSynonymsList || !window.Splitter->Panes("Synonyms").Visible()) return;
   seekConstruct(window, Key);
   const Seed seed = seedAt(*window.ConstructsTable);

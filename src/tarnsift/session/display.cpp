@@ -9,9 +9,12 @@
 #include "tarnsift/session/layout.hpp"
 #include "tarnsift/store/found_items.hpp"
 #include "tarnsift/store/program_database.hpp"
+#include "tarnsift/workbench/command_states.hpp"
 #include "tarnsift/workbench/load_captions.hpp"
+#include "tarnsift/workbench/panes.hpp"
 #include "tarnsift/workbench/progress.hpp"
 #include "tarnsift/workbench/split.hpp"
+#include "tarnsift/options/columns.hpp"
 #include "tarnsift/options/option_tree.hpp"
 
 namespace tarnsift {
@@ -45,6 +48,7 @@ void attachToHost(frmMain& window) {
       options->Document().selectSingleNode("//CASE[@ID='Kelvane']/LIST[@NAME='Components']/CASE[@NAME='KVSource']");
   window.KVSource->Attach(*window.KVWS, "KVSource", component ? component.getAttribute("CAPTION").asText() : "Source");
   window.KVWS->setOwnerForm(&window);
+  Form_Resize(window);
 }
 
 void openSessionState(frmMain& window) {
@@ -58,6 +62,8 @@ void openSessionState(frmMain& window) {
   if (!globals().OptionsRoot) throw platform::Error("the project's option document has no branch CASE 'Tarnsift'; run upgrade-options");
   window.ColumnNames = {};
   window.ColumnTypes = {};
+  ApplyColumnChoice(window, {});
+  UpdateCommandStates(window);
   // The document's own object: connected anew for every session, so a second Run does not answer twice.
   window.ProjectOptions->FLO_Saved.clear();
   window.ProjectOptions->FLO_Saved.connect([&window] { FLO_Saved(window); });

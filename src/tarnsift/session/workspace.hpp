@@ -11,6 +11,28 @@ namespace tarnsift {
 
 class KVWorkSpace;
 
+/// A control of the host in the window: the window places it, the host draws it. Twips.
+class HostControl : public Object {
+ public:
+  double Left = 0, Top = 0, Width = 0, Height = 0;
+  void Move(double left, double top, double width, double height) {
+    Left = left, Top = top, Width = width, Height = height;
+    Placed.raise();
+  }
+  bool Visible() const { return m_visible; }
+  void setVisible(bool visible) {
+    m_visible = visible;
+    Placed.raise();
+  }
+  /// Gives it the focus where there is a screen.
+  virtual void SetFocus() {}
+  platform::Event<> GotFocus;
+  platform::Event<> Placed; ///< moved, shown or hidden
+
+ private:
+  bool m_visible = true;
+};
+
 /// Runs search criteria over programs.
 class SearchHost : public Object {
  public:
@@ -29,7 +51,7 @@ class SearchHost : public Object {
 };
 
 /// The workspace control `KVWS`: knows the current program and shows its source.
-class KVWorkSpace : public Object {
+class KVWorkSpace : public HostControl {
  public:
   virtual void RegisterObject(const std::string& text, const std::string& key, const Ref<Object>& object) = 0;
   virtual void RegisterControl(KVWorkSpace& control, const std::string& key) = 0;
@@ -50,7 +72,7 @@ class KVWorkSpace : public Object {
 };
 
 /// The source viewer.
-class KVSource : public Object {
+class KVSource : public HostControl {
  public:
   virtual void Attach(KVWorkSpace& workspace, const std::string& key, const std::string& caption) = 0;
   virtual void Detach() = 0;

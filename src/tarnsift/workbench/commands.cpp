@@ -1,10 +1,16 @@
 #include "tarnsift/workbench/commands.hpp"
 
 #include "platform/runtime/string_table.hpp"
+#include "tarnsift/lists/comment.hpp"
+#include "tarnsift/lists/move.hpp"
+#include "tarnsift/lists/remove.hpp"
+#include "tarnsift/lists/select.hpp"
+#include "tarnsift/options/columns.hpp"
 #include "tarnsift/reports/reports.hpp"
 #include "tarnsift/search/filter.hpp"
 #include "tarnsift/search/synonym_search.hpp"
 #include "tarnsift/workbench/close.hpp"
+#include "tarnsift/workbench/panes.hpp"
 #include "tarnsift/workbench/progress.hpp"
 
 namespace tarnsift {
@@ -22,6 +28,24 @@ void viewLog(frmMain& window, int) { mnuViewLog_Click(window); }
 void helpTopics(frmMain& window, int) { mnuHelpTopics_Click(window); }
 void helpWindow(frmMain& window, int) { mnuHelpWindow_Click(window); }
 void helpAbout(frmMain& window, int) { mnuHelpAbout_Click(window); }
+void clearList(frmMain& window, int index) { mnuEditClearList_Click(window, index); }
+void clearAll(frmMain& window, int) { mnuEditClearAll_Click(window); }
+void removeUnused(frmMain& window, int index) { mnuFileRemoveUnused_Click(window, index); }
+void moveTo(frmMain& window, int index) { mnuMoveTo_Click(window, index); }
+void deleteEntries(frmMain& window, int) { mnuDelete_Click(window); }
+void selectByPattern(frmMain& window, int) { mnuSelect_Click(window); }
+void selectAll(frmMain& window, int) { mnuSelectAll_Click(window); }
+void comment(frmMain& window, int) { mnuComment_Click(window); }
+void viewPrograms(frmMain& window, int) { togglePane(window, "Programs"); }
+void viewLists(frmMain& window, int) { togglePane(window, "Lists"); }
+void viewSource(frmMain& window, int) { togglePane(window, "Source"); }
+void viewSynonyms(frmMain& window, int) { togglePane(window, "Synonyms"); }
+void viewColumns(frmMain& window, int) { mnuViewColumns_Click(window); }
+void viewOptions(frmMain& window, int) { mnuViewOptions_Click(window); }
+void filterButton(frmMain& window, int) {
+  showFilters(window);
+  UpdateSearchCommands(window);
+}
 void searchButton(frmMain& window, int) { popupSearch(window); }
 void reportButton(frmMain& window, int) { popupReport(window); }
 
@@ -45,15 +69,15 @@ constexpr MenuEntry kMenu[] = {
     {"mnuFileSynonyms", -1, 142, "mnuFile", "", 0, synonyms},
     separator("mnuFileSep5", "mnuFile"),
     {"mnuEditClear", -1, 143, "mnuFile", "", 0, nullptr},
-    {"mnuEditClearList", 0, 144, "mnuEditClear", "", 0, nullptr},
-    {"mnuEditClearList", 1, 145, "mnuEditClear", "", 0, nullptr},
-    {"mnuEditClearList", 2, 146, "mnuEditClear", "", 0, nullptr},
+    {"mnuEditClearList", 0, 144, "mnuEditClear", "", 0, clearList},
+    {"mnuEditClearList", 1, 145, "mnuEditClear", "", 0, clearList},
+    {"mnuEditClearList", 2, 146, "mnuEditClear", "", 0, clearList},
     separator("mnuEditClearSep1", "mnuEditClear"),
-    {"mnuEditClearAll", -1, 147, "mnuEditClear", "", 0, nullptr},
+    {"mnuEditClearAll", -1, 147, "mnuEditClear", "", 0, clearAll},
     {"mnuFileUnused", -1, 148, "mnuFile", "", 0, nullptr},
-    {"mnuFileRemoveUnused", 0, 149, "mnuFileUnused", "", 0, nullptr},
-    {"mnuFileRemoveUnused", 1, 150, "mnuFileUnused", "", 0, nullptr},
-    {"mnuFileRemoveUnused", 2, 151, "mnuFileUnused", "", 0, nullptr},
+    {"mnuFileRemoveUnused", 0, 149, "mnuFileUnused", "", 0, removeUnused},
+    {"mnuFileRemoveUnused", 1, 150, "mnuFileUnused", "", 0, removeUnused},
+    {"mnuFileRemoveUnused", 2, 151, "mnuFileUnused", "", 0, removeUnused},
     separator("mnuFileSep2", "mnuFile"),
     {"mnuFileCreate", -1, 152, "mnuFile", "", 0, nullptr},
     {"mnuFileCreateFrom", 0, 153, "mnuFileCreate", "", 0, nullptr},
@@ -62,27 +86,27 @@ constexpr MenuEntry kMenu[] = {
     separator("mnuFileSep4", "mnuFile"),
     {"mnuFileClose", -1, 157, "mnuFile", "", 0, closeWindow},
     {"mnuEdit", -1, 158, "", "", 2400030, nullptr},
-    {"mnuMoveTo", 0, 159, "mnuEdit", "F5", 0, nullptr},
-    {"mnuMoveTo", 1, 160, "mnuEdit", "F6", 0, nullptr},
-    {"mnuMoveTo", 2, 161, "mnuEdit", "F8", 0, nullptr},
+    {"mnuMoveTo", 0, 159, "mnuEdit", "F5", 0, moveTo},
+    {"mnuMoveTo", 1, 160, "mnuEdit", "F6", 0, moveTo},
+    {"mnuMoveTo", 2, 161, "mnuEdit", "F8", 0, moveTo},
     separator("mnuEditSep3", "mnuEdit"),
-    {"mnuDelete", -1, 162, "mnuEdit", "Del", 0, nullptr},
+    {"mnuDelete", -1, 162, "mnuEdit", "Del", 0, deleteEntries},
     separator("mnuEditSep0", "mnuEdit"),
-    {"mnuSelect", -1, 163, "mnuEdit", "", 0, nullptr},
-    {"mnuSelectAll", -1, 164, "mnuEdit", "Ctrl+A", 0, nullptr},
+    {"mnuSelect", -1, 163, "mnuEdit", "", 0, selectByPattern},
+    {"mnuSelectAll", -1, 164, "mnuEdit", "Ctrl+A", 0, selectAll},
     separator("mnuEditSep1", "mnuEdit"),
-    {"mnuComment", -1, 165, "mnuEdit", "", 0, nullptr},
+    {"mnuComment", -1, 165, "mnuEdit", "", 0, comment},
     {"mnuView", -1, 166, "", "", 2400040, nullptr},
-    {"mnuViewPrograms", -1, 167, "mnuView", "", 0, nullptr},
-    {"mnuViewLists", -1, 168, "mnuView", "", 0, nullptr},
-    {"mnuViewSource", -1, 169, "mnuView", "", 0, nullptr},
-    {"mnuViewSynonyms", -1, 170, "mnuView", "", 0, nullptr},
+    {"mnuViewPrograms", -1, 167, "mnuView", "", 0, viewPrograms},
+    {"mnuViewLists", -1, 168, "mnuView", "", 0, viewLists},
+    {"mnuViewSource", -1, 169, "mnuView", "", 0, viewSource},
+    {"mnuViewSynonyms", -1, 170, "mnuView", "", 0, viewSynonyms},
     separator("mnuViewSep", "mnuView"),
     {"mnuViewLog", -1, 171, "mnuView", "", 0, viewLog},
     separator("mnuViewSep1", "mnuView"),
-    {"mnuViewColumns", -1, 172, "mnuView", "", 0, nullptr},
+    {"mnuViewColumns", -1, 172, "mnuView", "", 0, viewColumns},
     separator("mnuViewSep2", "mnuView"),
-    {"mnuViewOptions", -1, 173, "mnuView", "", 0, nullptr},
+    {"mnuViewOptions", -1, 173, "mnuView", "", 0, viewOptions},
     {"mnuHelp", -1, 176, "", "", 2400050, nullptr},
     {"mnuHelpTopics", -1, 177, "mnuHelp", "", 0, helpTopics},
     {"mnuHelpWindow", -1, 178, "mnuHelp", "", 0, helpWindow},
@@ -91,29 +115,24 @@ constexpr MenuEntry kMenu[] = {
 };
 
 constexpr ButtonEntry kButtons[] = {
-    {"Filter", 110, "Filter", {}, nullptr, -1},
+    {"Filter", 110, "Filter", {}, filterButton, -1},
     {"Search", 111, "Run", {112, 113, 114, 115}, searchButton, -1},
     {"Synonyms", 116, "Synonyms", {}, synonyms, -1},
     {"", 0, "", {}, nullptr, -1},
-    {"Options", 117, "Options", {}, nullptr, -1},
+    {"Options", 117, "Options", {}, viewOptions, -1},
     {"", 0, "", {}, nullptr, -1},
-    {"MoveWorking", 118, "MoveSuspicious", {}, nullptr, 0},
-    {"MoveAccepted", 119, "MoveBad", {}, nullptr, 1},
-    {"MoveRejected", 120, "MoveGood", {}, nullptr, 2},
-    {"Delete", 121, "Delete", {}, nullptr, -1},
-    {"Note", 122, "Note", {}, nullptr, -1},
+    {"MoveWorking", 118, "MoveSuspicious", {}, moveTo, 0},
+    {"MoveAccepted", 119, "MoveBad", {}, moveTo, 1},
+    {"MoveRejected", 120, "MoveGood", {}, moveTo, 2},
+    {"Delete", 121, "Delete", {}, deleteEntries, -1},
+    {"Note", 122, "Note", {}, comment, -1},
     {"", 0, "", {}, nullptr, -1},
     {"Report", 123, "Report", {}, reportButton, -1},
     {"", 0, "", {}, nullptr, -1},
-    {"Columns", 124, "Columns", {}, nullptr, -1},
+    {"Columns", 124, "Columns", {}, viewColumns, -1},
 };
 
-constexpr std::string_view kLater[] = {
-    "mnuEditClearList", "mnuEditClearAll", "mnuFileRemoveUnused", "mnuFileCreateFrom", "mnuMoveTo", "mnuDelete",
-    "mnuSelect",        "mnuSelectAll",    "mnuComment",          "mnuViewPrograms",   "mnuViewLists", "mnuViewSource",
-    "mnuViewSynonyms",  "mnuViewColumns",  "mnuViewOptions",      "Filter",            "Options",   "MoveWorking",
-    "MoveAccepted",     "MoveRejected",    "Delete",              "Note",              "Columns",
-};
+constexpr std::string_view kLater[] = {"mnuFileReportType(6)", "mnuFileCreateFrom"};
 
 const ButtonEntry& entryOf(const ToolbarButton& button) {
   return *std::find_if(std::begin(kButtons), std::end(kButtons), [&](const ButtonEntry& entry) { return entry.key == button.Key; });

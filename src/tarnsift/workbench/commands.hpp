@@ -33,7 +33,7 @@ struct ButtonEntry {
 };
 std::span<const ButtonEntry> buttonEntries();
 
-/// Names of the entries whose handlers are not built yet.
+/// Names of the entries whose handlers are not built yet, with the index where others of the array are.
 std::span<const std::string_view> laterCommands();
 
 /// Makes the menus and the buttons of a new window and ties their handlers. `guard` runs a handler and deals with its error.

@@ -8,6 +8,7 @@
 #include "tarnsift/store/program_database.hpp"
 #include "tarnsift/workbench/close.hpp"
 #include "tarnsift/workbench/commands.hpp"
+#include "tarnsift/workbench/panes.hpp"
 #include "tarnsift/workbench/progress.hpp"
 #include "tarnsift/workbench/split.hpp"
 
@@ -45,7 +46,7 @@ void emptyControls(frmMain& window) {
     list->ListItems.Clear();
     list->sortBy(std::nullopt);
   }
-  window.tsLists.select(1);
+  window.tsLists.reset();
 }
 
 // The host's controls live from one loading of the window to its close.
@@ -59,6 +60,10 @@ void createHostControls(frmMain& window) {
   window.SearchPopupOpen = false;
   window.PendingSearchTarget = -1;
   window.KVWS->ProgramChanged.connect([&window] { KVWS_ProgramChanged(window); });
+  window.KVWS->SourceChanged.connect([&window] { KVWS_SourceChanged(window); });
+  window.KVSource->GotFocus.connect([&window] { window.Splitter->Panes("Source").Activate(); });
+  window.Splitter->PanesArranged.connect([&window] { Splitter_PanesArranged(window); });
+  window.Splitter->PaneActivated.connect([&window](SplitterPane& pane) { Splitter_PaneActivated(window, pane); });
 }
 
 void wireForm(frmMain& window) {
@@ -67,6 +72,9 @@ void wireForm(frmMain& window) {
     createHostControls(window);
     Form_Load(window);
   });
+  window.Resize.connect([&window] { Form_Resize(window); });
+  window.cbCoolBar.HeightChanged.connect([&window] { Form_Resize(window); });
+  window.KeyDown.connect([&window](int& code, int shift) { guard(window, [&] { Form_KeyDown(window, code, shift); }); });
   window.QueryUnload.connect([&window](bool& cancel) { Form_QueryUnload(window, cancel); });
   window.Unload.connect([&window](bool& cancel) { Form_Unload(window, cancel); });
 }
