@@ -20,5 +20,5 @@ function(tarnsift_test name)
   target_compile_definitions(${name} PRIVATE TARNSIFT_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
   target_precompile_headers(${name} PRIVATE
     <algorithm> <map> <memory> <string> <vector> <gmock/gmock.h> <gtest/gtest.h>)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 ENVIRONMENT LC_ALL=C)
 endfunction()

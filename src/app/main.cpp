@@ -6,6 +6,7 @@
 #include "app/command_line.hpp"
 #include "orvane/projects.hpp"
 #include "platform/dao/dao.hpp"
+#include "platform/runtime/string_table.hpp"
 #include "platform/runtime/text.hpp"
 
 namespace app {
@@ -37,11 +38,20 @@ int fail(int status, const char* text) {
   return status;
 }
 
+void chooseLanguage(const std::string& code) {
+  platform::setLanguage(code == "ja"   ? platform::Language::Japanese
+                        : code == "ko" ? platform::Language::Korean
+                                       : platform::Language::English);
+}
+
 int run(int argc, char** argv) {
   CLI::App parser("Finds out which datanames of COBOL programs a change reaches, and where they are used.", "tarnsift");
   app::Context context;
   parser.add_option("-C,--base", context.baseOption, "Base folder (default: the nearest one here or above)")->type_name("DIR");
   parser.add_option("--project", context.projectOption, "Project (default: the only one)")->type_name("NAME");
+  parser.add_option_function<std::string>("--language", chooseLanguage, "Language of reports and generated comments: en, ja or ko (default: the locale's)")
+      ->type_name("CODE")
+      ->check(CLI::IsMember({"en", "ja", "ko"}));
   parser.set_version_flag("--version", "tarnsift " TARNSIFT_VERSION);
   parser.fallthrough();
   parser.require_subcommand(1);

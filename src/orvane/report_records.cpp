@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "platform/runtime/string_table.hpp"
 #include "platform/runtime/text.hpp"
 #include "platform/xml/xml.hpp"
 
@@ -14,6 +15,31 @@ namespace {
 constexpr const char* kPlaceKey = "File";
 constexpr const char* kCodeKey = "Source";
 constexpr const char* kHeadKey = "ProgramName";
+
+// Headings of the columns that the record format does not name itself.
+struct OwnHeading {
+  std::string_view key;
+  const char* english;
+  const char* japanese;
+  const char* korean;
+};
+constexpr OwnHeading kOwnHeadings[] = {
+    {"program", "Program", "プログラム", "프로그램"},
+    {"file", "File", "ファイル", "파일"},
+    {"line", "Line", "行", "줄"},
+    {"column", "Column", "桁", "열"},
+    {"text", "Text", "テキスト", "텍스트"},
+    {"marked", "Marked", "該当", "해당"},
+};
+
+PlainField ownField(std::string_view key, bool isNumber = false, bool isFlag = false) {
+  const auto* heading = std::find_if(std::begin(kOwnHeadings), std::end(kOwnHeadings), [&](const auto& entry) { return entry.key == key; });
+  switch (platform::language()) {
+  case platform::Language::Japanese: return {std::string(key), heading->japanese, isNumber, isFlag};
+  case platform::Language::Korean: return {std::string(key), heading->korean, isNumber, isFlag};
+  default: return {std::string(key), heading->english, isNumber, isFlag};
+  }
+}
 
 [[noreturn]] void failed(const char* what) { throw platform::FileError(what, std::strerror(errno)); }
 
@@ -93,15 +119,9 @@ PlainRows::PlainRows(const std::vector<ReportColumn>& columns, RecordFile& recor
     m_sources.push_back(i);
   }
   if (m_isCode)
-    m_fields = {{"program", "Program", false, false},
-                {"file", "File", false, false},
-                {"line", "Line", true, false},
-                {"text", "Text", false, false},
-                {"marked", "Marked", false, true}};
+    m_fields = {ownField("program"), ownField("file"), ownField("line", true), ownField("text"), ownField("marked", false, true)};
   if (m_place != SIZE_MAX) {
-    m_fields.push_back({"file", "File", false, false});
-    m_fields.push_back({"line", "Line", true, false});
-    m_fields.push_back({"column", "Column", true, false});
+    m_fields.insert(m_fields.end(), {ownField("file"), ownField("line", true), ownField("column", true)});
   }
 }
 

@@ -45,7 +45,7 @@ class RecordFile {
 /// A report as rows of plain values for CSV and JSON.
 struct PlainField {
   std::string key;     ///< never translated
-  std::string caption; ///< heading in CSV
+  std::string caption; ///< heading in CSV, in the chosen language
   bool isNumber = false;
   bool isFlag = false;
 };

@@ -115,6 +115,19 @@ TEST_F(Road, ReportsComeInThreeFormatsFromTheSameRecords) {
   EXPECT_TRUE(file.ends_with("Output/accounts Affected Datanames.html\n")) << file;
 }
 
+TEST_F(Road, ReportsSpeakTheLanguageAskedFor) {
+  project();
+  good("filter --like ACCT-NO --to affected --language ko");
+  good("filter --like ACCT-NAME --to affected --language ja");
+  EXPECT_EQ(good("report affected --format csv --language ja").out,
+            "プログラム,データ名,コメント,ファイル,行,桁\r\n"
+            "PAY,ACCT-NO,검색 조건 'Names:ACCT-NO'에 일치,copy\\ACCTREC.cpy,2,14\r\n"
+            "PAY,ACCT-NAME,検索条件 'Names:ACCT-NAME' に一致,copy\\ACCTREC.cpy,4,14\r\n");
+  EXPECT_EQ(good("--language ko report possible --format json").objects().at(0)["status"], "영향 있음") << "keys stay as they are";
+  EXPECT_TRUE(good("report affected --language ja").out.ends_with("Output/accounts 影響を受けるデータ名.html\n"));
+  EXPECT_EQ(run("report affected --language de").status, 2);
+}
+
 TEST_F(Road, DecisionsOutliveAChangedSource) {
   project();
   good("filter --like 'WS-*' --to clean");

@@ -35,7 +35,7 @@ void tellFailure(const std::exception& error) {
 } // namespace
 
 long TarnsiftEngine::Run(const Value& Frontend, const Value&, const Value&) {
-  platform::setStringTable(platform::Language::English, englishStrings());
+  registerStrings();
   try {
     openSession(Frontend);
   } catch (const std::exception& error) {
