@@ -48,7 +48,7 @@ TEST_F(Classify, AWholeClassificationCanBeScripted) {
   EXPECT_EQ(lists("ONE"), "A-REC.A-KEY affected []\nB-KEY clean [ key & \"more\" ]\nC-KEY working []\n1 1 1\n");
   good("unused --from working");
   good("move --to working A-REC --program TWO");
-  EXPECT_EQ(good("unused --from working --program TWO").out, "Working 1 (-1), Affected 1 (+0), Clean 1 (+0); 1 of 2 program(s) changed\n")
+  EXPECT_EQ(good("unused --from working --program TWO").out, "Working 2 (-1), Affected 1 (+0), Clean 1 (+0); 1 of 2 program(s) changed\n")
       << "C-KEY is used, the record is not; ONE keeps its C-KEY";
 }
 

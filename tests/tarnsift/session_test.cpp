@@ -26,7 +26,7 @@ TEST(Session, RunFillsTheWindowWithTheProgramsAndTheirListsAndGivesZero) {
   EXPECT_EQ(
       host.captions,
       (std::map<std::string, std::string>{
-          {"Programs", "Programs - 2 item(s)"}, {"Lists", "Lists"}, {"Synonyms", "Synonyms"}, {"Source", "Source"}}));
+          {"Programs", "Programs - 2 item(s)"}, {"Lists", "Lists"}, {"Synonyms", "Synonyms for variable 'CUST-NO' - 0 item(s)"}, {"Source", "Source"}}));
   EXPECT_THAT(host.messages(), ElementsAre());
 }
 
