@@ -1,11 +1,13 @@
 #include <filesystem>
 #include <iostream>
+#include <set>
 
 #include <fmt/format.h>
 
 #include "app/headless_session.hpp"
 #include "app/text_table.hpp"
 #include "app/verifying.hpp"
+#include "app/widening.hpp"
 #include "orvane/criteria/criterion.hpp"
 #include "orvane/program_facts.hpp"
 #include "orvane/projects.hpp"
@@ -23,10 +25,13 @@ constexpr int kAffected = 1;
 constexpr int kAffectedCode = 5;
 constexpr const char* kOwnBase = "tarnsift-base"; // made where the command runs when there is no base folder
 
+constexpr std::size_t kOriginsShown = 2;
+
 struct Choice {
   std::vector<std::string> sources, copybooks;
   std::string like, unlike, depth = "all", report;
   int jobs = 0;
+  bool withinPrograms = false;
 };
 
 // Rounds of the synonym search; nothing for "all".
@@ -61,29 +66,11 @@ std::string projectFor(const Context& context, const Choice& choice, const orvan
   return orvane::createProject(base, repository, name)->Attribute("Name").asText();
 }
 
-// The synonym search from Affected to Affected until nothing changes. A program whose list did not grow in a round has no
-// new seeds, so the next round leaves it out.
-int widen(HeadlessSession& session, std::optional<int> rounds) {
-  std::vector<std::string> growing;
-  for (const auto& program : session.counts())
-    if (program.counts[kAffected] > 0) growing.push_back(program.key);
-  int done = 0;
-  while (!growing.empty() && (!rounds || done < *rounds)) {
-    const auto before = session.counts();
-    session.select(growing);
-    session.findSynonyms(kAffected, kAffected);
-    ++done;
-    const auto after = session.counts();
-    growing.clear();
-    for (std::size_t i = 0; i < after.size(); ++i)
-      if (after[i].counts[kAffected] != before[i].counts[kAffected]) growing.push_back(after[i].key);
-  }
-  return done;
-}
-
 struct Reach {
   std::string program;
   std::int64_t datanames = 0, affected = 0, affectedUsages = 0, usages = 0;
+  bool byNames = false;
+  std::set<std::string> origins; ///< calls and files that it was reached by, as comments tell them
   float share() const { return usages == 0 ? 0 : static_cast<float>(static_cast<double>(affectedUsages) / static_cast<double>(usages)); }
 };
 
@@ -96,16 +83,31 @@ Reach reachOf(const orvane::ProgramFacts& facts, const std::string& project) {
   for (const auto& [kvid, decision] : orvane::decisionsOf(facts, project)) {
     if (decision.status != kAffected) continue;
     ++reach.affected;
+    reach.byNames = reach.byNames || decision.comment.find("Names:") != std::string::npos;
+    if (std::string origin = orvane::originIn(decision.comment); !origin.empty()) reach.origins.insert(std::move(origin));
     if (const int construct = data.find(kvid); construct >= 0) reach.affectedUsages += data.constructs[static_cast<std::size_t>(construct)].usages;
   }
   return reach;
+}
+
+// How a program was reached: by names of its own, else over calls and files from other programs.
+std::string reachedBy(const Reach& reach) {
+  if (reach.byNames) return "names";
+  std::string text;
+  std::size_t count = 0;
+  for (const std::string& origin : reach.origins) {
+    if (origin.ends_with(" " + reach.program) || ++count > kOriginsShown) continue;
+    text += (text.empty() ? "" : ", ") + origin;
+  }
+  return count > kOriginsShown ? fmt::format("{} and {} more", text, count - kOriginsShown) : text;
 }
 
 void printReach(const std::vector<Reach>& all) {
   std::vector<std::int64_t> counts;
   for (const Reach& reach : all) counts.push_back(reach.affected);
   const tarnsift::SizeLimits limits = tarnsift::proposeSizeLimits(counts);
-  TextTable table({{"Program"}, {"Datanames", true}, {"Affected", true}, {"Affected usages", true}, {"Usages(%)", true}, {"Size"}});
+  TextTable table({{"Program"}, {"Datanames", true}, {"Affected", true}, {"Affected usages", true}, {"Usages(%)", true}, {"Size"},
+                   {"Reached by"}});
   Reach total;
   std::size_t reached = 0;
   for (const Reach& reach : all) {
@@ -116,10 +118,10 @@ void printReach(const std::vector<Reach>& all) {
     if (reach.affected == 0) continue;
     ++reached;
     table.row({reach.program, std::to_string(reach.datanames), std::to_string(reach.affected), std::to_string(reach.affectedUsages),
-               platform::formatPercent(reach.share()), std::string(tarnsift::changeSize(reach.affected, limits))});
+               platform::formatPercent(reach.share()), std::string(tarnsift::changeSize(reach.affected, limits)), reachedBy(reach)});
   }
   table.row({fmt::format("{} of {} programs", reached, all.size()), std::to_string(total.datanames), std::to_string(total.affected),
-             std::to_string(total.affectedUsages), platform::formatPercent(total.share()), ""});
+             std::to_string(total.affectedUsages), platform::formatPercent(total.share()), "", ""});
   table.print(std::cout, 1);
 }
 
@@ -140,7 +142,7 @@ void runImpact(const Context& context, const Choice& choice) {
   }
   HeadlessSession session(base, project, "*");
   session.filter(criterion, kAffected);
-  const int done = widen(session, rounds);
+  const int done = Widening(session, project, criterion, choice.withinPrograms ? Borders::closed : Borders::open).run(rounds);
   session.host().reports().targets = {{orvane::ReportFormat::html, choice.report}};
   session.report(kAffectedCode);
   const std::string report = session.host().reports().written.back();
@@ -159,7 +161,8 @@ void runImpact(const Context& context, const Choice& choice) {
 
 void addImpact(CLI::App& app, Context& context) {
   auto* command = app.add_subcommand("impact", "The whole job in one step: reads the sources, places the names that match in Affected, widens "
-                                               "them by synonyms until nothing changes, and writes the affected code report.");
+                                               "them by synonyms, and over calls and files into other programs, until nothing "
+                                               "changes, and writes the affected code report.");
   auto choice = std::make_shared<Choice>();
   command->add_option("SOURCE", choice->sources, "Folders or files of COBOL source")->required()->check(CLI::ExistingPath);
   command->add_option("--like", choice->like, "Names to start from: * any run, ? one character, # one digit, [..] a set")
@@ -167,6 +170,7 @@ void addImpact(CLI::App& app, Context& context) {
       ->type_name("PATTERN");
   command->add_option("--unlike", choice->unlike, "But not names that match this")->type_name("PATTERN");
   command->add_option("--depth", choice->depth, "Rounds of the synonym search, or all")->type_name("N|all");
+  command->add_flag("--within-programs", choice->withinPrograms, "Stop at calls and files instead of going on in the other programs");
   command->add_option("--copybooks", choice->copybooks, "Folders of copybooks, searched in this order")->check(CLI::ExistingDirectory);
   command->add_option("--jobs", choice->jobs, "Programs analysed at a time (default: one a core)")->check(CLI::Range(1, 256));
   command->add_option("-o,--output", choice->report, "The report (default: in the base folder's Output)")->type_name("REPORT.html");

@@ -33,7 +33,7 @@ std::map<std::string, Section> documented() {
       inKeys = false;
     } else if (!command.empty() && line.starts_with("| `")) {
       const std::string cell = line.substr(0, line.find('|', 2));
-      const std::regex word(inKeys ? "`([a-z_]+)`" : "`(--[a-z]+)");
+      const std::regex word(inKeys ? "`([a-z_]+)`" : "`(--[a-z-]+)");
       for (std::sregex_iterator at(cell.begin(), cell.end(), word), end; at != end; ++at)
         (inKeys ? sections[command].keys : sections[command].options).insert((*at)[1]);
     }
@@ -60,7 +60,7 @@ TEST_F(CliDocument, NamesEveryCommandAndOptionOfTheProgramAndNoOther) {
   EXPECT_EQ(wordsOf(help.substr(help.find("Subcommands:"), help.find("Examples:") - help.find("Subcommands:")), "\n  ([a-z-]+) "), named);
   for (const auto& [command, section] : sections) {
     const std::string own = good(command + " --help").out;
-    auto options = wordsOf(own.substr(0, own.find("Example")), "(?:  |,)(--[a-z]+)");
+    auto options = wordsOf(own.substr(0, own.find("Example")), "(?:  |,)(--[a-z-]+)");
     options.erase("--help");
     EXPECT_EQ(options, section.options) << command;
     EXPECT_NE(own.find("Example"), std::string::npos) << command << " shows no example";

@@ -42,10 +42,10 @@ class Road : public CommandTest {
 TEST_F(Road, ImpactFollowsTheValueAndWritesTheReport) {
   const Result result = good("impact src --copybooks copy --like ACCT-NO -o out.html --project accounts");
   EXPECT_EQ(result.out, "verified 2, unchanged 0, not verified 0; 24 lines, 8 datanames, 4 relationships\n"
-                        "Program          Datanames  Affected  Affected usages  Usages(%)  Size\n"
-                        "---------------  ---------  --------  ---------------  ---------  ----\n"
-                        "PAY                      7         4                5      71.4%  XL\n"
-                        "---------------  ---------  --------  ---------------  ---------  ----\n"
+                        "Program          Datanames  Affected  Affected usages  Usages(%)  Size  Reached by\n"
+                        "---------------  ---------  --------  ---------------  ---------  ----  ----------\n"
+                        "PAY                      7         4                5      71.4%  XL    names\n"
+                        "---------------  ---------  --------  ---------------  ---------  ----  ----------\n"
                         "1 of 2 programs          8         4                5      62.5%\n"
                         "names like ACCT-NO, widened by 3 round(s) of synonyms\n"
                         "report: out.html\n");

@@ -70,6 +70,12 @@ TEST(Criteria, MatchWhatTheySayAndNothingElse) {
       {"Use:FileRecord", "F-REC F-KEY"},
       {"Use:Call", "W-DATE"},
       {"Use:Embedded", "W-LONE"},
+      {"Across:call SUB(1)", "SUB(1)"},
+      {"Across:call sub(1) from CALLER at 1-6", "W-DATE"},
+      {"Across:file FDD", "F-REC FDD"},
+      {"Across:file FDD with OTHER at 1-8", "F-REC F-KEY"},
+      {"Across:file FDD at 3-4", "F-KEY"},
+      {"Across:file FDD at 9-12", ""},
   };
   std::set<std::string> tested;
   for (const auto& [criterion, names] : kCases) EXPECT_EQ(matching(criterion), names) << criterion;
@@ -81,7 +87,8 @@ TEST(Criteria, MatchWhatTheySayAndNothingElse) {
 
 TEST(Criteria, RefuseWhatTheyDoNotUnderstand) {
   for (const char* name : {"", "Names", "Names:[A", "Declaration:Level x", "Declaration:Size 8-2", "Declaration:Size", "Declaration:Kind thing",
-                           "Use:Unused really", "Use:", "Colour:Red"})
+                           "Use:Unused really", "Use:", "Across:file", "Across:file FDD at 0-8", "Across:call SUB(1) at x",
+                           "Colour:Red"})
     EXPECT_THROW(orvane::criterionNamed(name), platform::Error) << name;
   EXPECT_EQ(orvane::nameOfPatterns("", "OLD*"), "Names:* but not OLD*");
 }

@@ -22,6 +22,8 @@ constexpr CriterionKind kKinds[] = {
     {"Use", "FileRecord", "", "Use:FileRecord", false, isInFileRecord},
     {"Use", "Call", "", "Use:Call", false, isPassedToCall},
     {"Use", "Embedded", "", "Use:Embedded", false, isInEmbeddedStatement},
+    {"Across", "call", "parameter", "Across:call SUB(1) at 1-8", true, isAcrossCall},
+    {"Across", "file", "file", "Across:file ACCTMST at 9-16", true, isAcrossFile},
 };
 
 bool isHidden(const ConstructRecord& record) {

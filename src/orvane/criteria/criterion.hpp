@@ -9,7 +9,7 @@
 
 namespace orvane {
 
-/// Whether a construct of a program matches.
+/// Whether a construct of a program matches. A program's constructs are asked for in ascending order, all of them.
 using Criterion = std::function<bool(const StoreData&, std::uint32_t construct)>;
 
 /// A kind of criterion: one row of the table, one file. Its name is "tab:word" or "tab:word argument".
@@ -43,5 +43,7 @@ Criterion isWrittenOnly(const std::string& argument);
 Criterion isInFileRecord(const std::string& argument);
 Criterion isPassedToCall(const std::string& argument);
 Criterion isInEmbeddedStatement(const std::string& argument);
+Criterion isAcrossCall(const std::string& argument);
+Criterion isAcrossFile(const std::string& argument);
 
 } // namespace orvane
