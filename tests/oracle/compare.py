@@ -1,0 +1,252 @@
+"""Joins the analyser's dump with what the compiler says and counts, per kind of fact, what is equal.
+
+A difference that comes from the compiler or from its listing, not from the analyser, is masked by a named rule; every
+rule stands in `MASKS_*` with its reason. What is left is printed.
+"""
+import os
+import re
+from collections import Counter, defaultdict
+
+from sanitise import lines_of
+
+NAME_LENGTH = 30
+KINDS = ('item', 'size', 'declaring line', 'reference line', 'write', 'area', 'offset')
+NO_ITEMS = ('index', 'constant', 'register', 'call slot', 'file slot', 'undeclared', 'switch')
+
+
+class Tally:
+    def __init__(self):
+        self.ours = Counter()     # facts the analyser states
+        self.theirs = Counter()   # facts the compiler states
+        self.equal = Counter()
+        self.masked = Counter()   # (kind, rule) → differences
+        self.left = []            # (kind, text)
+        self.programs = self.clean = self.placed = self.silent = 0
+        self.unseen = Counter()
+
+    def add(self, other):
+        for name in ('ours', 'theirs', 'equal', 'masked', 'unseen'):
+            getattr(self, name).update(getattr(other, name))
+        self.left += other.left
+        for name in ('programs', 'clean', 'placed', 'silent'):
+            setattr(self, name, getattr(self, name) + getattr(other, name))
+
+
+class Texts:
+    """Whether a physical line carries a name: listing lines that do not are known to be off."""
+
+    def __init__(self):
+        self.lines = {}
+
+    def line(self, path, number):
+        if path not in self.lines:
+            self.lines[path] = lines_of(path)
+        lines = self.lines[path]
+        return lines[number - 1].upper() if 0 < number <= len(lines) else ''
+
+    def carries(self, path, number, name):
+        return re.search(r'(?<![\w-])' + re.escape(name) + r'(?![\w-])', self.line(path, number)) is not None
+
+
+def numbered(pairs):
+    """(key, thing)… → {(key, n): thing}, n counting equal keys in order."""
+    seen, result = Counter(), {}
+    for key, thing in pairs:
+        seen[key] += 1
+        result[key + (seen[key],)] = thing
+    return result
+
+
+class Comparison:
+    def __init__(self, head, constructs, compiled, texts):
+        self.files = [os.path.realpath(f['path']) for f in head['files']]
+        self.compiled, self.texts, self.tally = compiled, texts, Tally()
+        self.unit = os.path.basename(head['unit'])
+        self.clean = bool(compiled.items) and not compiled.errors
+        single = len({i.program for i in compiled.items}) == 1
+        self.constructs = constructs
+        self.ours = numbered(((self._program(c['program'], single), c['level'], c['path']), c) for c in constructs
+                             if c['kind'] not in NO_ITEMS and not c['flags'] & 64)
+        self.theirs = numbered(((self._program(i.program, single), i.level, i.path.upper()), i) for i in compiled.items
+                               if i.kind != 'FILE' and self._declared(i))
+
+    @staticmethod
+    def _program(name, single):
+        return '' if single else name.upper()
+
+    def _declared(self, item):
+        """Not one of the declarations that were added to the text."""
+        top = item
+        while top.parent:
+            top = top.parent
+        if top.name == 'DEBUG-ITEM':  # a register that the compiler lists where WITH DEBUGGING MODE stands
+            return False
+        return item.line is None and top.line is None or self._place(item.line or top.line) is not None
+
+    def _place(self, line):
+        origin = self.compiled.origin
+        return origin[line - 1] if line and 0 < line <= len(origin) else None
+
+    def _note(self, kind, what, masks, *facts):
+        for rule, test in masks:
+            if test(self, *facts):
+                self.tally.masked[kind, rule] += 1
+                return
+        self.tally.left.append((kind, '%s: %s' % (self.unit, what)))
+
+    def run(self):
+        tally = self.tally
+        tally.programs = 1
+        if not self.compiled.items:
+            tally.silent = 1
+            return tally
+        tally.clean = int(self.clean)
+        tally.placed = int(self.compiled.offsets)
+        self._items()
+        pairs = [(self.ours[k], self.theirs[k]) for k in self.ours if k in self.theirs]
+        for ours, theirs in pairs:
+            self._size(ours, theirs)
+            if theirs.line and ours['kind'] != 'filler':
+                self._declaration(ours, theirs)
+                self._uses(ours, theirs)
+        if self.compiled.offsets:
+            self._places(pairs)
+        return tally
+
+    def _items(self):
+        self.tally.ours['item'] += len(self.ours)
+        self.tally.theirs['item'] += len(self.theirs)
+        for key, ours in self.ours.items():
+            if key in self.theirs:
+                self.tally.equal['item'] += 1
+            else:
+                self._note('item', 'only ours %02d %s (%s)' % (ours['level'], ours['path'], self._ours_at(ours)),
+                           MASKS_ITEM, ours, None)
+        for key, theirs in self.theirs.items():
+            if key not in self.ours:
+                self._note('item', 'only theirs %02d %s (%s)' % (theirs.level, theirs.path, self._place(theirs.line)),
+                           MASKS_ITEM, None, theirs)
+
+    def _ours_at(self, ours):
+        return '%s:%d' % (os.path.basename(self.files[ours['file']]), ours['line'])
+
+    def _size(self, ours, theirs):
+        if theirs.level == 88 or theirs.size is None:
+            return
+        size = ours['size'] if theirs.group else ours['length']
+        self.tally.ours['size'] += 1
+        self.tally.theirs['size'] += 1
+        if size == theirs.size:
+            self.tally.equal['size'] += 1
+        else:
+            self._note('size', '%s ours %d theirs %d %s (%s)' % (ours['path'], size, theirs.size, theirs.text,
+                                                                self._ours_at(ours)), MASKS_SIZE, ours, theirs)
+
+    def _declaration(self, ours, theirs):
+        place = self._place(theirs.line)
+        equal = (self.files[ours['file']], ours['line']) == place
+        if not equal and (place is None or not self.texts.carries(*place, ours['name'])):
+            self.tally.unseen['declaring line'] += 1
+            return
+        self.tally.ours['declaring line'] += 1
+        self.tally.theirs['declaring line'] += 1
+        if equal:
+            self.tally.equal['declaring line'] += 1
+        else:
+            self._note('declaring line', '%s ours %s theirs %s:%d' % (ours['path'], self._ours_at(ours),
+                       os.path.basename(place[0]), place[1]), (), ours, theirs)
+
+    def _uses(self, ours, theirs):
+        usages, named = defaultdict(set), set()
+        for file, line, _, access, _ in ours['references']:
+            if access in 'RWB':
+                usages[self.files[file], line].add(access)
+            elif access != 'D':
+                named.add((self.files[file], line))
+        listed = defaultdict(bool)
+        for line, written in theirs.references:
+            place = self._place(line)
+            if place not in usages and (place is None or not self.texts.carries(*place, ours['name'])):
+                self.tally.unseen['reference line'] += 1
+                continue
+            listed[place] |= written
+        for place, written in listed.items():
+            self.tally.theirs['reference line'] += 1
+            if place in usages:
+                self.tally.equal['reference line'] += 1
+            else:
+                self._note('reference line', 'missed %s %s:%d %s' % (ours['path'], os.path.basename(place[0]), place[1],
+                           self.texts.line(*place).strip()), MASKS_MISSED, ours, place, named)
+                continue
+            if written:
+                self.tally.theirs['write'] += 1
+                self.tally.ours['write'] += 1
+                if usages[place] & {'W', 'B'}:
+                    self.tally.equal['write'] += 1
+                else:
+                    self._note('write', '%s %s:%d %s' % (ours['path'], os.path.basename(place[0]), place[1],
+                               self.texts.line(*place).strip()), MASKS_WRITE, ours, place)
+        for place in usages:
+            self.tally.ours['reference line'] += 1
+            if place not in listed:
+                self._note('reference line', 'extra %s %s:%d %s' % (ours['path'], os.path.basename(place[0]), place[1],
+                           self.texts.line(*place).strip()), MASKS_EXTRA, ours, place, theirs)
+
+    def _places(self, pairs):
+        """Bases stand for areas: equal bases ⇔ equal areas; within an area the distances agree."""
+        by_area, by_base = {}, {}
+        for ours, theirs in pairs:
+            if theirs.place is None or ours['area'] < 0:
+                continue
+            base, offset = theirs.place
+            for kind in ('area', 'offset'):
+                self.tally.ours[kind] += 1
+                self.tally.theirs[kind] += 1
+            first = by_area.setdefault(ours['area'], (base, ours, offset))
+            other = by_base.setdefault(base, (ours['area'], ours))
+            what = '%s (%s)' % (ours['path'], self._ours_at(ours))
+            if first[0] == base and other[0] == ours['area']:
+                self.tally.equal['area'] += 1
+            else:
+                self._note('area', '%s ours with %s, theirs with %s' % (what, first[1]['path'], other[1]['path']),
+                           MASKS_AREA, ours, theirs)
+            if ours['position'] == offset:
+                self.tally.equal['offset'] += 1
+            else:
+                self._note('offset', '%s ours %d theirs %d' % (what, ours['position'], offset), MASKS_OFFSET, ours,
+                           theirs)
+
+
+def _in_exec(self, place):
+    return place[1] in self.compiled.exec_lines.get(place[0], ())
+
+
+def _verb_on(self, place, words):
+    """One of the words on the line or on the lines before it back to the sentence or verb it belongs to."""
+    for back in range(0, 12):
+        text = self.texts.line(place[0], place[1] - back)
+        if re.search(words, text):
+            return True
+        if back and re.search(r'\.\s*$', text[:72]):
+            return False
+    return False
+
+
+MASKS_ITEM = (
+    # A program with errors loses entries; only programs that compile clean say what is not there.
+    ('program with errors', lambda self, ours, theirs: not self.clean),
+)
+MASKS_SIZE = (
+    ('size 0 of a record with errors', lambda self, ours, theirs: theirs.size == 0 or not self.clean),
+)
+MASKS_MISSED = (
+    # The compiler lists a qualifier where it was needed; for the analyser it is named, not used.
+    ('only named', lambda self, ours, place, named: place in named),
+)
+MASKS_WRITE = ()
+MASKS_EXTRA = (
+    ('program with errors', lambda self, ours, place, theirs: not self.clean),
+    ('embedded statement', lambda self, ours, place, theirs: _in_exec(self, place)),
+)
+MASKS_AREA = ()
+MASKS_OFFSET = ()
