@@ -19,7 +19,7 @@ class Tally:
         self.ours = Counter()     # facts the analyser states
         self.theirs = Counter()   # facts the compiler states
         self.equal = Counter()
-        self.masked = Counter()   # (kind, rule) → differences
+        self.masked = Counter()   # (kind, side, rule) → differences; side: ours, theirs, both
         self.left = []            # (kind, text)
         self.programs = self.clean = self.placed = self.silent = 0
         self.unseen = Counter()
@@ -65,7 +65,8 @@ class Comparison:
         self.clean = bool(compiled.items) and not compiled.errors
         single = len({i.program for i in compiled.items}) == 1
         self.constructs = constructs
-        self.ours = numbered(((self._program(c['program'], single), c['level'], c['path']), c) for c in constructs
+        # The listing prints FILLER for every name that begins with it.
+        self.ours = numbered(((self._program(c['program'], single), c['level'], _plain(c['path'])), c) for c in constructs
                              if c['kind'] not in NO_ITEMS and not c['flags'] & 64)
         self.theirs = numbered(((self._program(i.program, single), i.level, i.path.upper()), i) for i in compiled.items
                                if i.kind != 'FILE' and self._declared(i))
@@ -87,10 +88,10 @@ class Comparison:
         origin = self.compiled.origin
         return origin[line - 1] if line and 0 < line <= len(origin) else None
 
-    def _note(self, kind, what, masks, *facts):
+    def _note(self, kind, side, what, masks, *facts):
         for rule, test in masks:
             if test(self, *facts):
-                self.tally.masked[kind, rule] += 1
+                self.tally.masked[kind, side, rule] += 1
                 return
         self.tally.left.append((kind, '%s: %s' % (self.unit, what)))
 
@@ -120,11 +121,11 @@ class Comparison:
             if key in self.theirs:
                 self.tally.equal['item'] += 1
             else:
-                self._note('item', 'only ours %02d %s (%s)' % (ours['level'], ours['path'], self._ours_at(ours)),
+                self._note('item', 'ours', 'only ours %02d %s (%s)' % (ours['level'], ours['path'], self._ours_at(ours)),
                            MASKS_ITEM, ours, None)
         for key, theirs in self.theirs.items():
             if key not in self.ours:
-                self._note('item', 'only theirs %02d %s (%s)' % (theirs.level, theirs.path, self._place(theirs.line)),
+                self._note('item', 'theirs', 'only theirs %02d %s (%s)' % (theirs.level, theirs.path, self._place(theirs.line)),
                            MASKS_ITEM, None, theirs)
 
     def _ours_at(self, ours):
@@ -139,7 +140,7 @@ class Comparison:
         if size == theirs.size:
             self.tally.equal['size'] += 1
         else:
-            self._note('size', '%s ours %d theirs %d %s (%s)' % (ours['path'], size, theirs.size, theirs.text,
+            self._note('size', 'both', '%s ours %d theirs %d %s (%s)' % (ours['path'], size, theirs.size, theirs.text,
                                                                 self._ours_at(ours)), MASKS_SIZE, ours, theirs)
 
     def _declaration(self, ours, theirs):
@@ -153,7 +154,7 @@ class Comparison:
         if equal:
             self.tally.equal['declaring line'] += 1
         else:
-            self._note('declaring line', '%s ours %s theirs %s:%d' % (ours['path'], self._ours_at(ours),
+            self._note('declaring line', 'both', '%s ours %s theirs %s:%d' % (ours['path'], self._ours_at(ours),
                        os.path.basename(place[0]), place[1]), (), ours, theirs)
 
     def _uses(self, ours, theirs):
@@ -166,6 +167,11 @@ class Comparison:
         listed = defaultdict(bool)
         for line, written in theirs.references:
             place = self._place(line)
+            # The compiler lists a qualifier where it was needed, for the analyser it is named and not used; SET … TO TRUE
+            # lists the item of the condition, which the analyser implies.
+            if place in named and place not in usages:
+                self.tally.masked['reference line', 'none', 'only named or implied'] += 1
+                continue
             if place not in usages and (place is None or not self.texts.carries(*place, ours['name'])):
                 self.tally.unseen['reference line'] += 1
                 continue
@@ -175,7 +181,7 @@ class Comparison:
             if place in usages:
                 self.tally.equal['reference line'] += 1
             else:
-                self._note('reference line', 'missed %s %s:%d %s' % (ours['path'], os.path.basename(place[0]), place[1],
+                self._note('reference line', 'theirs', 'missed %s %s:%d %s' % (ours['path'], os.path.basename(place[0]), place[1],
                            self.texts.line(*place).strip()), MASKS_MISSED, ours, place, named)
                 continue
             if written:
@@ -184,12 +190,12 @@ class Comparison:
                 if usages[place] & {'W', 'B'}:
                     self.tally.equal['write'] += 1
                 else:
-                    self._note('write', '%s %s:%d %s' % (ours['path'], os.path.basename(place[0]), place[1],
+                    self._note('write', 'both', '%s %s:%d %s' % (ours['path'], os.path.basename(place[0]), place[1],
                                self.texts.line(*place).strip()), MASKS_WRITE, ours, place)
         for place in usages:
             self.tally.ours['reference line'] += 1
             if place not in listed:
-                self._note('reference line', 'extra %s %s:%d %s' % (ours['path'], os.path.basename(place[0]), place[1],
+                self._note('reference line', 'ours', 'extra %s %s:%d %s' % (ours['path'], os.path.basename(place[0]), place[1],
                            self.texts.line(*place).strip()), MASKS_EXTRA, ours, place, theirs)
 
     def _places(self, pairs):
@@ -208,13 +214,19 @@ class Comparison:
             if first[0] == base and other[0] == ours['area']:
                 self.tally.equal['area'] += 1
             else:
-                self._note('area', '%s ours with %s, theirs with %s' % (what, first[1]['path'], other[1]['path']),
+                self._note('area', 'both', '%s ours with %s, theirs with %s' % (what, first[1]['path'], other[1]['path']),
                            MASKS_AREA, ours, theirs)
             if ours['position'] == offset:
                 self.tally.equal['offset'] += 1
             else:
-                self._note('offset', '%s ours %d theirs %d' % (what, ours['position'], offset), MASKS_OFFSET, ours,
+                self._note('offset', 'both', '%s ours %d theirs %d' % (what, ours['position'], offset), MASKS_OFFSET, ours,
                            theirs)
+
+
+def _plain(path):
+    parts = path.split('.')
+    return '.'.join([p for p in parts[:-1] if not p.startswith('FILLER')] +
+                    ['FILLER' if parts[-1].startswith('FILLER') else parts[-1]])
 
 
 def _in_exec(self, place):
@@ -235,13 +247,19 @@ def _verb_on(self, place, words):
 MASKS_ITEM = (
     # A program with errors loses entries; only programs that compile clean say what is not there.
     ('program with errors', lambda self, ours, theirs: not self.clean),
+    # A group of level 05 whose first member has level 15 and second 10 gets a group in between.
+    ('FILLER for a gap of levels', lambda self, ours, theirs: ours is None and theirs.name == 'FILLER' and theirs.group and
+     theirs.line is None),
 )
 MASKS_SIZE = (
+    # Its members were to come from a copybook that is not there.
+    ('group of a missing copybook', lambda self, ours, theirs: ours['length'] == 0),
     ('size 0 of a record with errors', lambda self, ours, theirs: theirs.size == 0 or not self.clean),
 )
 MASKS_MISSED = (
-    # The compiler lists a qualifier where it was needed; for the analyser it is named, not used.
-    ('only named', lambda self, ours, place, named: place in named),
+    # A remark: what the records of a file are is said by their declarations.
+    ('DATA RECORD clause', lambda self, ours, place, named:
+     re.search(r'\bDATA\s+RECORDS?\b', self.texts.line(*place)) is not None),
 )
 MASKS_WRITE = ()
 MASKS_EXTRA = (

@@ -8,9 +8,11 @@ from sanitise import sanitise
 FLAGS = ['-std=ibm', '-ffold-copy=UPPER', '-fno-odoslide']
 COPY = re.compile(r"\bCOPY\s+(?:'([^']+)'|\"([^\"]+)\"|([\w$#@-]+))", re.I)
 ERROR = re.compile(r'^(?:[^:\n]*):(\d+): error: (.*)$', re.M)
+EMPTY = re.compile(r"PICTURE clause required for '([^' ]+)'$")
 UNDEFINED = re.compile(r"'(.+)' is not defined$")
 SIZE_LINE = re.compile(r'^(\S*)\s+([A-Z][A-Z -]*?)\s+(\d\d)   (\S+)\s*(.*)$')
 FILE_LINE = re.compile(r'^(\d+) FILE\s+(\S+)')
+NO_NUMBER = re.compile(r"'([^' ]+)' is not a numeric (?:value|or numeric-edited name)$")
 NAME_LENGTH = 30  # names are cut to this in the listing
 
 
@@ -70,8 +72,9 @@ class Copybooks:
 
 
 def prepare(source, formats, copybooks, folder):
-    """Writes the sanitised program and all it copies into `folder`; returns (names of copies → real path, exec lines)."""
-    real, exec_lines, waiting = {}, {}, [('MAIN', source)]
+    """Writes the sanitised program and all it copies into `folder`; returns (names of copies → real path, exec lines,
+    whether text lies behind the right margin)."""
+    real, exec_lines, waiting, long_lines = {}, {}, [('MAIN', source)], False
     while waiting:
         name, path = waiting.pop()
         if name in real:
@@ -92,16 +95,19 @@ def prepare(source, formats, copybooks, folder):
                 for found in COPY.finditer(line):
                     copied = next(g for g in found.groups() if g)
                     waiting.append((copied.upper(), copybooks.find(copied)))
+        long_lines |= any(len(line) > 72 for line in lines)
         with open(os.path.join(folder, 'main.cob' if name == 'MAIN' else name), 'w', encoding='latin-1') as out:
             out.write('\n'.join(lines) + '\n')
-    return real, exec_lines
+    return real, exec_lines, long_lines
 
 
 def expand(source, formats, copybooks, folder):
-    real, exec_lines = prepare(source, formats, copybooks, folder)
+    real, exec_lines, long_lines = prepare(source, formats, copybooks, folder)
     words = ['cobc', '-E', '-I', '.'] + FLAGS
     if formats.get(os.path.realpath(source)) == 'free':
         words.append('-free')
+    elif long_lines:
+        words.append('-ftext-column=250')
     text, errors = run(words + ['main.cob'], folder)
     compiled = Compiled()
     compiled.exec_lines = exec_lines
@@ -116,11 +122,22 @@ def expand(source, formats, copybooks, folder):
             compiled.text.append('')
             compiled.origin.append(None)
             continue
-        compiled.text.append(line)
+        compiled.text.append(re.sub(r'(\bPROGRAM-ID\s*\.\s+[\w-]+)\s*$', r'\1.', line, flags=re.I))
         compiled.origin.append(tuple(place) if place and place[0] else None)
         if place:
             place[1] += 1
+    _drop_stray_periods(compiled.text)
     return compiled
+
+
+def _drop_stray_periods(text):
+    """A period behind a period makes the compiler's line numbers lag by one from there on."""
+    last = '.'
+    for at, line in enumerate(text):
+        if line.strip() == '.' and last.endswith('.'):
+            text[at] = ''
+        elif line.strip():
+            last = line.strip()
 
 
 def _declaration(name, kind):
@@ -150,9 +167,34 @@ def _storage_line(compiled):
     return None
 
 
+def _fill_groups(compiled, errors):
+    """Gives a group whose members stand in a missing copybook a member; whether anything was done."""
+    done = False
+    for line, text in sorted(((int(n), text) for n, text in errors), reverse=True):
+        name = EMPTY.match(text)
+        # the error comes when the next entry is met
+        at = next((k for k in range(line - 1, -1, -1) if name and
+                   re.search(r'(?<![\w-])' + re.escape(name.group(1)) + r'\s*\.\s*$', compiled.text[k], re.I)), None)
+        if at is not None:
+            _insert(compiled, at + 1, '49 TARNSIFT-%d PIC X.' % len(compiled.text))
+            done = True
+    return done
+
+
+def _make_numeric(compiled, errors):
+    """Turns declarations that were added into numbers where the program counts with them; whether anything was done."""
+    wanted = {found.group(1) for found in (NO_NUMBER.match(text) for _, text in errors) if found}
+    done = False
+    for at, line in enumerate(compiled.text):
+        if compiled.origin[at] is None and line.endswith(' PIC X(80).') and line.split()[-3] in wanted:
+            compiled.text[at] = line.replace('PIC X(80)', 'PIC S9(9)')
+            done = True
+    return done
+
+
 def compile_listing(compiled, folder, rounds=40):
     """Compiles the expansion again and again, declaring what is missing; leaves the text that was compiled last."""
-    kinds, listing = {}, ''
+    kinds, listing = set(), ''
     for _ in range(rounds):
         with open(os.path.join(folder, 'flat.cob'), 'w', encoding='latin-1') as out:
             out.write('\n'.join(compiled.text) + '\n')
@@ -165,14 +207,17 @@ def compile_listing(compiled, folder, rounds=40):
             if name and name.group(1) not in kinds:
                 missing.append(name.group(1))
         compiled.errors = ['%s: %s' % pair for pair in found]
+        empty = _fill_groups(compiled, found)
+        if empty or _make_numeric(compiled, found):
+            continue
         if not missing:
             break
         at = _storage_line(compiled)
         if at is None:
             break
         for name in dict.fromkeys(missing):
-            kinds[name] = 'PIC S9(9)' if re.match(r'EIBCALEN|SQLCODE|EIBRESP|SQLERRD', name) else 'PIC X(80)'
-            _insert(compiled, at, _declaration(name, kinds[name]))
+            kinds.add(name)
+            _insert(compiled, at, _declaration(name, 'PIC X(80)'))
     try:
         with open(os.path.join(folder, 'list'), encoding='latin-1') as file:
             listing = file.read()

@@ -68,16 +68,22 @@ def percent(part, whole):
 def report(tally, every):
     print('%d programs; the compiler lists %d, %d without errors, places in storage of %d' %
           (tally.programs, tally.programs - tally.silent, tally.clean, tally.placed))
-    print('%-16s %8s %8s %8s %8s %9s %9s' % ('kind', 'ours', 'theirs', 'equal', 'left', 'recall %', 'prec. %'))
+    print('%-16s %8s %8s %8s %8s %8s %9s %9s' %
+          ('kind', 'ours', 'theirs', 'masked', 'equal', 'left', 'recall %', 'prec. %'))
     left = Counter(kind for kind, _ in tally.left)
     for kind in KINDS:
-        masked_ours = sum(n for (k, rule), n in tally.masked.items() if k == kind)
-        print('%-16s %8d %8d %8d %8d %9s %9s   masked %d, unseen %d' %
-              (kind, tally.ours[kind], tally.theirs[kind], tally.equal[kind], left[kind],
-               percent(tally.equal[kind], tally.theirs[kind]), percent(tally.equal[kind], tally.ours[kind]), masked_ours,
-               tally.unseen[kind]))
-    for (kind, rule), count in sorted(tally.masked.items()):
+        def comparable(count, side):
+            return count - sum(n for (k, s, _), n in tally.masked.items() if k == kind and s in (side, 'both'))
+        masked = sum(n for (k, _, _), n in tally.masked.items() if k == kind) + tally.unseen[kind]
+        equal = tally.equal[kind]
+        print('%-16s %8d %8d %8d %8d %8d %9s %9s' %
+              (kind, tally.ours[kind], tally.theirs[kind], masked, equal, left[kind],
+               percent(equal, comparable(tally.theirs[kind], 'theirs')),
+               percent(equal, comparable(tally.ours[kind], 'ours'))))
+    for (kind, _, rule), count in sorted(tally.masked.items()):
         print('  masked: %-16s %-40s %6d' % (kind, rule, count))
+    for kind, count in sorted(tally.unseen.items()):
+        print('  masked: %-16s %-40s %6d' % (kind, 'the line listed does not carry the name', count))
     for kind in KINDS:
         texts = [text for k, text in tally.left if k == kind]
         for text in texts if every else texts[:SHOWN]:
