@@ -229,6 +229,24 @@ def _plain(path):
                     ['FILLER' if parts[-1].startswith('FILLER') else parts[-1]])
 
 
+def _index_items(self, ours, inside):
+    """Bytes by which index items, 8 bytes for us with 64-bit pointers and 4 for the compiler, move or widen an item."""
+    begin, end = (ours['position'], ours['position'] + ours['size']) if inside else (0, ours['position'])
+    return 4 * sum(1 for c in self.constructs if c['usage'] == 'INDEX' and c['area'] == ours['area'] and
+                   c['kind'] != 'index' and begin <= c['position'] < end)
+
+
+def _padded_early(self, ours):
+    """The last item of a table element that holds SYNC items: the compiler pads the element in front of it."""
+    inside = [c for c in self.constructs if c['area'] == ours['area'] and c['flags'] & 4]
+    return bool(inside) and ours['dims'] != ''
+
+
+def _listed_before(self, theirs):
+    return theirs is not None and any(i.path == theirs.path and i.line == theirs.line and i is not theirs
+                                      for i in self.compiled.items)
+
+
 def _in_exec(self, place):
     return place[1] in self.compiled.exec_lines.get(place[0], ())
 
@@ -247,11 +265,17 @@ def _verb_on(self, place, words):
 MASKS_ITEM = (
     # A program with errors loses entries; only programs that compile clean say what is not there.
     ('program with errors', lambda self, ours, theirs: not self.clean),
+    # A record of SAME RECORD AREA is listed under each file.
+    ('listed twice', lambda self, ours, theirs: _listed_before(self, theirs)),
     # A group of level 05 whose first member has level 15 and second 10 gets a group in between.
     ('FILLER for a gap of levels', lambda self, ours, theirs: ours is None and theirs.name == 'FILLER' and theirs.group and
      theirs.line is None),
 )
 MASKS_SIZE = (
+    # Each group of a report is as wide as the widest.
+    ('width of the report', lambda self, ours, theirs: ours['section'] == 6 and theirs.group and theirs.size > ours['size']),
+    ('index items of 4 bytes', lambda self, ours, theirs:
+     ours['area'] >= 0 and ours['size'] - theirs.size == _index_items(self, ours, True) > 0),
     # Its members were to come from a copybook that is not there.
     ('group of a missing copybook', lambda self, ours, theirs: ours['length'] == 0),
     ('size 0 of a record with errors', lambda self, ours, theirs: theirs.size == 0 or not self.clean),
@@ -263,8 +287,15 @@ MASKS_MISSED = (
 )
 MASKS_WRITE = ()
 MASKS_EXTRA = (
+    # What follows a continued word or literal on its last line is listed under the first line.
+    ('line of a continuation', lambda self, ours, place, theirs: self.texts.line(*place)[6:7] == '-'),
     ('program with errors', lambda self, ours, place, theirs: not self.clean),
     ('embedded statement', lambda self, ours, place, theirs: _in_exec(self, place)),
 )
 MASKS_AREA = ()
-MASKS_OFFSET = ()
+MASKS_OFFSET = (
+    ('element padded before its last item', lambda self, ours, theirs:
+     _padded_early(self, ours) and 0 < theirs.place[1] - ours['position'] < 8),
+    ('index items of 4 bytes', lambda self, ours, theirs:
+     ours['position'] - theirs.place[1] == _index_items(self, ours, False) > 0),
+)

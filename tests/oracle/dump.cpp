@@ -48,6 +48,7 @@ Json dumpOf(const Analysis& analysis, const Construct& item) {
                {"length", item.length},
                {"occurs", item.occurs},
                {"repeats", item.repeats},
+               {"dims", item.dims},
                {"picture", item.picture},
                {"usage", item.usage},
                {"file", item.declared.file},
