@@ -48,7 +48,7 @@ void HeadlessSession::start(const std::string& programGlob) {
   };
   // Only for this session: what the analyst set for the window stays in the file.
   m_host->options().overrideForSession("//CASE[@ID='Tarnsift']/BOOL[@NAME='ApplySelected']", programGlob.empty() ? "false" : "true");
-  m_host->start();
+  openWindow();
   Form& form = window();
   auto& bar = form.get<platform::ProgressBar>("pbProgress");
   bar.Changed.connect([this, &form, &bar] {
@@ -60,6 +60,21 @@ void HeadlessSession::start(const std::string& programGlob) {
     if (platform::like(platform::upper(program.program), platform::upper(programGlob))) keys.push_back(program.key);
   if (keys.empty()) throw platform::Error(fmt::format("no verified program matches '{}'", programGlob));
   select(keys);
+}
+
+// What the component told is what the command tells.
+void HeadlessSession::openWindow() {
+  const auto told = [this] {
+    for (const auto& message : m_screen.messages)
+      if (message.style != platform::kInformation) throw platform::Error(message.text);
+  };
+  try {
+    m_host->start();
+  } catch (const platform::Error&) {
+    told();
+    throw;
+  }
+  told();
 }
 
 void HeadlessSession::select(const std::vector<std::string>& keys) {

@@ -48,6 +48,7 @@ class HeadlessSession {
 
  private:
   void start(const std::string& programGlob);
+  void openWindow();
   void choose(platform::MenuItem& entry);
   platform::HeadlessScreen m_screen;
   ProgressLine m_progress;

@@ -37,19 +37,21 @@ orvane::VerifyResult verifyAndTell(const orvane::BaseFolder& base, orvane::Repos
   {
     ProgressLine progress;
     orvane::VerifySettings settings;
-    settings.jobs = jobs;
+    settings.jobs = static_cast<unsigned>(jobs);
     settings.force = force;
-    settings.progress = [&](std::size_t done, std::size_t total, const std::string& program) { progress.show("verifying " + program, done, total); };
+    settings.progress = [&](const orvane::VerifyProgress& step) { progress.show("verifying " + step.program, step.done, step.total); };
     result = orvane::verifyProject(base, repository, project, settings);
   }
+  for (const auto& problem : result.problems) fmt::print(stderr, "tarnsift: {}\n", problem);
   std::size_t shown = 0;
-  for (const auto& failure : result.failures) {
+  for (const auto& failure : result.failed) {
     if (++shown > kFailuresShown) break;
     fmt::print(stderr, "tarnsift: {}: not verified: {}\n", failure.program, failure.reason);
   }
-  if (result.failures.size() > kFailuresShown)
-    fmt::print(stderr, "tarnsift: and {} more; 'tarnsift programs' lists them\n", result.failures.size() - kFailuresShown);
-  fmt::print("verified {}, unchanged {}, not verified {}; {} lines\n", result.verified, result.unchanged, result.failures.size(), result.lines);
+  if (result.failed.size() > kFailuresShown)
+    fmt::print(stderr, "tarnsift: and {} more; 'tarnsift programs' lists them\n", result.failed.size() - kFailuresShown);
+  fmt::print("verified {}, unchanged {}, not verified {}; {} lines, {} datanames, {} relationships\n", result.written, result.unchanged,
+             result.failed.size(), result.lines, result.constructs, result.relationships);
   if (!result.missingCopybooks.empty()) {
     std::string names;
     for (const auto& [name, uses] : result.missingCopybooks) names += (names.empty() ? "" : " ") + name;
@@ -77,7 +79,7 @@ void addVerify(CLI::App& app, Context& context) {
     const std::string project = projectOf(context, *repository);
     setOptions(base, project, choice->settings);
     const auto result = verifyAndTell(base, *repository, project, choice->jobs, choice->force);
-    if (result.verified + result.unchanged == 0) throw platform::Error("no program is verified in project " + project);
+    if (result.written + result.unchanged == 0) throw platform::Error("no program is verified in project " + project);
   });
 }
 

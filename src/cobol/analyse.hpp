@@ -11,6 +11,9 @@
 
 namespace cobol {
 
+/// Grows with every change that gives another analysis of the same input.
+inline constexpr int kAnalyserVersion = 1;
+
 /// Everything known of a source program and what it copies. Bad input gives diagnostics, never an exception; an
 /// unreadable file gives an analysis without programs. Several threads may share the library. The same input gives the
 /// same analysis.

@@ -67,7 +67,7 @@ class Captions final : public tarnsift::CaptionText {
 class Probe final : public tarnsift::FileProbe {
  public:
   bool FileExists(const std::string& path, bool anyCase) override {
-    return platform::fileExists(platform::nativePath("", path, anyCase ? platform::CaseRule::ignore : platform::CaseRule::exact));
+    return platform::fileExists(anyCase ? platform::nativePath("/", path, platform::CaseRule::ignore) : platform::nativePath(path));
   }
   bool FolderExists(const std::string& path) override { return platform::folderExists(platform::nativePath(path)); }
   std::pair<std::string, std::string> SplitPath(const std::string& path) override {

@@ -1,5 +1,9 @@
 #include "orvane/program_store.hpp"
 
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+
 #include "orvane/columns.hpp"
 #include "platform/files/files.hpp"
 #include "platform/runtime/error.hpp"
@@ -225,13 +229,17 @@ Ref<tarnsift::InstanceCursor> StoredAnalysis::SelectByKind(const std::string& na
 
 Ref<tarnsift::MatchLists> StoredAnalysis::MatchLists() { return new StoredMatchLists(m_path); }
 
-// Lines: list name, owner, then a key each. One search's list at a time.
+// Lines: list name, owner, then a key each. One search's list at a time, read by the command that wrote it and written anew by
+// the next, so it needs neither sync nor rename.
 std::string matchFile(const std::string& analysisFile) { return analysisFile.substr(0, analysisFile.size() - 4) + ".kvm"; }
 
 void writeMatches(const std::string& analysisFile, const std::string& listName, const std::string& owner, const std::vector<std::string>& kvids) {
   std::string text = listName + "\n" + owner + "\n";
   for (const auto& kvid : kvids) text += kvid + "\n";
-  platform::WriteFileAtomically(matchFile(analysisFile), text);
+  std::ofstream out(matchFile(analysisFile), std::ios::binary | std::ios::trunc);
+  out << text;
+  out.flush();
+  if (!out) throw platform::FileError(matchFile(analysisFile), std::strerror(errno));
 }
 
 std::vector<std::string> readMatches(const std::string& analysisFile, const std::string& listName, const std::string& owner) {

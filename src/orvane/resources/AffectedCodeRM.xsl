@@ -15,7 +15,7 @@
           body { font: 14px/1.45 system-ui, sans-serif; color: var(--ink); background: var(--paper); margin: 2rem auto; max-width: 78rem; padding: 0 1rem; }
           h1 { font-size: 1.5rem; margin: 0 0 .2rem; } .when { color: var(--faint); margin: 0 0 1rem; }
           .wide { overflow-x: auto; } table { border-collapse: collapse; min-width: 60rem; }
-          th { text-align: left; color: var(--faint); font-weight: normal; padding: 0 .8rem .3rem 0; }
+          th { text-align: left; color: var(--faint); font-weight: normal; white-space: nowrap; padding: 0 .8rem .3rem 0; }
           td { padding: 0; } td.no { color: var(--faint); text-align: right; padding-right: 1rem; font: 12px ui-monospace, monospace; user-select: none; }
           td.code { font: 13px/1.4 ui-monospace, monospace; white-space: pre; width: 100%; }
           td.code b { background: var(--mark); display: block; } td.head { padding: 1.4rem 0 .4rem; border-bottom: 1px solid var(--line); }

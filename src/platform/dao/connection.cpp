@@ -45,6 +45,18 @@ std::string reasonOf(sqlite3* handle, int code) {
   }
 }
 
+/// The path as a database name that promises that nobody changes the file.
+std::string immutableName(const std::string& path) {
+  std::string name = "file:";
+  for (const char c : path) {
+    if (c == '%') name += "%25";
+    else if (c == '?') name += "%3f";
+    else if (c == '#') name += "%23";
+    else name += c;
+  }
+  return name + "?immutable=1";
+}
+
 } // namespace
 
 FileIdentity fileIdentity(const std::string& path) {
@@ -193,12 +205,14 @@ Connection::~Connection() {
 
 void Connection::open(OpenMode mode, std::chrono::milliseconds busyTimeout) {
   struct stat status {};
-  if (mode == OpenMode::shared) {
+  if (mode != OpenMode::build) {
     if (::stat(m_path.c_str(), &status) != 0) fail(std::string("cannot be opened: ") + std::strerror(errno));
     if (!S_ISREG(status.st_mode)) fail("is not a database file");
   }
-  const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | (mode == OpenMode::build ? SQLITE_OPEN_CREATE : 0);
-  const int result = sqlite3_open_v2(m_path.c_str(), &m_handle, flags, nullptr);
+  const bool settled = mode == OpenMode::settled;
+  const int flags = SQLITE_OPEN_NOMUTEX | (settled ? SQLITE_OPEN_READONLY | SQLITE_OPEN_URI : SQLITE_OPEN_READWRITE) |
+                    (mode == OpenMode::build ? SQLITE_OPEN_CREATE : 0);
+  const int result = sqlite3_open_v2(settled ? immutableName(m_path).c_str() : m_path.c_str(), &m_handle, flags, nullptr);
   if (result != SQLITE_OK) fail(result, {});
   sqlite3_extended_result_codes(m_handle, 1);
   sqlite3_busy_timeout(m_handle, static_cast<int>(busyTimeout.count()));
@@ -206,8 +220,10 @@ void Connection::open(OpenMode mode, std::chrono::milliseconds busyTimeout) {
   sqlite3_db_config(m_handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(m_handle, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   m_identity = fileIdentity(m_path);
+  if (mode != OpenMode::build) probePages();
+  if (mode == OpenMode::settled) return;
   if (mode == OpenMode::shared) {
-    probe();
+    prepareWriting();
   } else {
     run("pragma journal_mode = off");
     run("pragma synchronous = off");
@@ -225,12 +241,14 @@ void Connection::open(OpenMode mode, std::chrono::milliseconds busyTimeout) {
   }
 }
 
-void Connection::probe() {
-  if (sqlite3_db_readonly(m_handle, "main") == 1) fail(SQLITE_READONLY, {});
+void Connection::probePages() {
   // SQLite takes an empty file for an empty database; nobody made it as one.
   Statement pages(*this, "pragma page_count");
   if (!pages.step() || pages.integer(0) == 0) fail(SQLITE_NOTADB, {});
-  pages.reset();
+}
+
+void Connection::prepareWriting() {
+  if (sqlite3_db_readonly(m_handle, "main") == 1) fail(SQLITE_READONLY, {});
   Statement journal(*this, "pragma journal_mode = wal");
   if (!journal.step() || journal.text(0) != "wal") fail("cannot be opened for writing beside other programs");
   run("pragma synchronous = normal");

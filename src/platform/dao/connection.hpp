@@ -28,7 +28,8 @@ using WriteCounter = std::shared_ptr<std::atomic<std::uint64_t>>;
 
 enum class OpenMode : std::uint8_t {
   shared, ///< an existing database, WAL, synchronous NORMAL
-  build   ///< a new file, no journal, no sync
+  build,  ///< a new file, no journal, no sync
+  settled ///< an existing database that nobody changes: read only, without locks and side files
 };
 
 enum class FieldKind : std::uint8_t { null, integer, number, bytes };
@@ -97,7 +98,8 @@ class Connection {
   sqlite3_stmt* lend(const std::string& sql);
   void giveBack(std::string sql, sqlite3_stmt* statement);
   void open(OpenMode mode, std::chrono::milliseconds busyTimeout);
-  void probe();
+  void probePages();
+  void prepareWriting();
   void close() noexcept;
 
   std::string m_path;

@@ -1,4 +1,5 @@
 #include "platform/dao/connection.hpp"
+#include "platform/files/files.hpp"
 #include "platform/runtime/error.hpp"
 
 #include <map>
@@ -130,6 +131,12 @@ DBEngine::~DBEngine() {
 
 std::shared_ptr<Database> DBEngine::OpenDatabase(const std::string& path) {
   return std::make_shared<Database>(m_pool->take(path));
+}
+
+std::shared_ptr<Database> DBEngine::OpenSettled(const std::string& path) {
+  release(path); // the log of a connection of our own is in the file then
+  if (fileExists(path + "-wal") || fileExists(path + "-journal")) return OpenDatabase(path);
+  return std::make_shared<Database>(std::make_shared<Connection>(path, OpenMode::settled, std::chrono::milliseconds(0), nullptr));
 }
 
 void DBEngine::Idle(int action) {

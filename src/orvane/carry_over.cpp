@@ -1,0 +1,208 @@
+#include "orvane/carry_over.hpp"
+
+#include <unordered_map>
+
+#include <fmt/format.h>
+
+#include "platform/files/files.hpp"
+#include "platform/runtime/text.hpp"
+
+namespace orvane {
+
+namespace {
+
+using platform::Value;
+
+constexpr std::string_view kStatusEnd = "_status";
+
+/// The columns of a project; of the earlier format "Status" and "Classification" with an empty stem.
+struct ColumnPair {
+  std::string stem;
+  std::string status;         ///< in brackets
+  std::string classification; ///< in brackets
+};
+
+struct Decision {
+  std::size_t row = 0;
+  std::size_t pair = 0;
+  Value status, classification;
+};
+
+struct Archived {
+  std::string kvid, name, stem;
+  Value status, classification;
+  std::int64_t since = 0;
+};
+
+/// What the analyst decided about a program.
+struct Decisions {
+  std::vector<ColumnPair> pairs;
+  std::vector<CarryRow> rows; ///< all constructs, unless nothing was decided and nothing is archived
+  std::vector<Decision> decisions;
+  std::vector<Archived> archive; ///< the latest last
+};
+
+std::string bracketed(std::string_view name) { return "[" + std::string(name) + "]"; }
+
+std::vector<ColumnPair> columnPairs(const platform::Database& database) {
+  std::vector<ColumnPair> pairs;
+  for (const std::string& field : database.fieldNames("Constructs")) {
+    if (platform::equalsIgnoringCase(field, "Status")) pairs.push_back({"", bracketed(field), "[Classification]"});
+    if (!platform::lower(field).ends_with(kStatusEnd)) continue;
+    const std::string stem = field.substr(0, field.size() - kStatusEnd.size());
+    pairs.push_back({stem, bracketed(field), bracketed(stem + "_Classification")});
+  }
+  return pairs;
+}
+
+bool isDecided(const Value& status, const Value& classification) { return !status.isNull() || !classification.asText().empty(); }
+
+void readRows(platform::Database& database, Decisions& old) {
+  const bool hasShape = database.hasField("Constructs", "Shape");
+  std::vector<bool> hasComment;
+  for (const ColumnPair& pair : old.pairs) hasComment.push_back(database.hasField("Constructs", pair.classification));
+  for (const auto rows = database.OpenRecordset("Constructs"); !rows->Eof(); rows->MoveNext()) {
+    CarryRow row{rows->Field("KVID").asText(), rows->Field("Name").asText(), std::nullopt, rows->Field("Size").asInteger()};
+    if (const Value shape = hasShape ? rows->Field("Shape") : Value(); !shape.isNull()) row.shape = shape.asInteger();
+    for (std::size_t i = 0; i < old.pairs.size(); ++i) {
+      const Value status = rows->Field(old.pairs[i].status);
+      const Value classification = hasComment[i] ? rows->Field(old.pairs[i].classification) : Value();
+      if (isDecided(status, classification)) old.decisions.push_back({old.rows.size(), i, status, classification});
+    }
+    old.rows.push_back(std::move(row));
+  }
+}
+
+void readArchive(platform::Database& database, Decisions& old) {
+  if (!database.hasTable("Archive")) return;
+  for (const auto rows = database.OpenRecordset("Archive"); !rows->Eof(); rows->MoveNext())
+    old.archive.push_back({rows->Field("KVID").asText(), rows->Field("Name").asText(), rows->Field("Project").asText(), rows->Field("Status"),
+                           rows->Field("Classification"), rows->Field("ArchivedAt").asInteger()});
+}
+
+bool hasDecisions(platform::Database& database, const std::vector<ColumnPair>& pairs) {
+  std::string condition;
+  for (const ColumnPair& pair : pairs) {
+    condition += (condition.empty() ? "" : " or ") + pair.status + " is not null";
+    if (database.hasField("Constructs", pair.classification)) condition += " or " + pair.classification + " is not null";
+  }
+  if (condition.empty()) return false;
+  return database.OpenRecordset("select count(*) as cnt from Constructs where " + condition)->Field("cnt").asInteger() > 0;
+}
+
+Decisions readDecisions(const std::string& path) {
+  Decisions old;
+  {
+    const auto database = platform::dbEngine().OpenSettled(path);
+    old.pairs = columnPairs(*database);
+    readArchive(*database, old);
+    if (!old.archive.empty() || hasDecisions(*database, old.pairs)) readRows(*database, old);
+  }
+  platform::dbEngine().release(path);
+  return old;
+}
+
+class Carrying {
+ public:
+  Carrying(platform::Database& fresh, const std::function<std::vector<CarryRow>()>& rows, std::int64_t now, Decisions old)
+      : m_fresh(fresh), m_now(now), m_old(std::move(old)) {
+    if (!m_old.decisions.empty() || !m_old.archive.empty()) m_rows = rows();
+  }
+
+  CarryCounts run() {
+    for (const ColumnPair& pair : m_old.pairs) {
+      m_fresh.Execute("alter table Constructs add column " + pair.status + " Integer");
+      m_fresh.Execute("alter table Constructs add column " + pair.classification + " varchar(255)");
+    }
+    if (!m_old.decisions.empty() || !m_old.archive.empty()) {
+      const auto matches = matchRows(m_old.rows, m_rows);
+      restore(matches);
+      carry(matches);
+    }
+    writeArchive();
+    return m_counts;
+  }
+
+ private:
+  void store(std::size_t row, const ColumnPair& pair, const Value& status, const Value& classification) {
+    m_fresh.Execute("update Constructs set " + pair.status + " = ?, " + pair.classification + " = ? where rowid = ?",
+                    {status, classification, static_cast<std::int64_t>(row + 1)});
+  }
+
+  void carry(const std::vector<CarryMatch>& matches) {
+    for (const Decision& decision : m_old.decisions) {
+      const ColumnPair& pair = m_old.pairs[decision.pair];
+      const CarryMatch& match = matches[decision.row];
+      const CarryRow& row = m_old.rows[decision.row];
+      if (match.row < 0) {
+        m_old.archive.push_back({row.kvid, row.name, pair.stem, decision.status, decision.classification, m_now});
+        ++m_counts.archived;
+      } else {
+        store(static_cast<std::size_t>(match.row), pair, decision.status, decision.classification);
+        ++(match.moved ? m_counts.moved : m_counts.carried);
+      }
+    }
+  }
+
+  // Only constructs that the old database does not have in another place take back what was decided about them.
+  void restore(const std::vector<CarryMatch>& matches) {
+    if (m_old.archive.empty()) return;
+    std::unordered_map<std::string_view, std::size_t> appeared;
+    for (std::size_t i = 0; i < m_rows.size(); ++i) appeared.emplace(m_rows[i].kvid, i);
+    for (const CarryMatch& match : matches)
+      if (match.row >= 0) appeared.erase(m_rows[static_cast<std::size_t>(match.row)].kvid);
+    std::unordered_map<std::string, bool> done;
+    std::vector<Archived> kept;
+    for (auto entry = m_old.archive.rbegin(); entry != m_old.archive.rend(); ++entry) {
+      const auto row = appeared.find(entry->kvid);
+      bool back = false;
+      for (const ColumnPair& pair : m_old.pairs) {
+        // The one pair of the earlier format has become a pair for each project.
+        if (row == appeared.end() || !(entry->stem.empty() || platform::equalsIgnoringCase(pair.stem, entry->stem))) continue;
+        if (!done.emplace(entry->kvid + '\n' + pair.stem, true).second) continue;
+        store(row->second, pair, entry->status, entry->classification);
+        ++m_counts.restored;
+        back = true;
+      }
+      if (!back) kept.push_back(std::move(*entry));
+    }
+    m_old.archive.assign(std::make_move_iterator(kept.rbegin()), std::make_move_iterator(kept.rend()));
+  }
+
+  // Most programs have none.
+  void writeArchive() {
+    if (m_old.archive.empty()) return;
+    using platform::ColumnKind;
+    m_fresh.createTable("Archive", {{"KVID", ColumnKind::key},
+                                    {"Name", ColumnKind::key},
+                                    {"Project", ColumnKind::key},
+                                    {"Status", ColumnKind::integer},
+                                    {"Classification", ColumnKind::text},
+                                    {"ArchivedAt", ColumnKind::integer}});
+    platform::Insertion rows(m_fresh, "Archive", {"KVID", "Name", "Project", "Status", "Classification", "ArchivedAt"});
+    for (const Archived& entry : m_old.archive) rows.row(entry.kvid, entry.name, entry.stem, entry.status, entry.classification, entry.since);
+  }
+
+  platform::Database& m_fresh;
+  std::vector<CarryRow> m_rows;
+  std::int64_t m_now;
+  Decisions m_old;
+  CarryCounts m_counts;
+};
+
+} // namespace
+
+CarryCounts& CarryCounts::operator+=(const CarryCounts& other) {
+  carried += other.carried;
+  moved += other.moved;
+  archived += other.archived;
+  restored += other.restored;
+  return *this;
+}
+
+CarryCounts carryOver(const std::string& oldDatabase, platform::Database& fresh, const std::function<std::vector<CarryRow>()>& rows,
+                      std::int64_t now) {
+  return Carrying(fresh, rows, now, platform::fileExists(oldDatabase) ? readDecisions(oldDatabase) : Decisions()).run();
+}
+
+} // namespace orvane

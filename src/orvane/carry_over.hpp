@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/dao/dao.hpp"
+
+namespace orvane {
+
+/// A construct as the carrying over of decisions sees it.
+struct CarryRow {
+  std::string kvid;
+  std::string name;
+  std::optional<std::int64_t> shape; ///< number made of kind, picture, usage, occurs and length; older databases have none
+  std::int64_t size = 0;
+};
+
+/// Where an old row went.
+struct CarryMatch {
+  int row = -1;       ///< index of the new row; -1: it is gone
+  bool moved = false; ///< found by its name, not by its key
+};
+
+/// For each old row its new row, each new row at most once: (1) equal KVID, where rows whose keys differ in `#n` only are
+/// aligned by shape first, then by key, then by order; (2) equal name, name of the parent and shape, unique among the rows
+/// still open on both sides; (3) equal name that is unique on both sides. Rows are in declaration order.
+std::vector<CarryMatch> matchRows(const std::vector<CarryRow>& old, const std::vector<CarryRow>& fresh);
+
+/// Statuses and comments of one verification, counted by construct and project.
+struct CarryCounts {
+  std::size_t carried = 0;  ///< stayed with their construct
+  std::size_t moved = 0;    ///< went to the construct that its name leads to
+  std::size_t archived = 0; ///< have no construct any more
+  std::size_t restored = 0; ///< came back from the archive
+
+  CarryCounts& operator+=(const CarryCounts& other);
+  bool operator==(const CarryCounts&) const = default;
+};
+
+/// Brings every project's columns with their statuses and comments from a program's old database into the new one, whose
+/// table Constructs holds `rows()` as the rowids 1, 2, …; they are asked for only when there is something to carry. Decisions whose construct is gone go into the table Archive(KVID,
+/// Name, Project, Status, Classification, ArchivedAt), Project being the stem of the column pair, "" for the one pair of
+/// the earlier format (the table is there only while it has rows); archived ones whose construct appears again come back. A missing old database is fine; one that
+/// cannot be read is a platform::DatabaseError, and must not be replaced then. `now` is in microseconds since 1970 UTC.
+CarryCounts carryOver(const std::string& oldDatabase, platform::Database& fresh, const std::function<std::vector<CarryRow>()>& rows,
+                      std::int64_t now);
+
+} // namespace orvane

@@ -1,0 +1,127 @@
+#include "orvane/program_files.hpp"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+
+#include <unistd.h>
+
+#include "cobol/interner.hpp"
+#include "platform/files/files.hpp"
+#include "platform/runtime/error.hpp"
+#include "tarnsift/store/program_database.hpp"
+
+namespace orvane {
+
+namespace {
+
+namespace fs = std::filesystem;
+using platform::ColumnKind;
+
+/// A whole file under a temporary name. It is not synced: an analysis file has a checksum and can be made anew.
+class NewFile {
+ public:
+  NewFile(const std::string& path, std::string_view contents) : m_path(path), m_temporary(platform::temporaryNameFor(path)) {
+    std::FILE* file = std::fopen(m_temporary.c_str(), "wbx");
+    if (!file) throw platform::FileError(path, std::strerror(errno));
+    const bool written = std::fwrite(contents.data(), 1, contents.size(), file) == contents.size();
+    const int number = errno;
+    if (std::fclose(file) == 0 && written) return;
+    const std::string reason = std::strerror(written ? errno : number);
+    ::unlink(m_temporary.c_str());
+    throw platform::FileError(path, reason);
+  }
+  ~NewFile() {
+    if (!m_temporary.empty()) ::unlink(m_temporary.c_str());
+  }
+  NewFile(const NewFile&) = delete;
+  NewFile& operator=(const NewFile&) = delete;
+
+  void place() {
+    platform::renameFile(m_temporary, m_path);
+    m_temporary.clear();
+  }
+
+ private:
+  std::string m_path;
+  std::string m_temporary;
+};
+
+std::int64_t shapeOf(const cobol::Construct& construct) {
+  std::string text = construct.picture;
+  ((text += '\n') += construct.usage) += '\n';
+  text += std::to_string(construct.occurs) + '\n' + std::to_string(construct.length) + '\n' + std::to_string(static_cast<int>(construct.kind));
+  return static_cast<std::int64_t>(cobol::Interner::hashOf(text));
+}
+
+void writeConstructs(platform::Database& database, const cobol::Analysis& analysis) {
+  database.createTable("Constructs", {{"KVID", ColumnKind::key},
+                                      {"Name", ColumnKind::key},
+                                      {"Offset", ColumnKind::integer},
+                                      {"Size", ColumnKind::integer},
+                                      {"Kind", ColumnKind::text},
+                                      {"Level", ColumnKind::integer},
+                                      {"Shape", ColumnKind::integer}});
+  platform::Insertion rows(database, "Constructs", {"KVID", "Name", "Offset", "Size", "Kind", "Level", "Shape"});
+  for (const cobol::Construct& c : analysis.constructs)
+    rows.row(c.kvid, c.name, c.offset, c.size, kindWord(static_cast<std::uint8_t>(c.kind)), c.level, shapeOf(c));
+}
+
+void writeRelationships(platform::Database& database, const cobol::Analysis& analysis) {
+  database.createTable("Relationships", {{"KVID1", ColumnKind::key}, {"KVID2", ColumnKind::key}, {"RelID", ColumnKind::text}});
+  platform::Insertion rows(database, "Relationships", {"KVID1", "KVID2", "RelID"});
+  const auto& kinds = cobol::relationKinds();
+  for (const cobol::Relationship& relation : analysis.relationships)
+    rows.row(analysis.constructs[relation.from].kvid, analysis.constructs[relation.to].kvid, kinds[static_cast<std::size_t>(relation.kind)].name);
+}
+
+void writeGeneration(platform::Database& database, std::uint64_t generation) {
+  database.createTable("Host", {{"Generation", ColumnKind::integer}});
+  platform::Insertion(database, "Host", {"Generation"}).row(static_cast<std::int64_t>(generation));
+}
+
+std::vector<CarryRow> carryRows(const cobol::Analysis& analysis) {
+  std::vector<CarryRow> rows;
+  rows.reserve(analysis.constructs.size());
+  for (const cobol::Construct& c : analysis.constructs) rows.push_back({c.kvid, c.name, shapeOf(c), c.size});
+  return rows;
+}
+
+} // namespace
+
+CarryCounts writeProgramFiles(const std::string& analysisFile, const cobol::Analysis& analysis, const StoreData& data, std::int64_t now) {
+  const std::string databaseFile = tarnsift::DatabasePath(analysisFile);
+  NewFile analysisPart(analysisFile, storeBytes(data));
+  platform::DatabaseBuilder builder(databaseFile);
+  platform::Database& database = builder.database();
+  writeConstructs(database, analysis);
+  writeRelationships(database, analysis);
+  writeGeneration(database, data.generation);
+  const CarryCounts counts = carryOver(databaseFile, database, [&] { return carryRows(analysis); }, now);
+  database.Execute("create index ID on Constructs(KVID)");
+  database.Execute("create index IdxKVID1 on Relationships(KVID1)");
+  database.Execute("create index IdxKVID2 on Relationships(KVID2)");
+  database.Execute("create index IdxOffset on Constructs(Offset)");
+  database.Execute("create index IdxSize on Constructs(Size)");
+  builder.finish();
+  analysisPart.place();
+  return counts;
+}
+
+platform::Value databaseGeneration(platform::Database& database) {
+  if (!database.hasTable("Host")) return {};
+  const auto rows = database.OpenRecordset("Host");
+  return rows->Eof() ? platform::Value() : rows->Field("Generation");
+}
+
+void removeLeftovers(const std::string& folder) {
+  std::error_code failed;
+  std::vector<std::string> leftovers;
+  for (fs::directory_iterator entry(folder, failed), end; !failed && entry != end; entry.increment(failed))
+    if (entry->path().extension() == ".new") leftovers.push_back(entry->path().string());
+  if (failed) throw platform::FileError(folder, failed.message());
+  for (const std::string& file : leftovers) platform::removeAll(file);
+}
+
+} // namespace orvane

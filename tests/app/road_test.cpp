@@ -1,0 +1,152 @@
+#include <gtest/gtest.h>
+
+#include <fmt/format.h>
+
+#include "app/command.hpp"
+
+namespace {
+
+// A caller, a copybook that both share, and a program that has nothing to do with accounts.
+const char* const kRecord = "01 ACCT-REC.\n   05 ACCT-NO PIC 9(8).\n   05 ACCT-NO-X REDEFINES ACCT-NO PIC X(8).\n   05 ACCT-NAME PIC X(20).\n";
+const char* const kPay = "IDENTIFICATION DIVISION.\nPROGRAM-ID. PAY.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n"
+                         "COPY ACCTREC.\n01 WS-KEY PIC 9(8).\n01 WS-LAST PIC 9(8).\n01 WS-OTHER PIC X(20).\n"
+                         "PROCEDURE DIVISION.\nMAIN.\n    MOVE ACCT-NO TO WS-KEY.\n    IF WS-KEY = WS-LAST\n       DISPLAY WS-LAST\n    END-IF.\n"
+                         "    MOVE ACCT-NAME TO WS-OTHER.\n    STOP RUN.\n";
+const char* const kPlain = "IDENTIFICATION DIVISION.\nPROGRAM-ID. PLAIN.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n01 N PIC 9.\n"
+                           "PROCEDURE DIVISION.\n    ADD 1 TO N.\n    STOP RUN.\n";
+
+} // namespace
+
+class Road : public CommandTest {
+ protected:
+  void SetUp() override {
+    write("src/PAY.cbl", fixedForm(kPay));
+    write("src/PLAIN.cbl", fixedForm(kPlain));
+    write("copy/ACCTREC.cpy", fixedForm(kRecord));
+  }
+  void project() {
+    good("init");
+    good("add --project accounts src --copybooks copy");
+    good("verify");
+  }
+  // "NAME status comment" of each name in a list.
+  std::string lists() {
+    std::string text;
+    for (const auto& name : good("datanames --status any --json").objects())
+      text += fmt::format("{} {} {}\n", name["name"].get<std::string>(), name["status"].get<std::string>(),
+                          name["comment"].is_null() ? "-" : name["comment"].get<std::string>());
+    return text;
+  }
+};
+
+TEST_F(Road, ImpactFollowsTheValueAndWritesTheReport) {
+  const Result result = good("impact src --copybooks copy --like ACCT-NO -o out.html --project accounts");
+  EXPECT_EQ(result.out, "verified 2, unchanged 0, not verified 0; 24 lines, 8 datanames, 4 relationships\n"
+                        "Program          Datanames  Affected  Affected usages  Usages(%)  Size\n"
+                        "---------------  ---------  --------  ---------------  ---------  ----\n"
+                        "PAY                      7         4                5      71.4%  XL\n"
+                        "---------------  ---------  --------  ---------------  ---------  ----\n"
+                        "1 of 2 programs          8         4                5      62.5%\n"
+                        "names like ACCT-NO, widened by 3 round(s) of synonyms\n"
+                        "report: out.html\n");
+  const std::string report = platform::readText(m_place.file("out.html"));
+  EXPECT_NE(report.find("<b>           MOVE ACCT-NO TO WS-KEY.</b>"), std::string::npos);
+  EXPECT_EQ(report.find("PLAIN"), std::string::npos);
+  EXPECT_EQ(good("-C tarnsift-base datanames --status affected --json").objects().size(), 4U);
+  // The second run reuses base, project and analyses and finds the same.
+  const Result again = good("impact src --copybooks copy --like ACCT-NO -o again.html --project accounts");
+  EXPECT_NE(again.out.find("verified 0, unchanged 2"), std::string::npos);
+  EXPECT_NE(again.out.find("PAY                      7         4"), std::string::npos);
+}
+
+TEST_F(Road, DepthEndsTheWalk) {
+  good("impact src --copybooks copy --like ACCT-NO --depth 1 -C base --project accounts");
+  folder += "/base";
+  EXPECT_EQ(lists(), "ACCT-NO affected matches 'Names:ACCT-NO' search criteria\n"
+                     "ACCT-NO-X affected redef of ACCT-NO\n"
+                     "WS-KEY affected Move of ACCT-NO\n");
+}
+
+TEST_F(Road, FilterAndSynonymsFillTheListsStepByStep) {
+  project();
+  EXPECT_EQ(good("filter --like '*ACCT*' --unlike '*-REC' --to working").out,
+            "Working 3 (+3), Affected 0 (+0), Clean 0 (+0); 1 of 2 program(s) changed\n");
+  good("filter --like ACCT-NAME --to delete");
+  good("filter 'Declaration:Size 8' --to affected"); // does not override what is sorted
+  good("synonyms --in working --to clean");
+  EXPECT_EQ(lists(), "ACCT-NO working matches 'Names:*ACCT* but not *-REC' search criteria\n"
+                     "ACCT-NO-X working matches 'Names:*ACCT* but not *-REC' search criteria\n"
+                     "WS-KEY affected matches 'Declaration:Size 8' search criteria\n"
+                     "WS-LAST affected matches 'Declaration:Size 8' search criteria\n");
+  EXPECT_EQ(good("filter --like NOTHING --to working").out,
+            "None of the lists was changed.\nWorking 2 (+0), Affected 2 (+0), Clean 0 (+0); 0 of 2 program(s) changed\n");
+  const auto programs = good("programs --json").objects();
+  EXPECT_EQ(programs.at(0)["working"], 2);
+  EXPECT_EQ(programs.at(0)["affected"], 2);
+}
+
+TEST_F(Road, AProgramSelectionLimitsWritingCommandsAndMustMatch) {
+  project();
+  good("filter --like '*' --to working --program 'PL*'");
+  EXPECT_EQ(lists(), "N working matches 'Names:*' search criteria\n");
+  const Result none = run("filter --like '*' --to working --program ZZ");
+  EXPECT_EQ(none.status, 1);
+  EXPECT_EQ(none.error, "tarnsift: no verified program matches 'ZZ'\n");
+}
+
+TEST_F(Road, ReportsComeInThreeFormatsFromTheSameRecords) {
+  project();
+  good("filter --like 'ACCT-N*' --to affected");
+  EXPECT_EQ(good("report affected --format csv").out,
+            "Program,Dataname,Comment,File,Line,Column\r\n"
+            "PAY,ACCT-NO,matches 'Names:ACCT-N*' search criteria,copy\\ACCTREC.cpy,2,14\r\n"
+            "PAY,ACCT-NO-X,matches 'Names:ACCT-N*' search criteria,copy\\ACCTREC.cpy,3,14\r\n"
+            "PAY,ACCT-NAME,matches 'Names:ACCT-N*' search criteria,copy\\ACCTREC.cpy,4,14\r\n");
+  const auto rows = good("report possible --format json").objects();
+  ASSERT_EQ(rows.size(), 3U);
+  EXPECT_EQ(rows[0]["status"], "Affected");
+  EXPECT_EQ(rows[0]["line"], 2);
+  const auto code = good("report code --format json").objects();
+  std::string marked;
+  for (const auto& line : code)
+    if (line["marked"].get<bool>()) marked += fmt::format("{}:{}\n", line["file"].get<std::string>(), line["line"].get<int>());
+  EXPECT_EQ(marked, "src\\PAY.cbl:11\nsrc\\PAY.cbl:15\ncopy\\ACCTREC.cpy:2\ncopy\\ACCTREC.cpy:4\n");
+  const std::string file = good("report affected").out;
+  EXPECT_TRUE(file.ends_with("Output/accounts Affected Datanames.html\n")) << file;
+}
+
+TEST_F(Road, DecisionsOutliveAChangedSource) {
+  project();
+  good("filter --like 'WS-*' --to clean");
+  // A line goes in, and a name goes out of the data division but is still used; then it goes out of the text as well.
+  std::string changed = kPay;
+  changed.replace(changed.find("01 WS-OTHER"), 0, "01 WS-NEW PIC X.\n");
+  changed.replace(changed.find("01 WS-LAST PIC 9(8).\n"), 21, "");
+  write("src/PAY.cbl", fixedForm(changed));
+  EXPECT_NE(good("verify").out.find("verified 1, unchanged 1"), std::string::npos);
+  const std::string comment = " clean matches 'Names:WS-*' search criteria\n";
+  EXPECT_EQ(lists(), "WS-KEY" + comment + "WS-OTHER" + comment + "WS-LAST" + comment);
+  for (auto at = changed.find("WS-LAST"); at != std::string::npos; at = changed.find("WS-LAST")) changed.replace(at, 7, "WS-NEW");
+  write("src/PAY.cbl", fixedForm(changed));
+  good("verify");
+  EXPECT_EQ(lists(), "WS-KEY" + comment + "WS-OTHER" + comment);
+  write("src/PAY.cbl", fixedForm(kPay));
+  good("verify");
+  EXPECT_EQ(lists(), "WS-KEY" + comment + "WS-LAST" + comment + "WS-OTHER" + comment) << "what was decided comes back with the name";
+}
+
+TEST_F(Road, LookingShowsUsesAndRelations) {
+  project();
+  std::string uses;
+  for (const auto& use : good("usages ws-key --json").objects())
+    uses += fmt::format("{}:{} {}\n", use["line"].get<int>(), use["column"].get<int>(), use["access"].get<std::string>());
+  EXPECT_EQ(uses, "11:28 write\n12:15 read\n");
+  std::string pairs;
+  for (const auto& pair : good("relations --json WS-KEY").objects())
+    pairs += fmt::format("{} {} {}\n", pair["from_name"].get<std::string>(), pair["kind"].get<std::string>(), pair["to_name"].get<std::string>());
+  EXPECT_EQ(pairs, "ACCT-NO Move WS-KEY\nWS-KEY Comparison WS-LAST\n");
+  const auto slots = good("datanames --like 'WS-KEY' --json").objects();
+  EXPECT_EQ(slots.at(0)["position"], 0);
+  EXPECT_EQ(slots.at(0)["size"], 8);
+  EXPECT_TRUE(slots.at(0)["status"].is_null());
+}
