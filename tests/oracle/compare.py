@@ -10,7 +10,7 @@ from collections import Counter, defaultdict
 from sanitise import lines_of
 
 NAME_LENGTH = 30
-KINDS = ('item', 'size', 'declaring line', 'reference line', 'write', 'area', 'offset')
+KINDS = ('item', 'size', 'declaring line', 'reference line', 'write', 'embedded line', 'area', 'offset')
 NO_ITEMS = ('index', 'constant', 'register', 'call slot', 'file slot', 'undeclared', 'switch')
 
 
@@ -110,6 +110,7 @@ class Comparison:
             if theirs.line and ours['kind'] != 'filler':
                 self._declaration(ours, theirs)
                 self._uses(ours, theirs)
+        self._embedded()
         if self.compiled.offsets:
             self._places(pairs)
         return tally
@@ -198,6 +199,33 @@ class Comparison:
                 self._note('reference line', 'ours', 'extra %s %s:%d %s' % (ours['path'], os.path.basename(place[0]), place[1],
                            self.texts.line(*place).strip()), MASKS_EXTRA, ours, place, theirs)
 
+    def _embedded(self):
+        """The compiler knows nothing of embedded statements: the words that can only be names stand in for it."""
+        usages, named, names = set(), set(), set()
+        for construct in self.constructs:
+            if construct['kind'] in ('file slot', 'call slot'):
+                continue
+            if construct['kind'] != 'undeclared':
+                names.add(construct['name'])
+            for file, line, _, access, _ in construct['references']:
+                place = (self.files[file], line)
+                if access in 'RWB' and _in_exec(self, place):
+                    usages.add(place + (construct['name'],))
+                elif access == 'N':
+                    named.add(place + (construct['name'],))
+        words = {(path, line, word) for path, text in self.compiled.embedded.items() if path in self.files
+                 for line, word in text.exec_words}
+        expected = {one for one in words if one[2] in names and one not in named}
+        self.tally.ours['embedded line'] += len(usages)
+        self.tally.theirs['embedded line'] += len(expected)
+        self.tally.equal['embedded line'] += len(usages & expected)
+        for path, line, word in sorted(expected - usages):
+            self._note('embedded line', 'theirs', 'missed %s %s:%d %s' % (word, os.path.basename(path), line,
+                       self.texts.line(path, line).strip()), ())
+        for path, line, word in sorted(usages - expected):
+            self._note('embedded line', 'ours', 'extra %s %s:%d %s' % (word, os.path.basename(path), line,
+                       self.texts.line(path, line).strip()), MASKS_EMBEDDED, (path, line, word), words)
+
     def _places(self, pairs):
         """Bases stand for areas: equal bases ⇔ equal areas; within an area the distances agree."""
         by_area, by_base = {}, {}
@@ -248,7 +276,8 @@ def _listed_before(self, theirs):
 
 
 def _in_exec(self, place):
-    return place[1] in self.compiled.exec_lines.get(place[0], ())
+    text = self.compiled.embedded.get(place[0])
+    return text is not None and place[1] in text.exec_lines
 
 
 def _verb_on(self, place, words):
@@ -272,6 +301,7 @@ MASKS_ITEM = (
      theirs.line is None),
 )
 MASKS_SIZE = (
+    ('screen item without picture', lambda self, ours, theirs: ours['section'] == 7 and theirs.size > ours['size']),
     # Each group of a report is as wide as the widest.
     ('width of the report', lambda self, ours, theirs: ours['section'] == 6 and theirs.group and theirs.size > ours['size']),
     ('index items of 4 bytes', lambda self, ours, theirs:
@@ -292,8 +322,15 @@ MASKS_EXTRA = (
     ('program with errors', lambda self, ours, place, theirs: not self.clean),
     ('embedded statement', lambda self, ours, place, theirs: _in_exec(self, place)),
 )
+MASKS_EMBEDDED = (
+    # A host variable without a declaration is a construct of its own.
+    ('undeclared name', lambda self, use, words: use in words),
+)
 MASKS_AREA = ()
 MASKS_OFFSET = (
+    # The compiler gives it a byte.
+    ('screen item without picture', lambda self, ours, theirs:
+     ours['section'] == 7 and theirs.place[1] > ours['position']),
     ('element padded before its last item', lambda self, ours, theirs:
      _padded_early(self, ours) and 0 < theirs.place[1] - ours['position'] < 8),
     ('index items of 4 bytes', lambda self, ours, theirs:

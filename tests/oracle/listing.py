@@ -39,7 +39,7 @@ class Compiled:
         self.items = []
         self.errors = []        # what is left after names were declared
         self.origin = []        # expanded line - 1 → (real path, line) or None
-        self.exec_lines = {}    # real path → lines of embedded statements
+        self.embedded = {}      # real path → the sanitised text, which knows embedded statements
         self.offsets = False
         self.text = []
 
@@ -72,9 +72,9 @@ class Copybooks:
 
 
 def prepare(source, formats, copybooks, folder):
-    """Writes the sanitised program and all it copies into `folder`; returns (names of copies → real path, exec lines,
+    """Writes the sanitised program and all it copies into `folder`; returns (names of copies → real path, embedded,
     whether text lies behind the right margin)."""
-    real, exec_lines, waiting, long_lines = {}, {}, [('MAIN', source)], False
+    real, embedded, waiting, long_lines = {}, {}, [('MAIN', source)], False
     while waiting:
         name, path = waiting.pop()
         if name in real:
@@ -86,7 +86,7 @@ def prepare(source, formats, copybooks, folder):
             form = formats.get(os.path.realpath(path), 'fixed')
             clean = sanitise(path, form)
             lines = clean.lines
-            exec_lines[os.path.realpath(path)] = clean.exec_lines
+            embedded[os.path.realpath(path)] = clean
             if form == 'free' and name != 'MAIN':
                 lines = ['>>SOURCE FREE'] + lines  # shifts; corrected by nothing: free copybooks keep their includer's form
             for line in lines:
@@ -98,11 +98,11 @@ def prepare(source, formats, copybooks, folder):
         long_lines |= any(len(line) > 72 for line in lines)
         with open(os.path.join(folder, 'main.cob' if name == 'MAIN' else name), 'w', encoding='latin-1') as out:
             out.write('\n'.join(lines) + '\n')
-    return real, exec_lines, long_lines
+    return real, embedded, long_lines
 
 
 def expand(source, formats, copybooks, folder):
-    real, exec_lines, long_lines = prepare(source, formats, copybooks, folder)
+    real, embedded, long_lines = prepare(source, formats, copybooks, folder)
     words = ['cobc', '-E', '-I', '.'] + FLAGS
     if formats.get(os.path.realpath(source)) == 'free':
         words.append('-free')
@@ -110,7 +110,7 @@ def expand(source, formats, copybooks, folder):
         words.append('-ftext-column=250')
     text, errors = run(words + ['main.cob'], folder)
     compiled = Compiled()
-    compiled.exec_lines = exec_lines
+    compiled.embedded = embedded
     compiled.errors = [e for e in errors.splitlines() if 'error' in e]
     place = None
     for line in text.split('\n'):

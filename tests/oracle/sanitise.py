@@ -15,9 +15,10 @@ MARGIN = 72
 
 
 class Sanitised:
-    def __init__(self, lines, exec_lines):
+    def __init__(self, lines, exec_lines, exec_words):
         self.lines = lines            # without line ends
         self.exec_lines = exec_lines  # numbers from 1
+        self.exec_words = exec_words  # (line, word) that can only be data names, constants or literals
 
 
 def text_of(path):
@@ -74,6 +75,8 @@ class _Blocks:
         self.inside = False
         self.words = ''
         self.start = None
+        self.parts = []      # (line, text) of the block
+        self.found = set()   # (line, word)
 
     def line(self, code, out, number):
         """The code of the line without embedded text; `out` are the lines so far, for what an ending block puts there."""
@@ -89,15 +92,46 @@ class _Blocks:
                 self.start = (number, len(result))
                 result += ' ' * (found.end() - found.start())
                 self.words, code, self.inside = found.group(1).upper() + ' ', code[found.end():], True
+                self.parts = []
             found = END_EXEC.search(bare if touched and self.start[0] != number else _outside_literals(code))
             if not found:
                 self.words += code + ' '
+                self.parts.append((number, code))
                 return result + ' ' * len(code), touched
             self.words += code[:found.start()]
+            self.parts.append((number, code[:found.start()]))
+            self._collect()
             period = bool(found.group(1))
             result += ' ' * (found.end())
             code, self.inside = code[found.end():], False
             result = self._leave(result, out, number, period)
+
+    def _collect(self):
+        """Words that name data: behind a colon, or as arguments in parentheses where that is the style."""
+        depth, literal, host = 0, '', False
+        style = 'colon' if self.words.startswith('SQL') else 'argument'
+        for number, text in self.parts:
+            if literal and style == 'argument':
+                literal = ''
+            for found in re.finditer(r'--.*|[\w$#@-]*[\w$#@]|\S', text):
+                word = found.group()
+                if literal:
+                    literal = '' if word == literal else literal
+                elif word in '"\'':
+                    literal = word
+                elif word.startswith('--') and style == 'colon':
+                    break
+                elif word in '()':
+                    depth += 1 if word == '(' else -1
+                elif word in ':.' and style == 'colon':
+                    host = word == ':' or host
+                    continue
+                elif host or style == 'argument' and depth > 0:
+                    self.found.add((number, word.upper()))
+                    after = text[found.end():found.end() + 1]
+                    host = style == 'colon' and after == '.'
+                    continue
+                host = False
 
     def _leave(self, result, out, number, period):
         include = INCLUDE.match(self.words[4:].strip()) if self.words.startswith('SQL') else None
@@ -152,4 +186,4 @@ def sanitise(path, form):
             if prefix.endswith('-'):
                 prefix = ' ' * 7
         out.append((prefix + code).rstrip())
-    return Sanitised(out, exec_lines)
+    return Sanitised(out, exec_lines, blocks.found)
