@@ -136,8 +136,11 @@ class DataReader {
 
   void skipExec(TokenCursor& cursor, int program) {
     const auto from = cursor.index();
-    while (!cursor.atEnd() && cursor.token().has(inExec))
+    bool ends = false; // the next block may follow without a period between
+    while (!cursor.atEnd() && cursor.token().has(inExec) && !ends) {
+      ends = cursor.text() == "END-EXEC";
       cursor.next();
+    }
     m_analysis.programs[static_cast<std::size_t>(program)].execRanges.emplace_back(from, cursor.index());
   }
 
