@@ -88,8 +88,10 @@ class DataReader {
         if (programs[p].declared.file == 0 && programs[p].declared.line <= copy.at.line) owner = p;
       add(owner, copy.name);
     }
-    for (std::size_t p = 0; p < programs.size(); ++p)
+    for (std::size_t p = 0; p < programs.size(); ++p) {
       if (structure.usesCics[p] && !structure.declaresExecBlock) add(p, "DFHEIBLK");
+      if (structure.usesDli[p] && !structure.declaresDliBlock) add(p, "DLZDIB");
+    }
     return result;
   }
 
