@@ -342,6 +342,18 @@ std::vector<bool> programsWith(const std::vector<std::uint32_t>& tokens, const A
   return result;
 }
 
+/// BASIS and the INSERT and DELETE lines behind it change a text by line numbers; that text is not read.
+void remarkBasis(const TokenStream& stream, std::uint32_t to, Diagnostics& diagnostics) {
+  for (std::uint32_t i = 0; i < to; ++i) {
+    const Token& token = stream.tokens[i];
+    if (token.kind != TokenKind::word || !token.has(lineStart)) continue;
+    const std::string_view text = stream.textOf(token);
+    if (text != "BASIS" && text != "INSERT" && text != "DELETE") continue;
+    diagnostics.add(Code::DirectiveUnknown, Severity::warning, token.position(),
+                    std::string(text) + " lines are not supported; the text they change is not read");
+  }
+}
+
 } // namespace
 
 ProgramStructure findPrograms(const TokenStream& stream, const Words& words, Analysis& analysis,
@@ -350,6 +362,7 @@ ProgramStructure findPrograms(const TokenStream& stream, const Words& words, Ana
   scan.run();
   analysis.isCobol = !scan.events.empty();
   if (scan.events.empty()) return {};
+  remarkBasis(stream, scan.events.front().from, diagnostics);
   if (scan.events.front().mark != Mark::start) {
     diagnostics.add(Code::DivisionMissing, Severity::warning, stream.tokens[scan.events.front().from].position(),
                     "no PROGRAM-ID; the program takes the name of its file");

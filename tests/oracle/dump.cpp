@@ -15,8 +15,9 @@ using cobol::Construct;
 using cobol::Kind;
 
 const char* kindWord(Kind kind) {
-  static constexpr const char* kWords[] = {"group",    "elementary", "filler",    "renames",   "condition", "switch",
-                                           "constant", "index",      "register",  "call slot", "file slot", "undeclared"};
+  static constexpr const char* kWords[] = {"group",     "elementary", "filler",    "renames",
+                                           "condition", "switch",     "constant",  "index",
+                                           "register",  "call slot",  "file slot", "undeclared"};
   return kWords[static_cast<std::size_t>(kind)];
 }
 
@@ -65,7 +66,8 @@ void dump(const std::string& path, const cobol::Options& options, cobol::CopyLib
   const Analysis analysis = cobol::analyse(path, options, library);
   Json head = {{"unit", path}, {"statements", analysis.statements}, {"understood", analysis.statementsUnderstood}};
   head["files"] = Json::array();
-  for (const auto& file : analysis.files) head["files"].push_back({{"path", file.path}, {"format", formatWord(file.format)}});
+  for (const auto& file : analysis.files)
+    head["files"].push_back({{"path", file.path}, {"format", formatWord(file.format)}});
   head["diagnostics"] = Json::array();
   for (const auto& one : analysis.diagnostics) {
     head["diagnostics"].push_back({one.at.file, one.at.line, std::string(cobol::nameOf(one.code)), one.text});
@@ -74,12 +76,14 @@ void dump(const std::string& path, const cobol::Options& options, cobol::CopyLib
 
   std::vector<Json> lines;
   lines.reserve(analysis.constructs.size());
-  for (const Construct& item : analysis.constructs) lines.push_back(dumpOf(analysis, item));
+  for (const Construct& item : analysis.constructs)
+    lines.push_back(dumpOf(analysis, item));
   for (const cobol::Instance& use : analysis.instances) {
     lines[use.construct]["references"].push_back(
         {use.at.file, use.at.line, use.at.column, std::string(1, static_cast<char>(use.access)), use.verb});
   }
-  for (const Json& line : lines) std::cout << line.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+  for (const Json& line : lines)
+    std::cout << line.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
 }
 
 } // namespace
@@ -104,6 +108,7 @@ int main(int count, char** words) {
     return 2;
   }
   cobol::CopyLibrary library(options.copybookFolders, options.copyExtensions);
-  for (const std::string& source : sources) dump(source, options, library);
+  for (const std::string& source : sources)
+    dump(source, options, library);
   return 0;
 }
