@@ -1,5 +1,5 @@
 # The commands of a developer. `make run` and `make test` need nothing but make and root (or sudo) on Debian 12.
-.PHONY: run test bench lint asan setup build clean
+.PHONY: run test bench lint asan setup build clean oracle
 JOBS ?= $(shell nproc)
 
 setup:
@@ -19,6 +19,13 @@ asan: setup
 	@cmake --preset asan >/dev/null
 	@cmake --build --preset asan -j $(JOBS)
 	@ctest --preset asan -j $(JOBS)
+
+# Compares the analyser with GnuCOBOL's compiler on the sample programs, or on DIR (copybooks: COPY, folders with : between).
+oracle: setup
+	@TARNSIFT_NEED="gnucobol python3" tools/setup
+	@cmake --preset dev >/dev/null
+	@cmake --build --preset dev --target cobol_dump -j $(JOBS) >/dev/null
+	@python3 tests/oracle/oracle.py $(if $(COPY),--copy "$(COPY)") $(if $(DIR),"$(DIR)",tests/oracle/programs samples/bank)
 
 bench: setup
 	@cmake --preset release >/dev/null

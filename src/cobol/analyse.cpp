@@ -11,6 +11,16 @@
 namespace cobol {
 namespace {
 
+// Legal as long as nothing uses the name; a copybook that is copied twice is the usual reason.
+void remarkDuplicates(const Analysis& analysis, const std::vector<std::uint32_t>& repeated, Diagnostics& diagnostics) {
+  for (const auto index : repeated) {
+    const Construct& item = analysis.constructs[index];
+    if (item.level == 0 || item.kind == Kind::filler || (item.flags & implicit_) != 0) continue;
+    diagnostics.add(Code::NameDuplicate, Severity::information, item.declared,
+                    item.name + " is declared more than once at the same place; the keys tell them apart");
+  }
+}
+
 // The stages in their order: statements need the places of items, keys need every construct that statements make.
 Analysis analyseTokens(TokenStream stream, const Options& options, Diagnostics diagnostics) {
   Analysis analysis;
@@ -20,7 +30,7 @@ Analysis analyseTokens(TokenStream stream, const Options& options, Diagnostics d
   addOverlays(analysis, diagnostics);
   readProcedures(stream, options, analysis, diagnostics);
   layOutWithoutStorage(analysis, options);
-  nameConstructs(analysis);
+  remarkDuplicates(analysis, nameConstructs(analysis), diagnostics);
   for (const CopyUse& copy : stream.copies)
     analysis.places.push_back({"COPY", copy.name, copy.at});
   analysis.files = std::move(stream.files);

@@ -88,6 +88,20 @@ constexpr Item kExecBlock[] = {
     {.level = 2, .name = "EIBRLDBK", .picture = "X"},
 };
 
+constexpr Item kDliBlock[] = {
+    {.level = 1, .name = "DLZDIB"},
+    {.level = 2, .name = "DIBVER", .picture = "X(2)"},
+    {.level = 2, .name = "DIBSTAT", .picture = "X(2)"},
+    {.level = 2, .name = "DIBSEGM", .picture = "X(8)"},
+    {.level = 2, .name = "DIBFIL01", .picture = "X"},
+    {.level = 2, .name = "DIBFIL02", .picture = "X"},
+    {.level = 2, .name = "DIBSEGLV", .picture = "X(2)"},
+    {.level = 2, .name = "DIBKFBL", .picture = "S9(4)", .usage = Usage::comp},
+    {.level = 2, .name = "DIBDBDNM", .picture = "X(8)"},
+    {.level = 2, .name = "DIBDBORG", .picture = "X(8)"},
+    {.level = 2, .name = "DIBFIL03", .picture = "X(6)"},
+};
+
 // Records of one-byte constants: attention keys, and attributes of screen fields.
 constexpr std::string_view kKeyNames[] = {
     "DFHAID",  "DFHNULL", "DFHENTER", "DFHCLEAR", "DFHCLRP", "DFHPEN",  "DFHOPID", "DFHMSRE", "DFHSTRF", "DFHTRIG",
@@ -98,13 +112,13 @@ constexpr std::string_view kKeyNames[] = {
 
 constexpr std::string_view kAttributeNames[] = {
     "DFHBMSCA", "DFHBMPEM", "DFHBMPNL", "DFHBMPFF", "DFHBMPCR", "DFHBMASK", "DFHBMUNP", "DFHBMUNN", "DFHBMPRO",
-    "DFHBMBRY", "DFHBMDAR", "DFHBMASF", "DFHBMPRF", "DFHBMASB", "DFHBMPSO", "DFHBMPSI", "DFHBMEOF", "DFHBMCUR",
-    "DFHBMEC",  "DFHBMFLG", "DFHBMDET", "DFHSA",    "DFHCOLOR", "DFHPS",    "DFHHLT",   "DFH3270",  "DFHVAL",
-    "DFHOUTLN", "DFHBKTRN", "DFHALL",   "DFHERROR", "DFHDFT",   "DFHDFCOL", "DFHBLUE",  "DFHRED",   "DFHPINK",
-    "DFHGREEN", "DFHTURQ",  "DFHYELLO", "DFHNEUTR", "DFHBASE",  "DFHDFHI",  "DFHBLINK", "DFHREVRS", "DFHUNDLN",
-    "DFHMFIL",  "DFHMENT",  "DFHMFE",   "DFHMT",    "DFHMFT",   "DFHMET",   "DFHMFET",  "DFHUNNOD", "DFHUNIMD",
-    "DFHUNNUM", "DFHUNINT", "DFHUNNON", "DFHPROTI", "DFHPROTN", "DFHDFFR",  "DFHLEFT",  "DFHOVER",  "DFHRIGHT",
-    "DFHUNDER", "DFHBOX",   "DFHSOSI",  "DFHTRANS", "DFHOPAQ",
+    "DFHBMBRY", "DFHBMDAR", "DFHBMFSE", "DFHBMASF", "DFHBMPRF", "DFHBMASB", "DFHBMPSO", "DFHBMPSI", "DFHBMEOF",
+    "DFHBMCUR", "DFHBMEC",  "DFHBMFLG", "DFHBMDET", "DFHSA",    "DFHCOLOR", "DFHPS",    "DFHHLT",   "DFH3270",
+    "DFHVAL",   "DFHOUTLN", "DFHBKTRN", "DFHALL",   "DFHERROR", "DFHDFT",   "DFHDFCOL", "DFHBLUE",  "DFHRED",
+    "DFHPINK",  "DFHGREEN", "DFHTURQ",  "DFHYELLO", "DFHNEUTR", "DFHBASE",  "DFHDFHI",  "DFHBLINK", "DFHREVRS",
+    "DFHUNDLN", "DFHMFIL",  "DFHMENT",  "DFHMFE",   "DFHMT",    "DFHMFT",   "DFHMET",   "DFHMFET",  "DFHUNNOD",
+    "DFHUNIMD", "DFHUNNUM", "DFHUNNUB", "DFHUNINT", "DFHUNNON", "DFHPROTI", "DFHPROTN", "DFHDFFR",  "DFHLEFT",
+    "DFHOVER",  "DFHRIGHT", "DFHUNDER", "DFHBOX",   "DFHSOSI",  "DFHTRANS", "DFHOPAQ",
 };
 
 template<std::size_t count>
@@ -127,6 +141,7 @@ std::span<const ItemTree::MadeItem> builtInRecord(std::string_view copybook) {
   if (copybook == "SQLCA") return kSqlca;
   if (copybook == "SQLDA") return kSqlda;
   if (copybook == "DFHEIBLK") return kExecBlock;
+  if (copybook == "DLZDIB") return kDliBlock;
   if (copybook == "DFHAID") return kKeys;
   if (copybook == "DFHBMSCA") return kAttributes;
   return {};

@@ -71,7 +71,7 @@ CopyLibrary::CopyLibrary(std::map<std::string, std::string> texts)
 CopyLibrary::~CopyLibrary() = default;
 
 // `name` may hold folders; each part is looked up without regard to case.
-std::optional<std::string> CopyLibrary::findIn(const std::string& folder, const std::string& name) {
+std::optional<std::string> CopyLibrary::findIn(const std::string& folder, const std::string& name, std::string* rival) {
   std::string at = folder.empty() ? "." : folder;
   std::string_view rest = name;
   for (std::size_t slash; (slash = rest.find('/')) != rest.npos; rest.remove_prefix(slash + 1)) {
@@ -93,6 +93,7 @@ std::optional<std::string> CopyLibrary::findIn(const std::string& folder, const 
     if (found == index.files.end()) continue;
     const std::vector<std::string>& spellings = found->second;
     const bool exact = std::find(spellings.begin(), spellings.end(), wanted) != spellings.end();
+    if (rival && !exact && spellings.size() > 1) *rival = spellings[1];
     return (fs::path(at) / (exact ? wanted : spellings.front())).lexically_normal().string();
   }
   return std::nullopt;
@@ -108,36 +109,36 @@ std::optional<std::string> CopyLibrary::findText(std::string_view name, std::str
 }
 
 std::optional<std::string> CopyLibrary::find(std::string_view name, std::string_view library,
-                                             const std::string& includerPath) {
+                                             const std::string& includerPath, std::string* rival) {
   if (m_inMemory) return findText(name, library);
   std::string wanted(name);
   std::replace(wanted.begin(), wanted.end(), '\\', '/');
   if (wanted.empty() || wanted.back() == '/') return std::nullopt;
   if (wanted.front() == '/') {
     const fs::path whole(wanted);
-    return findIn(whole.parent_path().string(), whole.filename().string());
+    return findIn(whole.parent_path().string(), whole.filename().string(), rival);
   }
   const std::string home = fs::path(includerPath).parent_path().string();
   const bool withFolders = wanted.find('/') != wanted.npos;
   if (withFolders) {
-    if (auto found = findIn(home, wanted)) return found;
+    if (auto found = findIn(home, wanted, rival)) return found;
   }
   if (!library.empty()) {
     const std::string libraryName(library);
     for (const std::string& folder : m_folders) {
       if (upper(fs::path(folder).filename().string()) == upper(library)) {
-        if (auto found = findIn(folder, wanted)) return found;
+        if (auto found = findIn(folder, wanted, rival)) return found;
       }
-      if (auto found = findIn(folder, libraryName + "/" + wanted)) return found;
+      if (auto found = findIn(folder, libraryName + "/" + wanted, rival)) return found;
     }
-    if (auto found = findIn(home, libraryName + "/" + wanted)) return found;
+    if (auto found = findIn(home, libraryName + "/" + wanted, rival)) return found;
   }
   for (const std::string& folder : m_folders) {
-    if (auto found = findIn(folder, wanted)) return found;
+    if (auto found = findIn(folder, wanted, rival)) return found;
   }
-  if (auto found = findIn(home, wanted)) return found;
+  if (auto found = findIn(home, wanted, rival)) return found;
   // A path of another machine: its last part is what the folders of the list hold.
-  if (withFolders) return find(wanted.substr(wanted.rfind('/') + 1), library, includerPath);
+  if (withFolders) return find(wanted.substr(wanted.rfind('/') + 1), library, includerPath, rival);
   return std::nullopt;
 }
 

@@ -34,15 +34,17 @@ class CopyLibrary {
   CopyLibrary& operator=(const CopyLibrary&) = delete;
 
   /// Where the copybook lies: a name with folders relative to the text that copies it, then each folder of the list
-  /// (its subfolder `library` first), last the folder of the text that copies it. Upper and lower case are one.
-  std::optional<std::string> find(std::string_view name, std::string_view library, const std::string& includerPath);
+  /// (its subfolder `library` first), last the folder of the text that copies it. Upper and lower case are one; of
+  /// files that differ in case only the exact one is taken or else the first by name, and `rival` then gets the next.
+  std::optional<std::string> find(std::string_view name, std::string_view library, const std::string& includerPath,
+                                  std::string* rival = nullptr);
 
   /// The words of a found copybook; `outer` is how the text that copies it is read.
   std::shared_ptr<const CopyText> read(const std::string& path, const ScanSettings& outer, const Options& options);
 
  private:
   struct State;
-  std::optional<std::string> findIn(const std::string& folder, const std::string& name);
+  std::optional<std::string> findIn(const std::string& folder, const std::string& name, std::string* rival);
   std::optional<std::string> findText(std::string_view name, std::string_view library) const;
 
   std::vector<std::string> m_folders;

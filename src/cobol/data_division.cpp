@@ -88,8 +88,10 @@ class DataReader {
         if (programs[p].declared.file == 0 && programs[p].declared.line <= copy.at.line) owner = p;
       add(owner, copy.name);
     }
-    for (std::size_t p = 0; p < programs.size(); ++p)
+    for (std::size_t p = 0; p < programs.size(); ++p) {
       if (structure.usesCics[p] && !structure.declaresExecBlock) add(p, "DFHEIBLK");
+      if (structure.usesDli[p] && !structure.declaresDliBlock) add(p, "DLZDIB");
+    }
     return result;
   }
 
@@ -136,8 +138,11 @@ class DataReader {
 
   void skipExec(TokenCursor& cursor, int program) {
     const auto from = cursor.index();
-    while (!cursor.atEnd() && cursor.token().has(inExec))
+    bool ends = false; // the next block may follow without a period between
+    while (!cursor.atEnd() && cursor.token().has(inExec) && !ends) {
+      ends = cursor.text() == "END-EXEC";
       cursor.next();
+    }
     m_analysis.programs[static_cast<std::size_t>(program)].execRanges.emplace_back(from, cursor.index());
   }
 

@@ -12,7 +12,7 @@ constexpr std::pair<std::string_view, Word> kWords[] = {
     {"IDENTIFICATION", identification}, {"ID", identification}, {"PROGRAM-ID", programId}, {"FUNCTION-ID", functionId},
     {"CLASS-ID", classId}, {"METHOD-ID", methodId}, {"ENVIRONMENT", environment}, {"DATA", data},
     {"PROCEDURE", procedure}, {"DIVISION", division}, {"SECTION", section}, {"END", end}, {"PROGRAM", program},
-    {"FUNCTION", function}, {"CLASS", class_}, {"METHOD", method}, {"EXEC", exec}, {"EXECUTE", exec}, {"CICS", cics},
+    {"FUNCTION", function}, {"CLASS", class_}, {"METHOD", method}, {"EXEC", exec}, {"EXECUTE", exec}, {"CICS", cics}, {"DLI", dli}, {"DIBSTAT", dibstat},
     {"DECLARATIVES", declaratives}, {"DFHEIBLK", dfheiblk}, {"EIBTIME", eibtime}, {"CONFIGURATION", configuration},
     {"INPUT-OUTPUT", inputOutput}, {"FILE-CONTROL", fileControl}, {"I-O-CONTROL", ioControl},
     {"SPECIAL-NAMES", specialNames}, {"SOURCE-COMPUTER", sourceComputer}, {"OBJECT-COMPUTER", objectComputer},

@@ -15,7 +15,7 @@ enum class Word : std::uint16_t {
   // structure
   identification, programId, functionId, classId, methodId, environment, data, procedure, division, section, end,
   program,
-  function, class_, method, exec, cics, declaratives, dfheiblk, eibtime,
+  function, class_, method, exec, cics, dli, declaratives, dfheiblk, eibtime, dibstat,
   configuration, inputOutput, fileControl, ioControl, specialNames, sourceComputer, objectComputer, repository,
   file, workingStorage, localStorage, linkage, communication, report, screen, threadLocal,
   initial, common, recursive, prototype,

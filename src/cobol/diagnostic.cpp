@@ -12,9 +12,9 @@ constexpr std::string_view kNames[] = {
     "ContinuationBad",  "CopyMissing",      "CopyCycle",     "CopyDepth",        "ReplaceLimit",  "DirectiveUnknown",
     "ExecOpen",         "DivisionMissing",  "LevelBad",      "PeriodMissing",    "PictureBad",    "PictureMissing",
     "RedefinesUnknown", "RedefinesLonger",  "OccursBad",     "RenamesBad",       "NameDuplicate", "Unresolved",
-    "Ambiguous",        "StatementUnknown", "PairsCapped",   "OverlaysCapped",   "BudgetSpent",
+    "Ambiguous",        "StatementUnknown", "PairsCapped",   "OverlaysCapped",   "BudgetSpent",   "SyncMisaligned",
 };
-static_assert(std::size(kNames) == static_cast<std::size_t>(Code::BudgetSpent) + 1);
+static_assert(std::size(kNames) == static_cast<std::size_t>(Code::SyncMisaligned) + 1);
 
 } // namespace
 

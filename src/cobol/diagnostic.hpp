@@ -39,6 +39,7 @@ enum class Code : std::uint8_t {
   PairsCapped,
   OverlaysCapped,
   BudgetSpent,
+  SyncMisaligned,
 };
 
 enum class Severity : char { information = 'I', warning = 'W', error = 'E' };

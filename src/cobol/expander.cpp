@@ -184,20 +184,22 @@ void Expander::onCopy(Frame& frame, std::size_t at) {
 // REPLACE ==a== BY ==b== … .   REPLACE [LAST] OFF.   REPLACE ALSO …
 void Expander::onReplace(Frame& frame, std::size_t at) {
   std::size_t next = at + 1;
-  if (isWord(frame, next, Keyword::Last) && isWord(frame, next + 1, Keyword::Off)) ++next;
+  const bool last = isWord(frame, next, Keyword::Last) && isWord(frame, next + 1, Keyword::Off);
+  if (last) ++next;
   Token control = tokenAt(frame, at);
   control.kind = kReplaceControl;
   if (isWord(frame, next, Keyword::Off)) {
-    control.text = kReplaceOff;
+    control.text = last ? kReplaceLastOff : kReplaceOff;
     ++next;
   } else {
-    if (isWord(frame, next, Keyword::Also)) ++next;
+    const bool also = isWord(frame, next, Keyword::Also);
+    if (also) ++next;
     std::vector<ReplaceRule> rules;
     const std::size_t behind = readRules(frame, next, rules);
     if (rules.empty()) return; // some other use of the word
     next = behind;
     control.text = static_cast<NameId>(m_replaceLists.size());
-    m_replaceLists.push_back(std::move(rules));
+    m_replaceLists.push_back({std::move(rules), also});
   }
   if (next < frame.block->tokens.size() && frame.block->tokens[next].kind == TokenKind::period) ++next;
   frame.at = next;
@@ -250,7 +252,12 @@ void Expander::onDirective(Frame& frame, const Directive& directive) {
 
 void Expander::include(Frame& frame, CopyRequest request) {
   CopyUse use{upper(request.name), request.library, -1, request.at};
-  const std::optional<std::string> path = m_library.find(request.name, request.library, frame.block->file.path);
+  std::string rival;
+  const std::optional<std::string> path = m_library.find(request.name, request.library, frame.block->file.path, &rival);
+  if (!rival.empty()) {
+    m_diagnostics.add(Code::Ambiguous, Severity::warning, request.at,
+                      "two copybooks differ in case only; taken is " + *path + ", not " + rival);
+  }
   if (!path) {
     const Severity severity = isBuiltIn(use.name) ? Severity::information : Severity::error;
     m_diagnostics.add(Code::CopyMissing, severity, request.at, "the copybook " + request.name + " is not found");
@@ -377,6 +384,14 @@ void Expander::applyReplace() {
   out.reserve(words.size());
   std::vector<Token> stretch;
   std::unique_ptr<Replacing> active;
+  std::vector<std::size_t> inForce; // lists; ALSO adds one, LAST OFF takes one away
+  const auto activate = [&] {
+    active.reset();
+    std::vector<ReplaceRule> rules; // the newest first
+    for (auto list = inForce.rbegin(); list != inForce.rend(); ++list)
+      rules.insert(rules.end(), m_replaceLists[*list].rules.begin(), m_replaceLists[*list].rules.end());
+    if (!rules.empty()) active = std::make_unique<Replacing>(std::move(rules), m_stream.names);
+  };
   const auto flush = [&] {
     if (active)
       active->apply(stretch, out);
@@ -390,8 +405,14 @@ void Expander::applyReplace() {
       continue;
     }
     flush();
-    active.reset();
-    if (token.text != kReplaceOff) active = std::make_unique<Replacing>(m_replaceLists[token.text], m_stream.names);
+    const bool ends = token.text == kReplaceOff || token.text == kReplaceLastOff;
+    if (token.text == kReplaceLastOff && !inForce.empty()) {
+      inForce.pop_back();
+    } else if (ends || !m_replaceLists[token.text].also) {
+      inForce.clear();
+    }
+    if (!ends) inForce.push_back(token.text);
+    activate();
   }
   flush();
 }

@@ -39,6 +39,10 @@ class Expander {
     std::vector<ReplaceRule> rules;
     ScanSettings settings;
   };
+  struct ReplaceList {
+    std::vector<ReplaceRule> rules;
+    bool also = false; ///< those in force stay
+  };
   struct CopyRequest {
     std::string name;
     std::string library;
@@ -80,7 +84,7 @@ class Expander {
   std::map<std::string, std::uint16_t> m_fileIndexes;
   std::unordered_map<const CopyText*, std::vector<NameId>> m_names;
   std::vector<std::shared_ptr<const CopyText>> m_kept;
-  std::vector<std::vector<ReplaceRule>> m_replaceLists;
+  std::vector<ReplaceList> m_replaceLists;
   std::size_t m_tokens = 0;
   bool m_spent = false;
 };

@@ -50,9 +50,6 @@ void StatementReader::takeTerm() {
   } else if (taken.isItem() && kind != Kind::condition && kind != Kind::switchName) {
     m_terms.push_back({taken, Term::Flow::plain});
   }
-  // A method called in place: its result is not known.
-  while (token().kind == TokenKind::symbol && token().text == m_inlineMethod)
-    m_at += 2;
 }
 
 void StatementReader::endChain(Level& level, std::uint32_t size, std::vector<Mark>& marks) {

@@ -98,7 +98,8 @@ class KeyWriter {
     countFillers();
   }
 
-  void run() {
+  std::vector<std::uint32_t> run() {
+    std::vector<std::uint32_t> repeated;
     KeyTable seen(m_analysis.constructs);
     for (std::size_t i = 0; i < m_analysis.constructs.size(); ++i) {
       auto& item = m_analysis.constructs[i];
@@ -110,8 +111,11 @@ class KeyWriter {
       shorten(key);
       item.kvid = key;
       const auto times = seen.add(static_cast<std::uint32_t>(i));
-      if (times > 1) item.kvid += '#' + std::to_string(times);
+      if (times == 1) continue;
+      item.kvid += '#' + std::to_string(times);
+      repeated.push_back(static_cast<std::uint32_t>(i));
     }
+    return repeated;
   }
 
  private:
@@ -246,8 +250,8 @@ std::string keyText(std::string_view text) {
   return key;
 }
 
-void nameConstructs(Analysis& analysis) {
-  KeyWriter(analysis).run();
+std::vector<std::uint32_t> nameConstructs(Analysis& analysis) {
+  return KeyWriter(analysis).run();
 }
 
 } // namespace cobol

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "cobol/analysis.hpp"
 
@@ -9,8 +11,9 @@ namespace cobol {
 
 /// Gives every construct its key: program path, a colon, the full COBOL qualification from the outermost name in.
 /// Unique in the analysis; stable when text moves, is renumbered or gets other pictures. Call it when all constructs
-/// are made. Only `A-Z 0-9 - _ . : / # ~ ^ + @ ! ? ( ) =` occur; every other byte is `=HH`.
-void nameConstructs(Analysis& analysis);
+/// are made. Gives those whose path was taken before, in declaration order; they carry `#2`, `#3` …. Only `A-Z 0-9 - _
+/// . : / # ~ ^ + @ ! ? ( ) =` occur; every other byte is `=HH`.
+std::vector<std::uint32_t> nameConstructs(Analysis& analysis);
 
 /// The text in the key alphabet.
 std::string keyText(std::string_view text);

@@ -41,6 +41,7 @@ class EventScan {
       if (word == Word::none) continue;
       if (token.has(inExec)) {
         if (word == Word::cics && i > 0 && wordAt(i - 1, true) == Word::exec) m_cics.push_back(i);
+        if (word == Word::dli && i > 0 && wordAt(i - 1, true) == Word::exec) m_dli.push_back(i);
         continue;
       }
       header(i, word);
@@ -49,8 +50,10 @@ class EventScan {
 
   std::vector<Event> events;
   std::vector<std::uint32_t> m_cics;
+  std::vector<std::uint32_t> m_dli;
   std::size_t entries = 0; ///< numbers behind a period: about as many as data descriptions
   bool declaresExecBlock = false;
+  bool declaresDliBlock = false;
 
  private:
   enum class State : std::uint8_t { header, environment, data, procedure };
@@ -121,6 +124,9 @@ class EventScan {
     case Word::dfheiblk:
     case Word::eibtime:
       if (i > 0 && m_stream.tokens[i - 1].kind == TokenKind::number) declaresExecBlock = true;
+      break;
+    case Word::dibstat:
+      if (i > 0 && m_stream.tokens[i - 1].kind == TokenKind::number) declaresDliBlock = true;
       break;
     case Word::end:
       finish(i);
@@ -325,14 +331,27 @@ class Assembly {
   bool m_partOpen = false;
 };
 
-/// Notes which programs hold EXEC CICS; the innermost program around the token counts.
-void markCics(const std::vector<std::uint32_t>& tokens, const Analysis& analysis, ProgramStructure& structure) {
-  structure.usesCics.assign(analysis.programs.size(), false);
+/// By program: whether it holds one of the tokens; the innermost program around a token counts.
+std::vector<bool> programsWith(const std::vector<std::uint32_t>& tokens, const Analysis& analysis) {
+  std::vector<bool> result(analysis.programs.size());
   for (std::size_t p = 0; p < analysis.programs.size(); ++p)
     for (const auto& [from, to] : analysis.programs[p].procedureRanges) {
       const auto first = std::lower_bound(tokens.begin(), tokens.end(), from);
-      if (first != tokens.end() && *first < to) structure.usesCics[p] = true;
+      if (first != tokens.end() && *first < to) result[p] = true;
     }
+  return result;
+}
+
+/// BASIS and the INSERT and DELETE lines behind it change a text by line numbers; that text is not read.
+void remarkBasis(const TokenStream& stream, std::uint32_t to, Diagnostics& diagnostics) {
+  for (std::uint32_t i = 0; i < to; ++i) {
+    const Token& token = stream.tokens[i];
+    if (token.kind != TokenKind::word || !token.has(lineStart)) continue;
+    const std::string_view text = stream.textOf(token);
+    if (text != "BASIS" && text != "INSERT" && text != "DELETE") continue;
+    diagnostics.add(Code::DirectiveUnknown, Severity::warning, token.position(),
+                    std::string(text) + " lines are not supported; the text they change is not read");
+  }
 }
 
 } // namespace
@@ -343,6 +362,7 @@ ProgramStructure findPrograms(const TokenStream& stream, const Words& words, Ana
   scan.run();
   analysis.isCobol = !scan.events.empty();
   if (scan.events.empty()) return {};
+  remarkBasis(stream, scan.events.front().from, diagnostics);
   if (scan.events.front().mark != Mark::start) {
     diagnostics.add(Code::DivisionMissing, Severity::warning, stream.tokens[scan.events.front().from].position(),
                     "no PROGRAM-ID; the program takes the name of its file");
@@ -350,8 +370,10 @@ ProgramStructure findPrograms(const TokenStream& stream, const Words& words, Ana
   }
   auto structure = Assembly(stream, words, scan.events, analysis, diagnostics).run();
   analysis.constructs.reserve(scan.entries + scan.entries / 16);
-  markCics(scan.m_cics, analysis, structure);
+  structure.usesCics = programsWith(scan.m_cics, analysis);
+  structure.usesDli = programsWith(scan.m_dli, analysis);
   structure.declaresExecBlock = scan.declaresExecBlock;
+  structure.declaresDliBlock = scan.declaresDliBlock;
   return structure;
 }
 

@@ -20,8 +20,10 @@ struct DeclarationPart {
 struct ProgramStructure {
   std::vector<DeclarationPart> parts;    ///< in text order
   std::vector<bool> usesCics;            ///< by program: holds an EXEC CICS
+  std::vector<bool> usesDli;             ///< by program: holds an EXEC DLI
   std::vector<std::uint32_t> nameTokens; ///< by program: the token of its name, or its first token
   bool declaresExecBlock = false;        ///< the EXEC interface block stands in the text itself
+  bool declaresDliBlock = false;         ///< the same for the block of EXEC DLI
 };
 
 /// Finds the programs of a stream, one inside the other or one behind the other, and fills Analysis::programs and

@@ -76,7 +76,14 @@ void RecordLayout::open(int group, std::int64_t position) {
 std::int64_t RecordLayout::startOf(int item) {
   Frame& frame = m_frames.back();
   Construct& construct = at(item);
-  if (construct.redefines >= 0) return at(rootOf(item)).position;
+  if (construct.redefines >= 0) {
+    const auto start = at(rootOf(item)).position;
+    if (start % firstBoundary(item) != 0)
+      m_diagnostics.add(Code::SyncMisaligned, Severity::warning, construct.declared,
+                        construct.name + " is SYNCHRONIZED but begins where " + at(rootOf(item)).name +
+                            " does, off its boundary");
+    return start;
+  }
   if (construct.section == Section::report) {
     // Lines of a report group lie over each other; COLUMN counts from the start of the line.
     if (construct.isGroup()) return frame.begin;

@@ -36,8 +36,20 @@ Operand StatementReader::plainOperand(Demand demand) {
     acceptSymbol(')');
     return constant;
   }
+  if (token(1).kind == TokenKind::symbol && token(1).text == m_inlineMethod) return methodCalled();
   const Operand result = named(demand);
   if (atSymbol('(')) parentheses(result);
+  return result;
+}
+
+// `object::"method" (arguments)…`: object and arguments are read, what comes of it is not known.
+Operand StatementReader::methodCalled() {
+  const Operand result{Operand::Sort::literal, m_at, 0, 0};
+  touch(named(Demand::declared), Access::read); // a class is no dataname
+  while (token().kind == TokenKind::symbol && token().text == m_inlineMethod) {
+    m_at += 2;
+    if (atSymbol('(')) parentheses({});
+  }
   return result;
 }
 

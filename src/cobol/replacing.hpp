@@ -12,6 +12,7 @@ namespace cobol {
 /// What passes through replacements untouched: `text` is an index into the lists of REPLACE, or kReplaceOff.
 inline constexpr TokenKind kReplaceControl = TokenKind::areaHead;
 inline constexpr NameId kReplaceOff = ~NameId(0);
+inline constexpr NameId kReplaceLastOff = kReplaceOff - 1;
 
 /// One `a BY b` of REPLACING or REPLACE.
 struct ReplaceRule {

@@ -206,6 +206,7 @@ class StatementReader {
   };
 
   Operand plainOperand(Demand demand);
+  Operand methodCalled();
   Operand named(Demand demand);
   void lookUp(Operand& operand, NameId name, Demand demand);
   void narrow(Operand& operand);

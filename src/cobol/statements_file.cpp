@@ -98,6 +98,10 @@ void readDelete(StatementReader& r) {
 }
 
 void readAccept(StatementReader& r) {
+  if (r.keyword(1) == Keyword::Message && r.fileName() >= 0) { // ACCEPT cd MESSAGE COUNT
+    r.skip({Keyword::Message, Keyword::Count});
+    return;
+  }
   const Operand target = r.read(Access::write);
   while (!r.atBoundary()) {
     if (!r.accept(Keyword::From)) {

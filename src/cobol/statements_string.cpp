@@ -171,6 +171,19 @@ void readTransform(StatementReader& r) {
   }
 }
 
+namespace {
+
+/// NAMESPACE, NAMESPACE-PREFIX and ENCODING of XML statements: their operand is read.
+bool acceptTextOption(StatementReader& r) {
+  if (!r.at(Keyword::Namespace) && !r.at(Keyword::NamespacePrefix) && !r.at(Keyword::Encoding)) return false;
+  r.advance();
+  r.accept(Keyword::Is);
+  r.read(Access::read, Demand::declared);
+  return true;
+}
+
+} // namespace
+
 void readJson(StatementReader& r) {
   if (r.accept(Keyword::Parse)) {
     const Operand text = r.read(Access::read);
@@ -184,14 +197,17 @@ void readJson(StatementReader& r) {
     r.accept(Keyword::From);
     const Operand source = r.read(Access::read);
     r.relate(RelationKind::String, source, target);
-    r.accept(Keyword::Count);
-    r.accept(Keyword::In);
-    if (r.atOperand()) r.relate(RelationKind::Tally, source, r.read(Access::write));
+    if (r.accept(Keyword::Count)) {
+      r.accept(Keyword::In);
+      r.relate(RelationKind::Tally, source, r.read(Access::write));
+    }
   }
   // NAME OF x IS 'n', SUPPRESS x WHEN …: the items are only named.
   while (!r.atEnd() && r.token().kind != TokenKind::period) {
     if (r.at(Keyword::Suppress) || r.at(Keyword::When)) {
       r.advance();
+    } else if (acceptTextOption(r)) {
+      continue;
     } else if (r.atBoundary()) {
       return;
     } else if (r.atName()) {
@@ -213,8 +229,8 @@ void readXml(StatementReader& r) {
       r.accept(Keyword::With);
       r.accept(Keyword::File);
       r.read(Access::read, Demand::declared);
-    } else {
-      r.advance(); // ENCODING, RETURNING NATIONAL, PROCESSING PROCEDURE p THRU q
+    } else if (!acceptTextOption(r)) {
+      r.advance(); // RETURNING NATIONAL, PROCESSING PROCEDURE p THRU q
     }
   }
 }

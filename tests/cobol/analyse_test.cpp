@@ -63,6 +63,18 @@ TEST(Analyse, DamagedTextGivesAnAnalysis) {
   }
 }
 
+TEST(Analyse, RemarksPathsDeclaredTwiceAndUnreadBasisLines) {
+  const Analysis analysis =
+      analyse("       BASIS OLD\n       DELETE 000100\n       PROGRAM-ID. P.\n       DATA DIVISION.\n"
+              "       WORKING-STORAGE SECTION.\n       01 A. 05 B PIC X. 05 B PIC X. 05 FILLER PIC X.\n"
+              "       05 FILLER PIC X. 05 C PIC X.\n       01 C PIC X.\n",
+              {}, {});
+  std::string remarks;
+  for (const Diagnostic& one : analysis.diagnostics)
+    remarks += std::string(nameOf(one.code)) + ' ' + std::to_string(one.at.line) + ' ';
+  EXPECT_EQ(remarks, "DirectiveUnknown 1 DirectiveUnknown 2 NameDuplicate 6 ");
+}
+
 TEST(Analyse, ThreadsShareALibrary) {
   const std::filesystem::path folder = std::filesystem::temp_directory_path() / "tarnsift_analyse_threads";
   std::filesystem::create_directories(folder);

@@ -54,6 +54,20 @@ TEST_F(CopyFiles, AreFoundInTheOrderOfTheFolders) {
   }
 }
 
+TEST_F(CopyFiles, ThatDifferInCaseOnlyAreRemarkedUnlessOneIsExact) {
+  write("main.cbl", "       COPY REC.\n       COPY 'Part'.\n");
+  for (const char* name : {"books/Rec.cpy", "books/rec.CPY", "books/Part", "books/PART"})
+    write(name, "");
+  CopyLibrary library({path("books")});
+  Diagnostics diagnostics;
+  const TokenStream stream = readTokens(path("main.cbl"), {}, library, diagnostics);
+  ASSERT_EQ(stream.files.size(), 3u);
+  EXPECT_EQ(stream.files[1].path, path("books/Rec.cpy"));
+  EXPECT_EQ(stream.files[2].path, path("books/Part"));
+  ASSERT_EQ(diagnostics.count(Code::Ambiguous), 1u);
+  EXPECT_THAT(diagnostics.all().back().text, ::testing::HasSubstr("rec.CPY"));
+}
+
 TEST_F(CopyFiles, AreListedOnceWithTheirFacts) {
   write("main.cbl", "       COPY REC.\n       COPY REC.\n       COPY NONE OF L.");
   write("books/rec.cpy", "       01 A.\n");

@@ -113,6 +113,13 @@ TEST(Replace, HoldsFromStatementToStatement) {
   EXPECT_EQ(pictureOf("           REPLACE ==X-:T:== BY ==B==. X-:T:-A\n").words, "B-A");
 }
 
+TEST(Replace, AlsoAddsAndLastOffTakesAway) {
+  const std::string text = "           REPLACE ==A== BY ==B==. A REPLACE ALSO ==C== BY ==D== ==A== BY ==E==. A C\n"
+                           "           REPLACE LAST OFF. A C REPLACE LAST OFF. A\n"
+                           "           REPLACE ==A== BY ==B==. REPLACE ALSO ==C== BY ==D==. REPLACE OFF. A C\n";
+  EXPECT_EQ(pictureOf(text).words, "B E D B C A A C");
+}
+
 TEST(Replace, UnendedOperandsDoNoHarm) {
   EXPECT_EQ(pictureOf("           REPLACE ==A BY B. C\n").words, "REPLACE == A BY B . C");
   EXPECT_EQ(pictureOf("           COPY C REPLACING ==A. D\n", {}, {{"C", "       B\n"}}).words, "B == A . D");

@@ -221,13 +221,14 @@ TEST(BuiltIns, StandInForWhatTheSystemSupplies) {
   const auto run =
       readAndLayOut(fixedForm("PROGRAM-ID. P.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n"
                               "    EXEC SQL INCLUDE SQLCA END-EXEC.\n    COPY DFHAID.\n    COPY UNKNOWN.\n01 A PIC X.\n"
-                              "PROCEDURE DIVISION.\n    EXEC CICS RETURN END-EXEC.\n"));
+                              "PROCEDURE DIVISION.\n    EXEC CICS RETURN END-EXEC.\n    EXEC DLI TERM END-EXEC.\n"));
   const auto text = picture(run);
   EXPECT_THAT(text, testing::HasSubstr("01 SQLCA @0+0 len 136 flags M\n"));
   EXPECT_THAT(text, testing::HasSubstr("05 SQLCODE @0+12 len 4 PIC S9(9) COMP-5 flags M\n"));
   EXPECT_THAT(text, testing::HasSubstr("10 SQLSTATE @0+131 len 5 PIC X(5) DISPLAY flags M\n"));
   EXPECT_THAT(text, testing::HasSubstr("02 DFHPF24 "));
   EXPECT_THAT(text, testing::HasSubstr("01 DFHEIBLK "));
+  EXPECT_THAT(text, testing::HasSubstr("02 DIBSTAT "));
   EXPECT_THAT(text, testing::HasSubstr("+76 len 4 PIC S9(8) COMP flags M\n")); // EIBRESP
   for (const auto& item : run.analysis.constructs)
     EXPECT_EQ(item.declared.line, item.name == "A" ? 7U : 1U);

@@ -77,3 +77,22 @@ TEST(ExecStatements, CursorsAmongTheDeclarationsCount) {
   const ProcedureFacts facts = factsOf(data, "CONTINUE.");
   EXPECT_EQ(facts.instances(), "KEY1 R");
 }
+
+TEST(ExecStatements, EveryBlockOfTheDataDivisionCountsAlsoWithoutPeriods) {
+  const ProcedureFacts facts = factsOf(R"(^WORKING-STORAGE SECTION.
+^01 A PIC X.
+^01 B PIC X.
+    EXEC SQL INCLUDE SQLCA END-EXEC
+    EXEC SQL DECLARE C1 CURSOR FOR SELECT X FROM T WHERE X > :A END-EXEC
+    EXEC SQL DECLARE C2 CURSOR FOR
+         SELECT X FROM T WHERE X < :B END-EXEC
+^01 C PIC X.
+^LINKAGE SECTION.
+    EXEC SQL DECLARE C3 CURSOR FOR SELECT X FROM T WHERE X = :C END-EXEC.
+)",
+                                       "MOVE A TO C.");
+  std::map<std::string, int> usages;
+  for (const auto& use : facts.analysis.instances)
+    if (use.isUsage()) ++usages[facts.analysis.constructs[use.construct].name];
+  EXPECT_EQ(usages, (std::map<std::string, int>{{"A", 2}, {"B", 1}, {"C", 2}}));
+}

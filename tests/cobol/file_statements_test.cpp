@@ -136,3 +136,12 @@ TEST(FileStatements, VariableTablesDependOnTheirCount) {
   EXPECT_EQ(table.instances(), "N R");
   EXPECT_EQ(table.relations(), "Dependence E -> N");
 }
+
+TEST(FileStatements, MessagesPassThroughTheRecordOfACommunicationDescription) {
+  const ProcedureFacts facts = factsOf("^WORKING-STORAGE SECTION.\n^01 A PIC X(9).\n^01 N PIC 9.\n"
+                                       "^COMMUNICATION SECTION.\n^CD LINE-IN FOR INPUT.\n^01 LINE-REC PIC X(87).\n",
+                                       "RECEIVE LINE-IN MESSAGE INTO A.\nSEND LINE-IN FROM A WITH N.\n"
+                                       "ACCEPT LINE-IN MESSAGE COUNT.\nENABLE INPUT LINE-IN WITH KEY A.");
+  EXPECT_EQ(facts.instances(), "A W 1:30, A R 2:19, N R 2:26, A R 4:31");
+  EXPECT_EQ(facts.diagnostics(), "");
+}

@@ -125,6 +125,10 @@ TEST(Redefines, SharesTheRootAndPushesWhatFollows) {
                           "01 H @0+0 len 20 PIC X(20) DISPLAY\n"
                           "01 I @48+0 len 1 PIC X DISPLAY\n");
   EXPECT_EQ(diagnosticsOf(run), "RedefinesLonger 8\n");
+  EXPECT_EQ(diagnosticsOf(readAndLayOut(workingStorage("01 A.\n 05 B PIC X.\n 05 C PIC X(8).\n"
+                                                       " 05 D REDEFINES C PIC S9(8) COMP SYNC.\n"
+                                                       " 05 E REDEFINES C PIC S9(8) COMP.\n"))),
+            "SyncMisaligned 8\n");
   EXPECT_EQ(relationsOf(run), "C Redefinition B <7:24>\nD Redefinition B <8:24>\nH Redefinition A <12:23>\n");
 }
 

@@ -270,6 +270,11 @@ TEST(Statements, TableSortsAndScreenTraffic) {
       {"DISPLAY A AT LINE N COLUMN 5 WITH NO ADVANCING.", "A R 1:9, N R 1:19", ""},
       {"DISPLAY A ERASE EOS.", "A R 1:9", ""},
       {"XML GENERATE A FROM G COUNT IN N END-XML.", "A W 1:14, G R 1:21, N W 1:32", "String G -> A, Tally G -> N"},
+      {"XML GENERATE A FROM G NAMESPACE IS B NAMESPACE-PREFIX C\nWITH ENCODING N.",
+       "A W 1:14, G R 1:21, B R 1:36, C R 1:55, N R 2:15", "String G -> A"},
+      {"XML PARSE A WITH ENCODING N PROCESSING PROCEDURE P2.", "A R 1:11, N R 1:27", ""},
+      {"MOVE A::\"get\" (N)::NEXT-ONE TO B.", "A R 1:6, N R 1:16, B W 1:32", ""},
+      {"SET PTR TO ACCOUNT::\"open\" (A, B).", "PTR W 1:5, A R 1:29, B R 1:32", ""},
       {"JSON PARSE A INTO G NAME OF GX IS 'x'.", "A R 1:12, G W 1:19, GX N 1:29", "Unstring A -> G"},
   });
 }
