@@ -128,6 +128,16 @@ TEST_F(Road, ReportsSpeakTheLanguageAskedFor) {
   EXPECT_EQ(run("report affected --language de").status, 2);
 }
 
+TEST_F(Road, AReportOnStandardOutputIsAppendedToWhatStandsThere) {
+  project();
+  good("filter --like ACCT-NO --to affected");
+  write("all.csv", "before\n");
+  good("report affected --format csv >>all.csv && echo behind >>all.csv && true");
+  const std::string all = platform::readText(m_place.file("all.csv"));
+  EXPECT_TRUE(all.starts_with("before\nProgram,")) << all;
+  EXPECT_TRUE(all.ends_with(",2,14\r\nbehind\n")) << all;
+}
+
 TEST_F(Road, DecisionsOutliveAChangedSource) {
   project();
   good("filter --like 'WS-*' --to clean");
