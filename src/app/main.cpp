@@ -1,3 +1,4 @@
+#include <csignal>
 #include <cstdio>
 #include <iostream>
 
@@ -97,6 +98,7 @@ int run(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+  std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is an output that could not be written, not an end in mid-session
   const int status = run(argc, argv);
   platform::dbEngine().settle();
   return status;
