@@ -1,5 +1,6 @@
 #include "orvane/carry_over.hpp"
 
+#include <set>
 #include <unordered_map>
 
 #include <fmt/format.h>
@@ -144,23 +145,34 @@ class Carrying {
     }
   }
 
-  // Only constructs that the old database does not have in another place take back what was decided about them.
+  // Only constructs that the old database does not have in another place take back what was decided about them: by their
+  // key, else by their name when no other construct of the program has it.
   void restore(const std::vector<CarryMatch>& matches) {
     if (m_old.archive.empty()) return;
-    std::unordered_map<std::string_view, std::size_t> appeared;
-    for (std::size_t i = 0; i < m_rows.size(); ++i) appeared.emplace(m_rows[i].kvid, i);
+    std::vector<bool> appeared(m_rows.size(), true);
     for (const CarryMatch& match : matches)
-      if (match.row >= 0) appeared.erase(m_rows[static_cast<std::size_t>(match.row)].kvid);
-    std::unordered_map<std::string, bool> done;
+      if (match.row >= 0) appeared[static_cast<std::size_t>(match.row)] = false;
+    std::unordered_map<std::string_view, std::size_t> keys;
+    std::unordered_map<std::string_view, std::vector<std::size_t>> names;
+    for (std::size_t i = 0; i < m_rows.size(); ++i) {
+      keys.emplace(m_rows[i].kvid, i);
+      if (m_rows[i].name != "FILLER") names[m_rows[i].name].push_back(i);
+    }
+    const auto rowFor = [&](const Archived& entry) -> std::optional<std::size_t> {
+      if (const auto key = keys.find(entry.kvid); key != keys.end()) return key->second;
+      const auto name = names.find(entry.name);
+      return name != names.end() && name->second.size() == 1 ? std::optional(name->second.front()) : std::nullopt;
+    };
+    std::set<std::pair<std::size_t, std::string>> done;
     std::vector<Archived> kept;
     for (auto entry = m_old.archive.rbegin(); entry != m_old.archive.rend(); ++entry) {
-      const auto row = appeared.find(entry->kvid);
+      const auto row = rowFor(*entry);
       bool back = false;
       for (const ColumnPair& pair : m_old.pairs) {
         // The one pair of the earlier format has become a pair for each project.
-        if (row == appeared.end() || !(entry->stem.empty() || platform::equalsIgnoringCase(pair.stem, entry->stem))) continue;
-        if (!done.emplace(entry->kvid + '\n' + pair.stem, true).second) continue;
-        store(row->second, pair, entry->status, entry->classification);
+        if (!row || !appeared[*row] || !(entry->stem.empty() || platform::equalsIgnoringCase(pair.stem, entry->stem))) continue;
+        if (!done.emplace(*row, pair.stem).second) continue;
+        store(*row, pair, entry->status, entry->classification);
         ++m_counts.restored;
         back = true;
       }
@@ -198,6 +210,19 @@ CarryCounts& CarryCounts::operator+=(const CarryCounts& other) {
   archived += other.archived;
   restored += other.restored;
   return *this;
+}
+
+std::vector<ArchivedDecision> archivedDecisions(const std::string& path) {
+  std::vector<ArchivedDecision> all;
+  const auto database = platform::dbEngine().OpenDatabase(path);
+  Decisions old;
+  readArchive(*database, old);
+  for (Archived& entry : old.archive) {
+    std::optional<int> status;
+    if (!entry.status.isNull()) status = static_cast<int>(entry.status.asInteger());
+    all.push_back({std::move(entry.kvid), std::move(entry.name), std::move(entry.stem), status, entry.classification.asText(), entry.since});
+  }
+  return all;
 }
 
 CarryCounts carryOver(const std::string& oldDatabase, platform::Database& fresh, const std::function<std::vector<CarryRow>()>& rows,

@@ -43,9 +43,21 @@ struct CarryCounts {
 /// Brings every project's columns with their statuses and comments from a program's old database into the new one, whose
 /// table Constructs holds `rows()` as the rowids 1, 2, …; they are asked for only when there is something to carry. Decisions whose construct is gone go into the table Archive(KVID,
 /// Name, Project, Status, Classification, ArchivedAt), Project being the stem of the column pair, "" for the one pair of
-/// the earlier format (the table is there only while it has rows); archived ones whose construct appears again come back. A missing old database is fine; one that
+/// the earlier format (the table is there only while it has rows); archived ones whose construct appears again
+/// come back, known by its key or by a name that no other construct has. A missing old database is fine; one that
 /// cannot be read is a platform::DatabaseError, and must not be replaced then. `now` is in microseconds since 1970 UTC.
 CarryCounts carryOver(const std::string& oldDatabase, platform::Database& fresh, const std::function<std::vector<CarryRow>()>& rows,
                       std::int64_t now);
+
+/// A decision that found no place at a verification.
+struct ArchivedDecision {
+  std::string kvid, name;
+  std::string project; ///< stem of its column pair; "" of the earlier format
+  std::optional<int> status;
+  std::string comment;
+  std::int64_t since = 0; ///< microseconds since 1970 UTC
+};
+/// What the Archive of a program database holds, oldest first. Throws platform::DatabaseError.
+std::vector<ArchivedDecision> archivedDecisions(const std::string& path);
 
 } // namespace orvane

@@ -142,6 +142,19 @@ TEST(CarryOver, archivesWhatIsGoneUntilItsConstructComesBack) {
   EXPECT_THAT(program.archive(), ElementsAre());
 }
 
+TEST(CarryOver, archivedDecisionsComeBackByANameThatNothingElseHas) {
+  Generations program;
+  program.verify({"P:?A 0", "P:B 4", "P:~B+1 4", "P:R.C 4"});
+  program.addProject("One");
+  program.run("update Constructs set One_Status = 2 where KVID <> 'P:B'");
+  EXPECT_EQ(program.verify({"P:B 4"}), "0 carried, 0 moved, 3 archived, 0 restored");
+  // FILLER is no name, and which C was meant nobody can tell.
+  EXPECT_EQ(program.verify({"P:B 4", "P:S.~B+1 4", "P:S.C 4", "P:T.C 4"}), "0 carried, 0 moved, 0 archived, 0 restored");
+  EXPECT_EQ(program.verify({"P:B 4", "P:R.?A 8"}), "0 carried, 0 moved, 0 archived, 1 restored");
+  EXPECT_THAT(program.decided("One"), ElementsAre("P:R.?A 2 -"));
+  EXPECT_EQ(program.archive().size(), 2U);
+}
+
 // The archived decision belongs to the construct that went; the one that has the key now was decided on its own.
 TEST(CarryOver, archivedDecisionsDoNotOverwriteThoseOfAConstructThatStayed) {
   Generations program;
