@@ -1,15 +1,18 @@
 # The commands of a developer. `make run` and `make test` need nothing but make and root (or sudo) on Debian 12.
-.PHONY: run test bench lint asan setup build clean oracle
+.PHONY: configure run test bench lint asan setup build clean oracle
 JOBS ?= $(shell nproc)
 
 setup:
 	@tools/setup
 
-build: setup
+configure: setup
 	@cmake --preset dev >build-configure.log 2>&1 || { cat build-configure.log; exit 1; }; rm -f build-configure.log
+
+build: configure
 	@cmake --build --preset dev -j $(JOBS)
 
-run: build
+run: configure
+	@cmake --build --preset dev -j $(JOBS) --target tarnsift
 	@tools/run-samples build/dev
 
 test: build

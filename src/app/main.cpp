@@ -68,6 +68,8 @@ int run(int argc, char** argv) {
   app::addDatanames(parser, context);
   app::addUsages(parser, context);
   app::addRelations(parser, context);
+  app::addDiagnostics(parser, context);
+  app::addCarried(parser, context);
   app::addFilter(parser, context);
   app::addSynonyms(parser, context);
   app::addMove(parser, context);
