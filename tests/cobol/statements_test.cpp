@@ -292,6 +292,7 @@ TEST(Statements, RelationKindsStandInTheOrderOfTheirNumbers) {
 
 TEST(Statements, ABrokenStatementCostsItselfOnly) {
   expectStatements({
+      {"MOVE 1,5 TO N.", "N W 1:13", ""},
       {"FROBNICATE A, NOBODY B. MOVE A TO B.", "A R 1:12, B R 1:22, A R 1:30, B W 1:35", "Move A -> B"},
       {"MOVE A OVER B MOVE B TO C.", "A R 1:6, B R 1:13, B R 1:20, C W 1:25", "Move B -> C"},
       {"ADD A TO TO B. MOVE A ( TO B.\nMOVE B TO C.", "A R 1:5, B R 1:13, A R 1:21, B R 1:28, B R 2:6, C W 2:11",
