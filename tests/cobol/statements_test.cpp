@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "cobol/keywords.hpp"
 #include "procedure_facts.hpp"
 
 namespace {
@@ -288,6 +289,23 @@ TEST(Statements, RelationKindsStandInTheOrderOfTheirNumbers) {
     if (kinds[i].affinity == cobol::Affinity::high) high += std::string(kinds[i].name) + ' ';
   }
   EXPECT_EQ(high, "Move PartMove Addition Comparison Condition Overlay Address Read Write Argument Parameter ");
+}
+
+TEST(Statements, EveryVerbEndsWhateverFollows) {
+  const std::string_view awkward[] = {
+      "ADDRESS",       "FUNCTION", "LENGTH",        "ADDRESS OF",        "A FUNCTION", "KEY ADDRESS TO FUNCTION",
+      "A ( ADDRESS )", "\n^P9 A",  "ERROR ON\n^P9", "INTO ADDRESS FROM", "= ::",       "ALL"};
+  for (cobol::NameId id = 1; id < cobol::keywordCount(); ++id) {
+    const std::string verb(cobol::textOf(cobol::keywordOf(id)));
+    if (cobol::classOf(id) != cobol::WordClass::verb || verb == "COPY" || verb == "REPLACE" || verb.starts_with("EXEC"))
+      continue; // those read on to an end of their own
+    std::string text;
+    for (const std::string_view words : awkward)
+      text += verb + ' ' + std::string(words) + '\n';
+    const ProcedureFacts facts = factsOf(kData, text + ".\n^P8.\nMOVE A TO B.\n");
+    ASSERT_FALSE(facts.analysis.instances.empty()) << verb;
+    EXPECT_EQ(facts.analysis.constructs[facts.analysis.instances.back().construct].name, "B") << verb;
+  }
 }
 
 TEST(Statements, ABrokenStatementCostsItselfOnly) {
