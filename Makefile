@@ -1,5 +1,5 @@
 # The commands of a developer. `make run` and `make test` need nothing but make and root (or sudo) on Debian 12.
-.PHONY: run test bench lint asan setup build clean
+.PHONY: run test bench fuzz lint asan setup build clean
 JOBS ?= $(shell nproc)
 
 setup:
@@ -24,6 +24,12 @@ bench: setup
 	@cmake --preset release >/dev/null
 	@cmake --build --preset release -j $(JOBS)
 	@tools/bench build/release
+
+fuzz:
+	@tools/setup clang
+	@cmake --preset fuzz >/dev/null
+	@cmake --build --preset fuzz -j $(JOBS)
+	@tools/fuzz build/fuzz
 
 lint: setup
 	@tools/lint
