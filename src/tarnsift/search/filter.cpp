@@ -6,6 +6,7 @@
 #include "tarnsift/search/merge.hpp"
 #include "tarnsift/search/synonym_options.hpp"
 #include "tarnsift/search/synonym_view.hpp"
+#include "tarnsift/store/program_database.hpp"
 #include "tarnsift/workbench/popup.hpp"
 
 namespace tarnsift {
@@ -100,7 +101,9 @@ void FLO_Saved(frmMain& window) {
   }
   if (!ApplyColumnChoice(window, store->Model()) || !window.ProgramDatabase) return;
   refillEntries(window);
-  if (window.lvList.at(static_cast<std::size_t>(window.ActiveList))->SelectedItem()) RefreshSynonymsPane(window);
+  // Rows of the Synonyms list still stand in the old columns; a hidden pane stays empty until it is shown again.
+  window.lvList[kSynonymsList]->ListItems.Clear();
+  RefreshSynonymsPane(window);
 }
 
 } // namespace tarnsift
