@@ -511,7 +511,7 @@ struct Factory : OfHost<tarnsift::HostFactory> {
 
 struct FakeFrontend : Object {
   explicit FakeFrontend(FakeHost& host)
-      : m_host(host), m_options(new Options(host, host.options)), m_global(new Options(host, host.globalOptions)) {}
+      : m_host(host), m_global(new Options(host, host.globalOptions)) {}
   Value Invoke(std::string_view member, std::span<Value> arguments) override {
     if (m_host.failingMembers.contains(std::string(member))) throw platform::Error(std::string(member) + " failed");
     if (member == "ProjectObject") return folder(m_host.projectName);
@@ -527,7 +527,10 @@ struct FakeFrontend : Object {
         return m_host.projectName;
       }
     }
-    if (member == "ProjectOptions") return m_options;
+    if (member == "ProjectOptions") {
+      if (!m_options) m_options = new Options(m_host, m_host.options);
+      return m_options;
+    }
     if (member == "GlobalOptions") return m_global;
     if (member == "Log") return Ref<Object>(new Log(m_host));
     if (member == "Initiate" || member == "Terminate") {
