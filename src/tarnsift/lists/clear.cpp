@@ -43,8 +43,8 @@ void clearLists(frmMain& window, std::optional<int> list) {
   StartStep(window, "");
   FinishStep(window, 1);
   FinishProgress(window);
-  UpdateCommandStates(window);
   RefreshSynonymsPane(window);
+  UpdateCommandStates(window); // last: the Synonyms list may be the one in front
 }
 
 } // namespace
