@@ -124,6 +124,37 @@ void FakeHost::click(const std::string& program) {
   window().lvPrograms.MouseUp.raise(platform::kLeftButton, platform::kNoShift, 0, 0);
 }
 
+void FakeHost::press(const std::string& shortcut) {
+  for (const auto& control : window().controls())
+    if (auto* item = dynamic_cast<platform::MenuItem*>(control.get()); item && item->Shortcut == shortcut)
+      return item->choose();
+  ADD_FAILURE() << "no command has the key " << shortcut;
+}
+
+void FakeHost::mark(int list, const std::vector<std::string>& keys) {
+  platform::ListView& view = *window().lvList[static_cast<std::size_t>(list)];
+  if (list < 3)
+    window().tsLists.select(static_cast<std::size_t>(list) + 1);
+  else
+    view.SetFocus();
+  view.selectAll(false);
+  for (const auto& key : keys)
+    view.ListItems.Item(key).setSelected(true);
+  view.setSelectedItem(keys.empty() ? nullptr : &view.ListItems.Item(keys.front()));
+  view.MouseUp.raise(platform::kLeftButton, platform::kNoShift, 0, 0);
+}
+
+std::string FakeHost::synonyms() {
+  std::string text;
+  const platform::ListView& view = *window().lvList[3];
+  const std::size_t comment = view.ColumnHeaders.IndexOf("Comment") - 1;
+  for (std::size_t i = 1; i <= view.ListItems.Count(); ++i) {
+    const platform::ListItem& row = view.ListItems.Item(i);
+    text += "[" + std::to_string(row.SmallIcon) + "] " + row.Key() + " " + row.Text + ": " + row.SubItems(comment) + "\n";
+  }
+  return text;
+}
+
 std::string FakeHost::rowsOf(const std::string& program) {
   const std::string& status = tarnsift::globals().StatusColumn;
   const std::string& classification = tarnsift::globals().ClassificationColumn;

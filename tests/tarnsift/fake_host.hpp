@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <set>
@@ -36,6 +37,7 @@ struct Program {
   bool dataRelations = true;
   Value modified = {}; ///< microseconds since 1970
   std::set<std::string> projects = {"P"};
+  std::string language = "COBOL";
 };
 
 /// What the search host answers next.
@@ -45,6 +47,16 @@ struct Search {
   std::map<std::string, std::vector<std::string>> matches = {}; ///< KVIDs by program
   std::map<std::string, std::string> newCounts = {}; ///< instead of the number of the matches; "-" no attribute
   std::string modelName = "COBOL";
+};
+
+/// Remembers where pop-ups were opened.
+class PlacingScreen : public platform::HeadlessScreen {
+ public:
+  std::vector<std::pair<double, double>> places; ///< of the pop-ups, twips
+  void popupMenu(platform::Form& form, platform::MenuItem& menu, double x, double y) override {
+    places.emplace_back(x, y);
+    HeadlessScreen::popupMenu(form, menu, x, y);
+  }
 };
 
 class FakeHost {
@@ -66,6 +78,12 @@ class FakeHost {
   bool close();
   tarnsift::frmMain& window() { return tarnsift::theWindow(); }
   void choose(const std::string& menu, int index = -1) { window().menu(menu, index).choose(); }
+  void press(const std::string& shortcut); ///< a shortcut key of the menus
+  void toolbar(const std::string& button) { window().tbToolbar.click(button); }
+  /// Brings the list to the front with the marked keys selected, the first of them focused and shown.
+  void mark(int list, const std::vector<std::string>& keys);
+  /// Rows of the Synonyms list in their order: "[icon] key NAME: comment".
+  std::string synonyms();
   /// Makes a row of the programs pane current as a plain click does.
   void click(const std::string& program);
 
@@ -84,7 +102,7 @@ class FakeHost {
   std::string path(const std::string& relative) const { return base.file(relative); }
 
   platform::TemporaryFolder base;
-  platform::HeadlessScreen screen;
+  PlacingScreen screen;
   std::string projectName;
   std::vector<std::string> projects; ///< names of all FOLDER objects
   std::vector<Program> programs;
@@ -96,6 +114,13 @@ class FakeHost {
   std::set<std::string> brokenStores;          ///< programs whose analysis cannot be opened
   std::map<std::string, std::string> captions; ///< of panes
   std::string activePane;
+  std::optional<std::string> newComment;   ///< what the analyst enters in the comment dialog; none: Cancel
+  std::vector<std::string> commentAsked; ///< "prompt|title|text|help file|context"
+  std::string currentObject;             ///< KVID that the viewer was placed on
+  std::string sourceFile;                ///< on view; "" for none
+  std::map<std::string, std::string> columnTexts; ///< by "KVID.column"; others give the column's name
+  std::map<std::string, std::string> columnTypes; ///< others are String
+  std::function<void()> inOptionsDialog;          ///< what the analyst does there before saving
   std::string log;      ///< calls of the host by the component, a line each
   std::string report;   ///< calls of ReportWriter
   std::string activity; ///< lines of the activity log
@@ -104,6 +129,8 @@ class FakeHost {
   int storesOpen = 0;
   bool attached = false; ///< between Initiate and Terminate
   Ref<tarnsift::KVWorkSpace> workspace;
+  Ref<tarnsift::Splitter> splitter;
+  Ref<tarnsift::KVSource> source;
 
  private:
   Ref<platform::Object> m_frontend;

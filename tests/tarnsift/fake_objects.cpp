@@ -1,3 +1,4 @@
+#include <array>
 #include <sstream>
 
 #include "platform/runtime/text.hpp"
@@ -128,17 +129,23 @@ struct Access : tarnsift::RepositoryAccess {
 
 // A construct or a usage, from its places: FILE:LINE:COLUMN.
 struct Construct : StoreConstruct {
-  explicit Construct(std::vector<std::string> places)
-      : m_at(platform::splitAt(places.at(0), ':')), m_usages(places.begin() + 1, places.end()) {}
+  explicit Construct(std::vector<std::string> places, FakeHost* host = nullptr, std::string key = "")
+      : m_at(platform::splitAt(places.at(0), ':')), m_usages(places.begin() + 1, places.end()), m_host(host),
+        m_key(std::move(key)) {}
   std::string FileId() override { return "id of " + FileName(); }
   std::string FileName() override { return m_at.at(0); }
   std::int64_t Line() override { return std::stoll(m_at.at(1)); }
   std::int64_t Column() override { return std::stoll(m_at.at(2)); }
   Ref<tarnsift::InstanceCursor> Related(const std::string& relation) override;
-  std::string ColumnText(const std::string& column) override { return column; }
+  std::string ColumnText(const std::string& column) override {
+    const auto found = m_host ? m_host->columnTexts.find(m_key + "." + column) : std::map<std::string, std::string>::iterator();
+    return !m_host || found == m_host->columnTexts.end() ? column : found->second;
+  }
 
   std::vector<std::string> m_at;
   std::vector<std::string> m_usages;
+  FakeHost* m_host;
+  std::string m_key;
 };
 
 struct Usages : tarnsift::InstanceCursor {
@@ -173,9 +180,15 @@ struct Files : tarnsift::SourceFiles {
   std::vector<std::string> m_paths;
 };
 
-struct Model : tarnsift::StoreModel {
-  std::string Name() override { return "COBOL"; }
-  std::string ColumnType(const std::string&) override { return "String"; }
+struct Model : OfHost<tarnsift::StoreModel> {
+  Model(FakeHost& host, std::string language) : OfHost(host), m_language(std::move(language)) {}
+  std::string Name() override { return m_language; }
+  std::string ColumnType(const std::string& column) override {
+    const auto found = m_host.columnTypes.find(column);
+    return found == m_host.columnTypes.end() ? "String" : found->second;
+  }
+
+  std::string m_language;
 };
 
 struct Matches : tarnsift::MatchList {
@@ -208,12 +221,12 @@ struct Store : tarnsift::AnalysisStore {
     if (!m_database) m_database = m_host.database(m_program);
     return m_database;
   }
-  Ref<tarnsift::StoreModel> Model() override { return new tarnsift_test::Model; }
+  Ref<tarnsift::StoreModel> Model() override { return new tarnsift_test::Model(m_host, programOf(m_host, m_program)->language); }
   Ref<StoreConstruct> ObjectById(const std::string& id) override {
     const auto& places = programOf(m_host, m_program)->places;
     const auto found = places.find(id);
     if (found == places.end()) throw platform::KeyError("no construct " + id);
-    return new Construct(found->second);
+    return new Construct(found->second, &m_host, id);
   }
   Ref<tarnsift::SourceFiles> Files() override { return new tarnsift_test::Files(programOf(m_host, m_program)->files); }
   Ref<tarnsift::InstanceCursor> SelectByKind(const std::string&, const std::string&) override { return new Usages({}); }
@@ -292,8 +305,12 @@ struct Workspace : tarnsift::KVWorkSpace {
     if (programOf(m_host, m_program)) m_store = new Store(m_host, m_program);
     return m_store;
   }
-  void setCurrentObject(const Ref<StoreConstruct>&) override {}
-  Ref<tarnsift::SourceFile> SourceFile() override { return {}; }
+  void setCurrentObject(const Ref<StoreConstruct>& object) override {
+    m_host.currentObject = dynamic_cast<Construct&>(*object.get()).m_key;
+  }
+  Ref<tarnsift::SourceFile> SourceFile() override {
+    return m_host.sourceFile.empty() ? Ref<tarnsift::SourceFile>() : Ref<tarnsift::SourceFile>(new File(m_host.sourceFile));
+  }
   Ref<tarnsift::SearchHost> SearchHost() override { return new Searching(m_host); }
 
   void drop() {
@@ -314,29 +331,37 @@ struct Source : OfHost<tarnsift::KVSource> {
     m_host.log += "source " + key + " '" + caption + "'\n";
   }
   void Detach() override { m_host.log += "source detached\n"; }
+  void SetFocus() override {
+    m_host.log += "source focused\n";
+    GotFocus.raise();
+  }
 };
 
+struct PaneTree;
+
 struct Pane : tarnsift::SplitterPane {
-  Pane(FakeHost& host, std::string key) : m_host(host), m_key(std::move(key)) {}
+  Pane(FakeHost& host, PaneTree& tree, std::string key) : m_host(host), m_tree(tree), m_key(std::move(key)) {}
   std::string Key() override { return m_key; }
-  float Left() override { return 0; }
-  float Top() override { return 0; }
-  float Width() override { return 100; }
-  float Height() override { return 100; }
+  float Left() override { return m_at[0]; }
+  float Top() override { return m_at[1]; }
+  float Width() override { return m_at[2]; }
+  float Height() override { return m_at[3]; }
   bool Visible() override { return m_visible; }
-  void setVisible(bool visible) override { m_visible = visible; }
+  void setVisible(bool visible) override;
   void setCaption(const std::string& caption) override { m_host.captions[m_key] = caption; }
   std::string Caption() override { return m_host.captions[m_key]; }
   bool IsActive() override { return m_host.activePane == m_key; }
-  void Activate() override { m_host.activePane = m_key; }
+  void Activate() override;
   void setPinned(bool) override {}
   void Split(int orientation, int kind, double size, const std::string& first, const std::string& second) override {
     std::ostringstream line;
     line << "split " << (m_key.empty() ? "unnamed" : m_key) << " " << orientation << " " << kind << " " << size << " '"
          << first << "' '" << second << "'\n";
     m_host.log += line.str();
-    m_children[0] = std::make_unique<Pane>(m_host, first);
-    m_children[1] = std::make_unique<Pane>(m_host, second);
+    m_children[0] = std::make_unique<Pane>(m_host, m_tree, first);
+    m_children[1] = std::make_unique<Pane>(m_host, m_tree, second);
+    m_sideBySide = orientation == 1;
+    m_size = static_cast<float>(size);
   }
   SplitterPane& Child(int position) override { return *m_children[static_cast<std::size_t>(position - 1)]; }
   Pane* find(const std::string& key) {
@@ -345,23 +370,53 @@ struct Pane : tarnsift::SplitterPane {
       if (Pane* found = child ? child->find(key) : nullptr) return found;
     return nullptr;
   }
+  /// Children lie edge to edge, hidden ones keep their place.
+  void place(const std::array<float, 4>& at) {
+    m_at = at;
+    if (!m_children[0]) return;
+    const std::size_t along = m_sideBySide ? 0 : 1;
+    std::array<float, 4> first = at, second = at;
+    first[along + 2] = std::min(m_size, at[along + 2]);
+    second[along] += first[along + 2];
+    second[along + 2] -= first[along + 2];
+    m_children[0]->place(first);
+    m_children[1]->place(second);
+  }
 
   FakeHost& m_host;
+  PaneTree& m_tree;
   std::string m_key;
   bool m_visible = false;
+  std::array<float, 4> m_at{};
+  bool m_sideBySide = false;
+  float m_size = 0;
   std::unique_ptr<Pane> m_children[2];
 };
 
 struct PaneTree : tarnsift::Splitter {
-  explicit PaneTree(FakeHost& host) : m_host(host), m_root(host, "root") {}
+  explicit PaneTree(FakeHost& host) : m_host(host), m_root(host, *this, "root") {}
   tarnsift::SplitterPane& RootPane() override { return m_root; }
   tarnsift::SplitterPane& Panes(const std::string& key) override {
     if (auto* pane = m_root.find(key)) return *pane;
     throw platform::KeyError("no pane " + key);
   }
-  void setRedraw(bool redraw) override { m_host.log += redraw ? "redraw\n" : "no redraw\n"; }
-  void Arrange() override { m_host.log += "arrange\n"; }
-  void Arrange(double, double, double, double) override {}
+  void setRedraw(bool redraw) override {
+    m_redraw = redraw;
+    m_host.log += redraw ? "redraw\n" : "no redraw\n";
+  }
+  void Arrange() override {
+    m_host.log += "arrange\n";
+    arranged();
+  }
+  void Arrange(double left, double top, double width, double height) override {
+    m_whole = {static_cast<float>(left), static_cast<float>(top), static_cast<float>(width), static_cast<float>(height)};
+    arranged();
+  }
+  void arranged() {
+    if (!m_redraw) return;
+    m_root.place(m_whole);
+    PanesArranged.raise();
+  }
   std::string SaveLayout() override { return " as it stood"; }
   void LoadLayout(const std::string& layout) override {
     m_host.log += "layout '" + layout + "'\n";
@@ -376,13 +431,25 @@ struct PaneTree : tarnsift::Splitter {
 
   FakeHost& m_host;
   Pane m_root;
+  std::array<float, 4> m_whole{};
+  bool m_redraw = true;
 };
+
+void Pane::setVisible(bool visible) {
+  m_visible = visible;
+  m_tree.arranged();
+}
+
+void Pane::Activate() {
+  if (std::exchange(m_host.activePane, m_key) != m_key) m_tree.PaneActivated.raise(*this);
+}
 
 struct Options : tarnsift::ProjectOptions {
   Options(FakeHost& host, platform::Document document) : m_host(host), m_document(std::move(document)) {}
   platform::Document Document() override { return m_document; }
   void ShowDialog(const std::string& path, platform::Form&, const std::string&, int, int, bool& result) override {
     m_host.log += "options " + path + "\n";
+    if (m_host.inOptionsDialog) m_host.inOptionsDialog();
     result = true;
     FLO_Saved.raise();
   }
@@ -436,15 +503,15 @@ struct LineBox : tarnsift::BarelineBox {
 struct Factory : OfHost<tarnsift::HostFactory> {
   using OfHost::OfHost;
   Ref<tarnsift::KVWorkSpace> createWorkspace() override { return m_host.workspace = new Workspace(m_host); }
-  Ref<tarnsift::KVSource> createSource() override { return new Source(m_host); }
-  Ref<tarnsift::Splitter> createSplitter() override { return new PaneTree(m_host); }
+  Ref<tarnsift::KVSource> createSource() override { return m_host.source = new Source(m_host); }
+  Ref<tarnsift::Splitter> createSplitter() override { return m_host.splitter = new PaneTree(m_host); }
   Ref<tarnsift::ReportWriter> createReportWriter() override { return new Reports(m_host); }
   Ref<tarnsift::BarelineBox> createBarelineBox() override { return new LineBox; }
 };
 
 struct FakeFrontend : Object {
   explicit FakeFrontend(FakeHost& host)
-      : m_host(host), m_options(new Options(host, host.options)), m_global(new Options(host, host.globalOptions)) {}
+      : m_host(host), m_global(new Options(host, host.globalOptions)) {}
   Value Invoke(std::string_view member, std::span<Value> arguments) override {
     if (m_host.failingMembers.contains(std::string(member))) throw platform::Error(std::string(member) + " failed");
     if (member == "ProjectObject") return folder(m_host.projectName);
@@ -460,7 +527,10 @@ struct FakeFrontend : Object {
         return m_host.projectName;
       }
     }
-    if (member == "ProjectOptions") return m_options;
+    if (member == "ProjectOptions") {
+      if (!m_options) m_options = new Options(m_host, m_host.options);
+      return m_options;
+    }
     if (member == "GlobalOptions") return m_global;
     if (member == "Log") return Ref<Object>(new Log(m_host));
     if (member == "Initiate" || member == "Terminate") {
@@ -519,6 +589,21 @@ struct Settings : OfHost<tarnsift::SettingsStore> {
   }
 };
 
+struct Maths : tarnsift::MathTools {
+  std::int64_t NonNegative(std::int64_t value) override { return std::max<std::int64_t>(value, 0); }
+  double Max(double a, double b) override { return std::max(a, b); }
+};
+
+struct Comments : OfHost<tarnsift::CommentDialog> {
+  using OfHost::OfHost;
+  bool Ask(std::string& result, const std::string& prompt, const std::string& title, const std::string& text, int,
+           const std::string& helpFile, int helpContext) override {
+    m_host.commentAsked.push_back(prompt + "|" + title + "|" + text + "|" + helpFile + "|" + std::to_string(helpContext));
+    if (m_host.newComment) result = *m_host.newComment;
+    return m_host.newComment.has_value();
+  }
+};
+
 struct Sorter : OfHost<tarnsift::ListViewSorter> {
   using OfHost::OfHost;
   void SortBy(platform::ListView& list, std::optional<std::size_t> column) override {
@@ -540,13 +625,15 @@ Ref<Object> registerFakeObjects(FakeHost& host) {
   registerObject("FileProbe", Ref<Object>(new Probe));
   registerObject("SettingsStore", Ref<Object>(new Settings(host)));
   registerObject("ListViewSorter", Ref<Object>(new Sorter(host)));
+  registerObject("MathTools", Ref<Object>(new Maths));
+  registerObject("CommentDialog", Ref<Object>(new Comments(host)));
   registerObject("HostFactory", Ref<Object>(new Factory(host)));
   return new FakeFrontend(host);
 }
 
 void unregisterFakeObjects() {
   for (const char* name : {"RepositoryAccess", "ProgramStore", "ProductPaths", "ProductStrings", "CaptionText",
-                           "FileProbe", "SettingsStore", "ListViewSorter", "HostFactory"})
+                           "FileProbe", "SettingsStore", "ListViewSorter", "MathTools", "CommentDialog", "HostFactory"})
     platform::classes::unregisterObject(name);
 }
 

@@ -1,6 +1,7 @@
 #include "platform/controls/list_view.hpp"
 
 #include <algorithm>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -73,6 +74,7 @@ std::size_t ListItems::positionOf(const ListItem& item) const {
 
 void ListItems::compact() const {
   if (m_firstHole == npos) return;
+  m_owner.SelectedItem();
   m_firstWrongNumber = std::min(m_firstWrongNumber, m_firstHole);
   std::erase(m_slots, nullptr);
   m_firstHole = npos;
@@ -101,6 +103,7 @@ ListItem& ListItems::Item(std::string_view key) {
 
 ListItem& ListItems::Add(std::string key, std::string text, int smallIcon) {
   if (find(key)) throw KeyError(fmt::format("the list has a row '{}' already", key));
+  m_owner.SelectedItem();
   auto made = std::make_unique<ListItem>();
   ListItem& item = *made;
   item.m_key = std::move(key);
@@ -140,11 +143,8 @@ void ListItems::removeSlot(std::size_t slot) {
   ListItem* item = m_slots[slot].get();
   if (m_owner.m_visibleRow == item) m_owner.m_visibleRow = nullptr;
   if (m_owner.m_focused == item) {
-    // The next row takes the focus; without one the last, without any row none.
-    ListItem* heir = nullptr;
-    for (std::size_t next = slot + 1; next < m_slots.size() && !heir; ++next) heir = m_slots[next].get();
-    for (std::size_t previous = slot; previous > 0 && !heir; --previous) heir = m_slots[previous - 1].get();
-    m_owner.m_focused = heir;
+    m_owner.m_focused = nullptr;
+    m_owner.m_focusGap = slot;
   }
   m_byKey.erase(item->m_key);
   --m_count;
@@ -152,14 +152,25 @@ void ListItems::removeSlot(std::size_t slot) {
     m_slots[slot].reset();
     m_firstHole = std::min(m_firstHole, slot);
   } else {
+    m_slots[slot].reset();
+    m_owner.SelectedItem();
     m_slots.erase(m_slots.begin() + static_cast<std::ptrdiff_t>(slot));
     m_firstWrongNumber = std::min(m_firstWrongNumber, slot);
   }
   m_owner.rowsChanged();
 }
 
+// The next row takes the focus; without one the last, without any row none.
+ListItem* ListItems::heirAt(std::size_t slot) const {
+  ListItem* heir = nullptr;
+  for (std::size_t next = slot + 1; next < m_slots.size() && !heir; ++next) heir = m_slots[next].get();
+  for (std::size_t previous = slot; previous > 0 && !heir; --previous) heir = m_slots[previous - 1].get();
+  return heir;
+}
+
 void ListItems::Clear() {
   m_owner.m_focused = nullptr;
+  m_owner.m_focusGap = ListView::kNoSlot;
   m_owner.m_visibleRow = nullptr;
   m_byKey.clear();
   m_slots.clear();
@@ -191,7 +202,13 @@ void ListItems::endBatch() {
   m_addedInBatch = 0;
 }
 
+ListItem* ListView::SelectedItem() {
+  if (m_focusGap != kNoSlot) m_focused = ListItems.heirAt(std::exchange(m_focusGap, kNoSlot));
+  return m_focused;
+}
+
 void ListView::setSelectedItem(ListItem* item) {
+  m_focusGap = kNoSlot;
   m_focused = item;
   if (item) item->setSelected(true);
   Changed.raise();

@@ -87,6 +87,7 @@ class ListItems {
   void removeSlot(std::size_t slot);
   void compact() const;
   void renumber() const;
+  ListItem* heirAt(std::size_t slot) const;
   bool before(const ListItem& a, const ListItem& b) const;
   void sortAll();
   void endBatch();
@@ -111,8 +112,8 @@ class ListView : public Control {
 
   /// The focused row. Setting it selects it and touches no other row. When it is removed the row now at its place is
   /// focused, else the last, else none.
-  ListItem* SelectedItem() { return m_focused; }
-  const ListItem* SelectedItem() const { return m_focused; }
+  ListItem* SelectedItem();
+  const ListItem* SelectedItem() const { return const_cast<ListView*>(this)->SelectedItem(); }
   void setSelectedItem(ListItem* item);
   void selectAll(bool selected); ///< sets the mark of every row
 
@@ -144,6 +145,8 @@ class ListView : public Control {
   friend class ListItem;
   void rowsChanged();
   ListItem* m_focused = nullptr;
+  static constexpr std::size_t kNoSlot = static_cast<std::size_t>(-1);
+  std::size_t m_focusGap = kNoSlot; ///< slot of a focused row that went in a batch; its heir is looked for late
   const ListItem* m_visibleRow = nullptr;
   std::optional<std::size_t> m_sortColumn;
   bool m_descending = false;

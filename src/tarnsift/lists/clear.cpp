@@ -25,7 +25,6 @@ bool cleared(std::optional<int> list, int candidate) { return !list || *list == 
 
 void clearLists(frmMain& window, std::optional<int> list) {
   StartProgress(window, platform::LoadResString(522), static_cast<int>(window.lvPrograms.ListItems.Count()) + 1);
-  bool shownInScope = false;
   for (std::size_t i = 1; i <= window.lvPrograms.ListItems.Count(); ++i) {
     platform::ListItem& row = window.lvPrograms.ListItems.Item(i);
     StartStep(window, row.Text);
@@ -34,19 +33,18 @@ void clearLists(frmMain& window, std::optional<int> list) {
       openProgramDatabase(row.Tag)->Execute(clearStatement(list));
       for (int candidate = 0; candidate < kSynonymsList; ++candidate)
         if (cleared(list, candidate)) row.setSubItems(static_cast<std::size_t>(candidate) + 1, PadCount("0"));
+      // The lists on the screen are those of the loaded program: they go with its rows, whatever becomes of a later program.
+      for (int candidate = 0; candidate < kSynonymsList && row.Key() == window.LoadedProgram; ++candidate)
+        if (cleared(list, candidate)) listOf(window, candidate).ListItems.Clear();
       window.ProgramInWork.clear();
-      shownInScope = shownInScope || row.Key() == window.LoadedProgram;
     }
     FinishStep(window, 1);
   }
   StartStep(window, "");
-  // The lists on the screen are those of the loaded program: they go only when its rows went.
-  for (int candidate = 0; candidate < kSynonymsList && shownInScope; ++candidate)
-    if (cleared(list, candidate)) listOf(window, candidate).ListItems.Clear();
   FinishStep(window, 1);
   FinishProgress(window);
-  UpdateCommandStates(window);
   RefreshSynonymsPane(window);
+  UpdateCommandStates(window); // last: the Synonyms list may be the one in front
 }
 
 } // namespace

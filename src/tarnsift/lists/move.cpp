@@ -32,25 +32,25 @@ class Move {
       if (!entry.Selected()) continue;
       const std::string key = entry.Key();
       const std::string text = entry.SubItems(comment);
-      // A row that has gone is told before anything on the screen changes.
+      // The row goes first: when it has gone or cannot be written, screen and counts still say what is stored.
       seekConstruct(m_window, key);
+      write(text);
       ListItem& placed = m_window.ActiveList == kSynonymsList ? fromSynonyms(entry) : fromTab(entry, position);
       placed.setSubItems(commentColumn(m_target), text);
-      write(text);
     }
   }
 
  private:
   ListItem& fromSynonyms(ListItem& entry) {
-    const int icon = entry.SmallIcon;
-    if (icon - 1 == m_index) return m_target.ListItems.Item(entry.Key());
-    if (icon != 0) {
-      listOf(m_window, icon - 1).ListItems.Remove(entry.Key());
-      --m_counts.at(static_cast<std::size_t>(icon - 1));
-    }
-    ListItem& placed = addTo(entry);
     entry.SmallIcon = m_index + 1;
-    return placed;
+    if (ListItem* placed = m_target.ListItems.find(entry.Key())) return *placed;
+    // Not by the icon: in a hidden pane it may be older than the lists.
+    for (int list = 0; list < kSynonymsList; ++list) {
+      if (!listOf(m_window, list).ListItems.find(entry.Key())) continue;
+      listOf(m_window, list).ListItems.Remove(entry.Key());
+      --m_counts.at(static_cast<std::size_t>(list));
+    }
+    return addTo(entry);
   }
 
   ListItem& fromTab(ListItem& entry, std::size_t position) {

@@ -67,7 +67,6 @@ void lvList_ColumnClick(frmMain& window, std::size_t column) {
 void tsLists_Click(frmMain& window) {
   const int Index = static_cast<int>(window.tsLists.SelectedItem()) - 1;
   Splitter_PanesArranged(window); // shows the list of the tab and hides the others
-  if (!window.Splitter) return; // between two sessions there are no panes
   lvList_GotFocus(window, Index);
   ListView& list = listOf(window, Index);
   if (list.ListItems.Count() > 0 && !list.SelectedItem()) list.setSelectedItem(&list.ListItems.Item(1));
@@ -76,6 +75,9 @@ void tsLists_Click(frmMain& window) {
   lvList_KeyUp(window, Index, 0, platform::kNoShift);
 }
 
-void tsLists_GotFocus(frmMain& window) { window.Splitter->Panes("Lists").Activate(); }
+void tsLists_GotFocus(frmMain& window) {
+  window.Splitter->Panes("Lists").Activate();
+  UpdateCommandStates(window);
+}
 
 } // namespace tarnsift

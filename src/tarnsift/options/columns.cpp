@@ -82,12 +82,11 @@ void FillEntryColumns(frmMain& window, int ListIndex, platform::ListItem& entry,
   if (window.ColumnNames.Count() == 0) return;
   Ref<StoreConstruct> construct; // one that the analysis does not know has empty columns
   platform::ignoring([&] { construct = window.KVWS->AnalysisStore()->ObjectById(key); });
-  if (!construct) return;
   const auto& headers = listOf(window, ListIndex).ColumnHeaders;
   for (std::size_t i = 1; i <= window.ColumnNames.Count(); ++i) {
     const std::string& name = window.ColumnNames.Item(i);
-    std::string text = construct->ColumnText(name);
-    if (window.ColumnTypes.Item(i) == "Integer") text = PadCount(text);
+    std::string text = construct ? construct->ColumnText(name) : "";
+    if (construct && window.ColumnTypes.Item(i) == "Integer") text = PadCount(text);
     entry.setSubItems(headers.IndexOf(name) - 1, std::move(text));
   }
 }

@@ -6,6 +6,8 @@
 #include "tarnsift/search/merge.hpp"
 #include "tarnsift/search/synonym_options.hpp"
 #include "tarnsift/search/synonym_view.hpp"
+#include "tarnsift/store/program_database.hpp"
+#include "tarnsift/workbench/command_states.hpp"
 #include "tarnsift/workbench/popup.hpp"
 
 namespace tarnsift {
@@ -91,7 +93,10 @@ void FLO_Saved(frmMain& window) {
   const bool redefines = window.ShowRedefines;
   const bool all = window.ViewAllRedefines;
   ReadSynonymOptions(window);
-  if (relations != window.SynonymRelations || redefines != window.ShowRedefines || all != window.ViewAllRedefines) RefreshSynonymsPane(window);
+  if (relations != window.SynonymRelations || redefines != window.ShowRedefines || all != window.ViewAllRedefines) {
+    RefreshSynonymsPane(window);
+    UpdateCommandStates(window);
+  }
   window.ApplySelected = optionIsOn("./BOOL[@NAME='ApplySelected']");
   const Ref<AnalysisStore> store = window.KVWS->AnalysisStore();
   if (!store) {
@@ -100,7 +105,10 @@ void FLO_Saved(frmMain& window) {
   }
   if (!ApplyColumnChoice(window, store->Model()) || !window.ProgramDatabase) return;
   refillEntries(window);
-  if (window.lvList.at(static_cast<std::size_t>(window.ActiveList))->SelectedItem()) RefreshSynonymsPane(window);
+  // Rows of the Synonyms list still stand in the old columns; a hidden pane stays empty until it is shown again.
+  window.lvList[kSynonymsList]->ListItems.Clear();
+  RefreshSynonymsPane(window);
+  UpdateCommandStates(window);
 }
 
 } // namespace tarnsift

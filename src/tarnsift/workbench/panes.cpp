@@ -4,6 +4,7 @@
 #include "tarnsift/lists/entry.hpp"
 #include "tarnsift/search/synonym_view.hpp"
 #include "tarnsift/store/program_database.hpp"
+#include "tarnsift/workbench/command_states.hpp"
 
 namespace tarnsift {
 
@@ -85,7 +86,7 @@ void Splitter_PaneActivated(frmMain& window, SplitterPane& pane) {
   const std::string key = pane.Key();
   if (key == "Programs") focusOn(window.lvPrograms);
   if (key == "Synonyms") focusOn(listOf(window, kSynonymsList));
-  if (key == "Source") window.KVSource->SetFocus();
+  if (key == "Source") platform::ignoring([&] { window.KVSource->SetFocus(); });
   if (key != "Lists") return;
   for (const platform::ListView* list : window.lvList)
     if (window.ActiveControl == list) return;
@@ -98,6 +99,11 @@ void togglePane(frmMain& window, std::string_view key) {
   if (key != "Synonyms" || !pane.Visible()) return;
   if (const platform::ListItem* entry = listOf(window, window.ActiveList).SelectedItem())
     ShowSynonyms(window, window.ActiveList, std::string(entry->Key()));
+}
+
+void KVSource_GotFocus(frmMain& window) {
+  window.Splitter->Panes("Source").Activate();
+  UpdateCommandStates(window);
 }
 
 void KVWS_SourceChanged(frmMain& window) {

@@ -14,6 +14,8 @@ void Splitter_PanesArranged(frmMain& window);
 void Splitter_PaneActivated(frmMain& window, SplitterPane& pane);
 /// Shows or hides a pane; the Synonyms pane is filled when it comes back.
 void togglePane(frmMain& window, std::string_view key);
+/// The viewer is in use: the commands on entries are those of the list last in front.
+void KVSource_GotFocus(frmMain& window);
 /// The viewer shows another file.
 void KVWS_SourceChanged(frmMain& window);
 /// A key press before its control gets it: in the Source pane the workspace does.

@@ -7,6 +7,7 @@
 #include "tarnsift/session/display.hpp"
 #include "tarnsift/store/program_database.hpp"
 #include "tarnsift/workbench/close.hpp"
+#include "tarnsift/workbench/command_states.hpp"
 #include "tarnsift/workbench/commands.hpp"
 #include "tarnsift/workbench/panes.hpp"
 #include "tarnsift/workbench/progress.hpp"
@@ -27,8 +28,9 @@ void repairProgramInWork(frmMain& window) {
   KVWS_ProgramChanged(window);
 }
 
-// Runs a handler. An error ends the command: the window answers again, the counts are true, and the analyst is told once.
+// Runs a handler. Between two sessions there is nothing that it could work on. An error ends the command: the window answers again, the counts are true, and the analyst is told once.
 void guard(frmMain& window, const std::function<void()>& handler) {
+  if (!window.KVWS) return;
   try {
     handler();
   } catch (const platform::Error& error) {
@@ -36,6 +38,7 @@ void guard(frmMain& window, const std::function<void()>& handler) {
     window.MousePointer = platform::kPointerDefault;
     const std::string text = error.what();
     repairProgramInWork(window);
+    platform::ignoring([&] { UpdateCommandStates(window); });
     platform::screen().messageBox(text, platform::kCritical, platform::App().Title);
   }
 }
@@ -47,6 +50,7 @@ void emptyControls(frmMain& window) {
     list->sortBy(std::nullopt);
   }
   window.tsLists.reset();
+  window.ActiveControl = nullptr;
 }
 
 // The host's controls live from one loading of the window to its close.
@@ -61,7 +65,7 @@ void createHostControls(frmMain& window) {
   window.PendingSearchTarget = -1;
   window.KVWS->ProgramChanged.connect([&window] { KVWS_ProgramChanged(window); });
   window.KVWS->SourceChanged.connect([&window] { KVWS_SourceChanged(window); });
-  window.KVSource->GotFocus.connect([&window] { window.Splitter->Panes("Source").Activate(); });
+  window.KVSource->GotFocus.connect([&window] { guard(window, [&] { KVSource_GotFocus(window); }); });
   window.Splitter->PanesArranged.connect([&window] { Splitter_PanesArranged(window); });
   window.Splitter->PaneActivated.connect([&window](SplitterPane& pane) { Splitter_PaneActivated(window, pane); });
 }
