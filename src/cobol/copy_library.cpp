@@ -48,6 +48,12 @@ struct CopyLibrary::State {
   using TextKey = std::tuple<std::string, Format, bool, bool, bool>;
   std::mutex indexLock;
   std::map<std::string, std::unique_ptr<const FolderIndex>> indexes;
+  struct Found {
+    std::optional<std::string> path;
+    std::string rival;
+  };
+  std::mutex foundLock;
+  std::unordered_map<std::string, Found> found; ///< by name, library and folder of the includer
   std::mutex textLock;
   std::map<TextKey, std::shared_ptr<const CopyText>> texts;
 
@@ -111,6 +117,25 @@ std::optional<std::string> CopyLibrary::findText(std::string_view name, std::str
 std::optional<std::string> CopyLibrary::find(std::string_view name, std::string_view library,
                                              const std::string& includerPath, std::string* rival) {
   if (m_inMemory) return findText(name, library);
+  std::string key(name);
+  ((key += '\0') += library) += '\0';
+  key.append(includerPath, 0, includerPath.rfind('/') + 1);
+  {
+    const std::lock_guard guard(m_state->foundLock);
+    if (const auto known = m_state->found.find(key); known != m_state->found.end()) {
+      if (rival) *rival = known->second.rival;
+      return known->second.path;
+    }
+  }
+  State::Found fresh;
+  fresh.path = search(name, library, includerPath, &fresh.rival);
+  if (rival) *rival = fresh.rival;
+  const std::lock_guard guard(m_state->foundLock);
+  return m_state->found.emplace(std::move(key), std::move(fresh)).first->second.path;
+}
+
+std::optional<std::string> CopyLibrary::search(std::string_view name, std::string_view library,
+                                               const std::string& includerPath, std::string* rival) {
   std::string wanted(name);
   std::replace(wanted.begin(), wanted.end(), '\\', '/');
   if (wanted.empty() || wanted.back() == '/') return std::nullopt;
@@ -138,7 +163,7 @@ std::optional<std::string> CopyLibrary::find(std::string_view name, std::string_
   }
   if (auto found = findIn(home, wanted, rival)) return found;
   // A path of another machine: its last part is what the folders of the list hold.
-  if (withFolders) return find(wanted.substr(wanted.rfind('/') + 1), library, includerPath, rival);
+  if (withFolders) return search(wanted.substr(wanted.rfind('/') + 1), library, includerPath, rival);
   return std::nullopt;
 }
 

@@ -44,6 +44,8 @@ class CopyLibrary {
 
  private:
   struct State;
+  std::optional<std::string> search(std::string_view name, std::string_view library, const std::string& includerPath,
+                                    std::string* rival);
   std::optional<std::string> findIn(const std::string& folder, const std::string& name, std::string* rival);
   std::optional<std::string> findText(std::string_view name, std::string_view library) const;
 

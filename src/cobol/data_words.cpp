@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "cobol/keywords.hpp"
+
 namespace cobol {
 namespace {
 
@@ -77,10 +79,31 @@ constexpr std::pair<std::string_view, Word> kWords[] = {
 };
 // clang-format on
 
+/// The words that are keywords have the same id in every stream.
+struct Known {
+  std::vector<Word> ofKeyword; ///< by id
+  std::vector<std::pair<std::string_view, Word>> others;
+};
+
+Known sorted() {
+  Known known;
+  known.ofKeyword.resize(keywordCount(), Word::none);
+  const Interner keywords;
+  for (const auto& [text, word] : kWords) {
+    if (const NameId id = keywords.find(text); id != 0)
+      known.ofKeyword[id] = word;
+    else
+      known.others.emplace_back(text, word);
+  }
+  return known;
+}
+
 } // namespace
 
 Words::Words(const Interner& names) {
-  for (const auto& [text, word] : kWords) {
+  static const Known known = sorted();
+  m_words = known.ofKeyword;
+  for (const auto& [text, word] : known.others) {
     const NameId id = names.find(text);
     if (id == 0) continue;
     if (id >= m_words.size()) m_words.resize(id + 1, Word::none);

@@ -314,7 +314,7 @@ const std::vector<NameId>& Expander::namesOf(const CopyText& copy) {
   const std::size_t count = copy.names.size();
   ids.resize(count);
   for (NameId id = 0; id < count; ++id)
-    ids[id] = id < keywordCount() ? id : m_stream.names.intern(copy.names.text(id));
+    ids[id] = id < keywordCount() ? id : m_stream.names.intern(copy.names.text(id), copy.names.hash(id));
   return ids;
 }
 

@@ -29,6 +29,7 @@ class Interner {
   std::string_view text(NameId id) const {
     return {m_arena[m_entries[id].block].data() + m_entries[id].offset, m_entries[id].length};
   }
+  std::uint64_t hash(NameId id) const { return m_entries[id].hash; }
   std::size_t size() const { return m_entries.size(); }
 
  private:

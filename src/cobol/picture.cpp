@@ -294,7 +294,8 @@ std::string_view nameOf(Usage usage) {
 }
 
 bool needsNoPicture(Usage usage) {
-  return bytesOfUsage(usage, Options{}) > 0;
+  static const Options options; // whether it is 0 is the same with all of them
+  return bytesOfUsage(usage, options) > 0;
 }
 
 Picture readPicture(std::string_view text, const PictureRules& rules) {

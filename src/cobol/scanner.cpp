@@ -28,7 +28,7 @@ bool isLiteralPrefix(std::string_view word) {
 
 Scanner::Scanner(std::string_view text, const ScanSettings& settings, TextBlock& block, Interner& names)
     : m_settings(settings), m_block(block), m_names(names), m_reader(text, settings.format, block.diagnostics),
-      m_upper(kTextLimit + 8, '\0'), m_colon(names.intern(":")) {
+      m_upper(new char[kTextLimit]), m_colon(names.intern(":")) {
   block.tokens.reserve(text.size() / 12 + 16);
 }
 
@@ -202,7 +202,7 @@ const char* Scanner::scanWord(const char* p, const char* end) {
     m_upper[length++] = upper;
     hash = Interner::hashStep(hash, static_cast<unsigned char>(upper));
   }
-  const std::string_view text(m_upper.data(), length);
+  const std::string_view text(m_upper.get(), length);
   if (p < end && length <= 2 && charClass(*p) == CharClass::quote && isLiteralPrefix(text))
     return scanLiteral(from, p, end);
   const NameId id = m_names.intern(text, hash);
@@ -283,7 +283,7 @@ const char* Scanner::scanPicture(const char* p, const char* end) {
   std::size_t length = 0;
   for (const char* c = p; c < q && length < kTextLimit; ++c)
     m_upper[length++] = toUpper(*c);
-  const std::string_view text(m_upper.data(), length);
+  const std::string_view text(m_upper.get(), length);
   if ((mayBeIs && text == "IS") || text == "SYMBOL") {
     add(TokenKind::word, m_names.intern(text), p, q);
     if (text == "IS") m_expect = Expect::picture;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -71,7 +72,7 @@ class Scanner {
   TextBlock& m_block;
   Interner& m_names;
   LineReader m_reader;
-  std::string m_upper; ///< of the word in hand
+  std::unique_ptr<char[]> m_upper; ///< the word in hand; of the memory only what words need is ever touched
   NameId m_colon;
 
   // the range in hand

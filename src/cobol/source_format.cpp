@@ -1,5 +1,7 @@
 // Which format a text has, told from the look of its lines.
-#include <array>
+#include <algorithm>
+#include <cstring>
+#include <map>
 
 #include "cobol/characters.hpp"
 #include "cobol/source_text.hpp"
@@ -24,19 +26,41 @@ struct Looks {
   std::map<std::string, std::size_t> prefixes; ///< of the other texts in 73–80
 };
 
-// The line with tabs spread, up to a few columns behind the identification.
-std::string spread(std::string_view line) {
-  std::string columns;
-  for (char c : line) {
-    if (columns.size() > kTagEnd + 8) break;
-    if (c == '\t')
-      columns.append(8 - columns.size() % 8, ' ');
-    else if (startsCharacter(c))
-      columns += c == '\0' ? ' ' : c;
+constexpr std::size_t kColumnsLookedAt = kTagEnd + 9; ///< a few behind the identification
+
+// Whether every byte is a column of its own: no tab, no zero, nothing above 0x7F.
+bool isPlain(std::string_view line) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101u;
+  std::size_t at = 0;
+  for (; at + 8 <= line.size(); at += 8) {
+    std::uint64_t eight;
+    std::memcpy(&eight, line.data() + at, 8);
+    const std::uint64_t tabs = eight ^ (kOnes * '\t');
+    if ((eight | ((tabs - kOnes) & ~tabs) | ((eight - kOnes) & ~eight)) & (kOnes * 0x80)) return false;
   }
+  return std::all_of(line.begin() + static_cast<std::ptrdiff_t>(at), line.end(),
+                     [](char c) { return c != '\t' && c != '\0' && static_cast<unsigned char>(c) < 0x80; });
+}
+
+std::string_view withoutEnd(std::string_view columns) {
   while (!columns.empty() && isBlank(columns.back()))
-    columns.pop_back();
+    columns.remove_suffix(1);
   return columns;
+}
+
+// The line with tabs spread, in `room` where it must be changed for that.
+std::string_view spread(std::string_view line, std::string& room) {
+  const std::string_view columns = line.substr(0, kColumnsLookedAt);
+  if (isPlain(columns)) return withoutEnd(columns);
+  room.clear();
+  for (char c : line) {
+    if (room.size() >= kColumnsLookedAt) break;
+    if (c == '\t')
+      room.append(8 - room.size() % 8, ' ');
+    else if (startsCharacter(c))
+      room += c == '\0' ? ' ' : c;
+  }
+  return withoutEnd(room);
 }
 
 bool isIndicator(char c) {
@@ -57,15 +81,22 @@ void lookBehindMargin(std::string_view line, Looks& looks) {
 void lookAt(std::string_view line, Looks& looks) {
   ++looks.lines;
   const std::string_view sequence = line.substr(0, kIndicatorAt);
-  const std::size_t first = sequence.find_first_not_of(' ');
+  std::size_t digitCount = 0;
+  std::size_t blankCount = 0;
+  for (const char c : sequence) {
+    digitCount += isDigit(c);
+    blankCount += c == ' ';
+  }
+  const std::size_t first = blankCount == sequence.size() ? sequence.npos : sequence.find_first_not_of(' ');
   const char indicator = line.size() > kIndicatorAt ? line[kIndicatorAt] : ' ';
-  const bool digits = sequence.find_first_not_of("0123456789") == sequence.npos && sequence.size() == kIndicatorAt;
-  // One word from column 1 on and an indicator in column 7: a tag of whoever changed the line.
-  const std::size_t blank = std::min(sequence.find(' '), sequence.size());
-  const bool tag =
-      line.size() > kIndicatorAt && sequence.find_first_not_of(' ', blank) == sequence.npos && isIndicator(indicator);
-  const bool blankOrDigits = sequence.find_first_not_of("0123456789 ") == sequence.npos;
-  const bool fixedPossible = isIndicator(indicator) && (blankOrDigits || tag);
+  const bool digits = digitCount == kIndicatorAt;
+  const bool blankOrDigits = digitCount + blankCount == sequence.size();
+  bool fixedPossible = isIndicator(indicator);
+  if (fixedPossible && !blankOrDigits) {
+    // One word from column 1 on and an indicator in column 7: a tag of whoever changed the line.
+    const std::size_t blank = std::min(sequence.find(' '), sequence.size());
+    fixedPossible = line.size() > kIndicatorAt && sequence.find_first_not_of(' ', blank) == sequence.npos;
+  }
   const bool comment = first != sequence.npos && sequence.substr(first).starts_with("*>");
   const bool textInFront = first != sequence.npos && !digits && charClass(sequence[first]) <= CharClass::digit;
   if (comment || (textInFront && !fixedPossible)) {
@@ -82,9 +113,12 @@ void lookAt(std::string_view line, Looks& looks) {
 
 Looks look(std::string_view text) {
   Looks looks;
+  std::string room;
+  std::size_t turn = text.find('\r');
   for (std::size_t at = 0; at < text.size() && looks.lines < kLinesLookedAt;) {
-    const std::size_t end = std::min(text.find_first_of("\n\r", at), text.size());
-    const std::string line = spread(text.substr(at, std::min<std::size_t>(end - at, 1000)));
+    if (turn < at) turn = text.find('\r', at);
+    const std::size_t end = std::min({text.find('\n', at), turn, text.size()});
+    const std::string_view line = spread(text.substr(at, std::min<std::size_t>(end - at, 1000)), room);
     if (!line.empty()) lookAt(line, looks);
     at = end + 1;
   }

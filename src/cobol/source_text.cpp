@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdio>
+#include <cstring>
 #include <iconv.h>
 
 #include "cobol/interner.hpp"
@@ -219,10 +220,26 @@ std::optional<std::string> readBytes(const std::string& path) {
   return bytes;
 }
 
+std::uint64_t contentHash(std::string_view bytes) {
+  std::uint64_t sum = 14695981039346656037ULL ^ bytes.size();
+  std::uint64_t word = 0;
+  const auto take = [&](std::size_t count) {
+    std::memcpy(&word, bytes.data(), count);
+    bytes.remove_prefix(count);
+    sum = (sum ^ word) * 1099511628211ULL;
+    sum ^= sum >> 29;
+  };
+  while (bytes.size() >= sizeof word)
+    take(sizeof word);
+  word = 0;
+  take(bytes.size());
+  return sum;
+}
+
 SourceText decode(std::string bytes, const Options& options, Diagnostics& diagnostics) {
   SourceText source;
   source.file.size = bytes.size();
-  source.file.hash = Interner::hashOf(bytes);
+  source.file.hash = contentHash(bytes);
   const bool wide = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
   if (!wide) {
     while (!bytes.empty() && (bytes.back() == '\0' || bytes.back() == '\x1A'))

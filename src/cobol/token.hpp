@@ -53,7 +53,7 @@ enum class Format : std::uint8_t { fixed, variable, free };
 struct SourceFile {
   std::string path;           ///< as found, native
   std::uint64_t size = 0;     ///< bytes
-  std::uint64_t hash = 0;     ///< FNV-1a of the raw bytes
+  std::uint64_t hash = 0;     ///< contentHash of the raw bytes
   std::uint32_t lines = 0;    ///< physical lines
   Format format = Format::fixed;
   std::string encoding;       ///< "UTF-8", "ISO-8859-1", "UTF-16LE", "CP037", …

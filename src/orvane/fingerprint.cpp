@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include "cobol/analyse.hpp"
-#include "cobol/interner.hpp"
 #include "cobol/source_text.hpp"
 #include "platform/files/files.hpp"
 
@@ -11,7 +10,7 @@ namespace orvane {
 
 namespace {
 
-constexpr int kFormatVersion = 1; // of analysis file and database
+constexpr int kFormatVersion = 2; // of analysis file and database
 
 /// Texts and numbers one behind the other, each with its end marked.
 class Mix {
@@ -97,7 +96,7 @@ std::optional<std::uint64_t> Fingerprints::contentOf(const std::string& native, 
     if (const auto found = m_contents.find(native); found != m_contents.end()) return found->second;
   }
   const auto bytes = cobol::readBytes(native);
-  const auto content = bytes ? std::optional(cobol::Interner::hashOf(*bytes)) : std::nullopt;
+  const auto content = bytes ? std::optional(cobol::contentHash(*bytes)) : std::nullopt;
   if (shared) {
     const std::lock_guard guard(m_lock);
     m_contents.emplace(native, content);

@@ -4,6 +4,7 @@
 #include <fstream>
 
 #include "cobol/source.hpp"
+#include "cobol/source_text.hpp"
 
 namespace cobol {
 namespace {
@@ -78,7 +79,7 @@ TEST_F(CopyFiles, AreListedOnceWithTheirFacts) {
   EXPECT_EQ(stream.files[0].lines, 3u);
   EXPECT_EQ(stream.files[1].path, path("books/rec.cpy"));
   EXPECT_EQ(stream.files[1].size, 13u);
-  EXPECT_EQ(stream.files[1].hash, Interner::hashOf("       01 A.\n"));
+  EXPECT_EQ(stream.files[1].hash, contentHash("       01 A.\n"));
   ASSERT_EQ(stream.copies.size(), 3u);
   EXPECT_EQ(stream.copies[1].file, 1);
   EXPECT_EQ(stream.copies[2].file, -1);
