@@ -100,10 +100,24 @@ bool hasDecisions(platform::Database& database, const std::vector<ColumnPair>& p
          0;
 }
 
+// Most databases have neither an archive nor a column of a project, and their schema tells it at once.
+bool isUntouched(platform::Database& database) {
+  bool hasConstructs = false;
+  for (const auto rows = database.OpenRecordset("select name, sql from sqlite_master where type = 'table'"); !rows->Eof(); rows->MoveNext()) {
+    const std::string name = rows->Field("name").asText();
+    if (platform::equalsIgnoringCase(name, "Archive")) return false;
+    if (!platform::equalsIgnoringCase(name, "Constructs")) continue;
+    if (platform::lower(rows->Field("sql").asText()).find("status") != std::string::npos) return false;
+    hasConstructs = true;
+  }
+  return hasConstructs;
+}
+
 Decisions readDecisions(const std::string& path) {
   Decisions old;
   {
     const auto database = platform::dbEngine().OpenSettled(path);
+    if (isUntouched(*database)) return old;
     old.pairs = columnPairs(*database);
     readArchive(*database, old);
     if (!old.archive.empty() || hasDecisions(*database, old.pairs)) readRows(*database, old);

@@ -95,25 +95,44 @@ std::vector<CarryRow> carryRows(const cobol::Analysis& analysis) {
 
 } // namespace
 
-CarryCounts writeProgramFiles(const std::string& analysisFile, const cobol::Analysis& analysis, const StoreData& data,
-                              std::int64_t now) {
-  const std::string databaseFile = tarnsift::DatabasePath(analysisFile);
-  NewFile analysisPart(analysisFile, storeBytes(data));
-  platform::DatabaseBuilder builder(databaseFile);
-  platform::Database& database = builder.database();
+struct NewProgramFiles::Parts {
+  Parts(const std::string& analysisFile, const StoreData& data)
+      : analysis(analysisFile, storeBytes(data)), database(tarnsift::DatabasePath(analysisFile)) {}
+  NewFile analysis;
+  platform::DatabaseBuilder database;
+  CarryCounts decisions;
+};
+
+NewProgramFiles::NewProgramFiles(const std::string& analysisFile, const cobol::Analysis& analysis, const StoreData& data,
+                                 std::int64_t now)
+    : m_parts(std::make_unique<Parts>(analysisFile, data)) {
+  platform::Database& database = m_parts->database.database();
   writeConstructs(database, analysis);
   writeRelationships(database, analysis);
   writeGeneration(database, data.generation);
-  const CarryCounts counts = carryOver(
-      databaseFile, database, [&] { return carryRows(analysis); }, now);
+  m_parts->decisions = carryOver(
+      tarnsift::DatabasePath(analysisFile), database, [&] { return carryRows(analysis); }, now);
   database.Execute("create index ID on Constructs(KVID)");
   database.Execute("create index IdxKVID1 on Relationships(KVID1)");
   database.Execute("create index IdxKVID2 on Relationships(KVID2)");
   database.Execute("create index IdxOffset on Constructs(Offset)");
   database.Execute("create index IdxSize on Constructs(Size)");
-  builder.finish();
-  analysisPart.place();
-  return counts;
+  m_parts->database.seal();
+}
+
+NewProgramFiles::~NewProgramFiles() = default;
+
+CarryCounts NewProgramFiles::decisions() const {
+  return m_parts->decisions;
+}
+
+void NewProgramFiles::sync() {
+  m_parts->database.sync();
+}
+
+void NewProgramFiles::place() {
+  m_parts->database.finish();
+  m_parts->analysis.place();
 }
 
 platform::Value databaseGeneration(platform::Database& database) {

@@ -112,8 +112,12 @@ class StoredObject final : public RepositoryObject {
   void CommitUpdate() override {
     platform::Savepoint whole(*m_data->database);
     for (const auto& [name, value] : m_pending) {
-      m_data->database->Execute("delete from Attributes where object = ? and name = ?", {m_id, name});
-      if (!value.isNull()) m_data->database->Execute("insert into Attributes (object, name, value) values (?, ?, ?)", {m_id, name, value});
+      if (value.isNull())
+        m_data->database->Execute("delete from Attributes where object = ? and name = ?", {m_id, name});
+      else // an equal value leaves row and indexes alone
+        m_data->database->Execute("insert into Attributes (object, name, value) values (?, ?, ?) on conflict (object, name) do update "
+                                  "set value = excluded.value where value is not excluded.value",
+                                  {m_id, name, value});
     }
     whole.commit();
     for (auto& [name, value] : m_pending) m_attributes[name] = value;

@@ -262,9 +262,10 @@ SourcesFound refreshSources(const BaseFolder& base, RepositoryFile& repository, 
                             const platform::Document& options) {
   SourcesFound found;
   std::vector<std::string> sources;
+  const std::vector<std::string> copybookFolders = analysisStrings(options, "CopybookFolders");
   for (const std::string& stored : analysisStrings(options, "SourcePaths")) {
     try {
-      for (std::string& source : sourcesAt(base, stored, analysisStrings(options, "CopybookFolders")))
+      for (std::string& source : sourcesAt(base, stored, copybookFolders))
         sources.push_back(std::move(source));
     } catch (const platform::Error& error) {
       found.problems.emplace_back(error.what());

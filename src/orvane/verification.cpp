@@ -53,6 +53,7 @@ struct Task {
   Facts facts;
   CarryCounts decisions;
   std::int64_t written = 0; ///< microseconds since 1970 UTC
+  std::unique_ptr<NewProgramFiles> files; ///< not in their place yet
 };
 
 std::int64_t microsecondsNow() {
@@ -187,13 +188,44 @@ class Verification {
       }
     });
     crew.collect([&](const std::vector<std::size_t>& done) {
-      m_repository.together([&] {
-        for (const std::size_t index : done)
-          if (open[index]->settled) note(*open[index], result);
-      });
+      std::vector<Task*> settled;
       for (const std::size_t index : done)
-        if (open[index]->settled && m_settings.progress)
-          m_settings.progress({++m_done, m_tasks.size(), open[index]->name, open[index]->outcome});
+        if (open[index]->settled) settled.push_back(open[index]);
+      if (settled.empty()) return;
+      place(settled);
+      const auto noteAll = [&] {
+        for (Task* const task : settled)
+          note(*task, result);
+      };
+      const bool isNews = std::any_of(settled.begin(), settled.end(),
+                                      [](const Task* task) { return task->outcome != Verified::unchanged; });
+      if (isNews)
+        m_repository.together(noteAll);
+      else // nothing to write, as a rule
+        noteAll();
+      for (const Task* const task : settled)
+        if (m_settings.progress) m_settings.progress({++m_done, m_tasks.size(), task->name, task->outcome});
+    });
+  }
+
+  // The crew works on while the disk takes what it has made. A note in the repository says that a database is whole, so
+  // it must be on the disk before.
+  static void place(const std::vector<Task*>& settled) {
+    const auto forEach = [&](void (*step)(Task&)) {
+      for (Task* const task : settled) {
+        if (!task->files) continue;
+        try {
+          step(*task);
+        } catch (const std::exception& error) {
+          settle(*task, Verified::failed, error.what());
+          task->files.reset();
+        }
+      }
+    };
+    forEach([](Task& task) { task.files->sync(); });
+    forEach([](Task& task) {
+      task.files->place();
+      task.files.reset();
     });
   }
 
@@ -242,12 +274,13 @@ class Verification {
     StoreData data = packAnalysis(analysis, 0, [this](const std::string& path) { return storedPath(m_base, path); });
     data.generation = m_fingerprints.recorded(data);
     task.written = microsecondsNow();
-    task.decisions = writeProgramFiles(m_base.native(task.analysisFile), analysis, data, task.written);
+    task.files = std::make_unique<NewProgramFiles>(m_base.native(task.analysisFile), analysis, data, task.written);
+    task.decisions = task.files->decisions();
     task.facts = factsOf(data);
     settle(task, Verified::written);
   }
 
-  // Within a transaction of the repository.
+  // Within a transaction of the repository when something is news.
   void note(Task& task, VerifyResult& result) {
     setAttributes(task);
     if (task.outcome == Verified::failed) {

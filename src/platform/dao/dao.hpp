@@ -211,7 +211,7 @@ DBEngine& dbEngine();
 
 /// Writes a new database whole: rows go to a temporary file beside `path` in one transaction without a journal;
 /// `finish` syncs it once and renames it into place, over an older file with its side files. Without `finish` nothing
-/// stays. Create the indexes after the rows. Insertions and record sets must be gone before `finish`.
+/// stays. Create the indexes after the rows. Insertions and record sets must be gone before `seal` or `finish`.
 class DatabaseBuilder {
  public:
   explicit DatabaseBuilder(std::string path);
@@ -220,12 +220,20 @@ class DatabaseBuilder {
   DatabaseBuilder& operator=(const DatabaseBuilder&) = delete;
 
   Database& database() { return *m_database; }
+  /// The steps of `finish`, for who finishes several: `seal` ends the writing, closes the database and sends it on its
+  /// way to the disk; `sync` waits until it is there, which for a second file is quick while nothing else was written.
+  /// Both may be done by another thread than the next step.
+  void seal();
+  void sync();
+  /// Does the steps that are not done yet, then puts the file in its place.
   void finish();
 
  private:
   void discard() noexcept;
   std::string m_path;
   std::string m_temporary;
+  enum class Step { open, sealed, synced, finished };
+  Step m_step = Step::open;
   std::shared_ptr<Connection> m_connection;
   std::unique_ptr<Database> m_database;
 };

@@ -19,6 +19,8 @@ void markAsWal(const std::string& path) {
   const char versions[] = {2, 2};
   const bool written = file >= 0 && ::pwrite(file, versions, sizeof versions, 18) == sizeof versions;
   const int number = errno;
+  // The blocks get their places now, so that one commit of the file system's journal covers many files.
+  if (written) ::sync_file_range(file, 0, 0, SYNC_FILE_RANGE_WRITE); // only makes a later sync faster
   if (file >= 0) ::close(file);
   if (!written) throw FileError(path, std::strerror(number));
 }
@@ -52,7 +54,7 @@ DatabaseBuilder::~DatabaseBuilder() {
   discard();
 }
 
-void DatabaseBuilder::finish() {
+void DatabaseBuilder::seal() {
   if (!m_connection) throw DatabaseError(m_path, "", "was finished already");
   if (m_connection.use_count() > 2) { // ours and the database's
     throw DatabaseError(m_path, "", "is finished while an insertion or a record set is still there");
@@ -66,9 +68,32 @@ void DatabaseBuilder::finish() {
     m_database.reset();
     m_connection.reset();
     markAsWal(m_temporary);
+    m_step = Step::sealed;
+  } catch (...) {
+    discard();
+    throw;
+  }
+}
+
+void DatabaseBuilder::sync() {
+  if (m_step == Step::open) seal();
+  if (m_step != Step::sealed) return;
+  try {
     syncFile(m_temporary);
+    m_step = Step::synced;
+  } catch (...) {
+    discard();
+    throw;
+  }
+}
+
+void DatabaseBuilder::finish() {
+  if (m_step == Step::finished) throw DatabaseError(m_path, "", "was finished already");
+  sync();
+  try {
     settleOldFile(m_path);
     renameFile(m_temporary, m_path);
+    m_step = Step::finished;
   } catch (...) {
     discard();
     throw;
@@ -78,6 +103,7 @@ void DatabaseBuilder::finish() {
 void DatabaseBuilder::discard() noexcept {
   m_database.reset();
   m_connection.reset();
+  m_step = Step::finished;
   ::unlink(m_temporary.c_str());
 }
 
