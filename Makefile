@@ -1,15 +1,18 @@
 # The commands of a developer. `make run` and `make test` need nothing but make and root (or sudo) on Debian 12.
-.PHONY: run test bench lint asan setup build clean oracle
+.PHONY: configure run test bench fuzz lint asan setup build clean oracle
 JOBS ?= $(shell nproc)
 
 setup:
 	@tools/setup
 
-build: setup
+configure: setup
 	@cmake --preset dev >build-configure.log 2>&1 || { cat build-configure.log; exit 1; }; rm -f build-configure.log
+
+build: configure
 	@cmake --build --preset dev -j $(JOBS)
 
-run: build
+run: configure
+	@cmake --build --preset dev -j $(JOBS) --target tarnsift
 	@tools/run-samples build/dev
 
 test: build
@@ -22,7 +25,7 @@ asan: setup
 
 # Compares the analyser with GnuCOBOL's compiler on the sample programs, or on DIR (copybooks: COPY, folders with : between).
 oracle: setup
-	@TARNSIFT_NEED="gnucobol python3" tools/setup
+	@tools/setup gnucobol python3
 	@cmake --preset dev >/dev/null
 	@cmake --build --preset dev --target cobol_dump -j $(JOBS) >/dev/null
 	@python3 tests/oracle/oracle.py $(if $(COPY),--copy "$(COPY)") $(if $(DIR),"$(DIR)",tests/oracle/programs samples/bank)
@@ -31,6 +34,12 @@ bench: setup
 	@cmake --preset release >/dev/null
 	@cmake --build --preset release -j $(JOBS)
 	@tools/bench build/release
+
+fuzz:
+	@tools/setup clang
+	@cmake --preset fuzz >/dev/null
+	@cmake --build --preset fuzz -j $(JOBS)
+	@tools/fuzz build/fuzz
 
 lint: setup
 	@tools/lint

@@ -35,6 +35,8 @@ void addPrograms(CLI::App& app, Context& context);
 void addDatanames(CLI::App& app, Context& context);
 void addUsages(CLI::App& app, Context& context);
 void addRelations(CLI::App& app, Context& context);
+void addDiagnostics(CLI::App& app, Context& context);
+void addCarried(CLI::App& app, Context& context);
 void addFilter(CLI::App& app, Context& context);
 void addSynonyms(CLI::App& app, Context& context);
 void addMove(CLI::App& app, Context& context);

@@ -1,3 +1,4 @@
+#include <csignal>
 #include <cstdio>
 #include <iostream>
 
@@ -67,6 +68,8 @@ int run(int argc, char** argv) {
   app::addDatanames(parser, context);
   app::addUsages(parser, context);
   app::addRelations(parser, context);
+  app::addDiagnostics(parser, context);
+  app::addCarried(parser, context);
   app::addFilter(parser, context);
   app::addSynonyms(parser, context);
   app::addMove(parser, context);
@@ -97,6 +100,7 @@ int run(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
+  std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is an output that could not be written, not an end in mid-session
   const int status = run(argc, argv);
   platform::dbEngine().settle();
   return status;

@@ -57,6 +57,15 @@ orvane::VerifyResult verifyAndTell(const orvane::BaseFolder& base, orvane::Repos
     for (const auto& [name, uses] : result.missingCopybooks) names += (names.empty() ? "" : " ") + name;
     fmt::print("copybooks not found: {}\n", names);
   }
+  if (!result.diagnostics.empty()) {
+    std::string counts;
+    for (const auto& [code, count] : result.diagnostics) counts += fmt::format("{}{} {}", counts.empty() ? "" : ", ", code, count);
+    fmt::print("warnings and errors: {}; 'tarnsift diagnostics' lists them\n", counts);
+  }
+  if (result.decisions != orvane::CarryCounts())
+    fmt::print("decisions carried {}, moved {}, archived {}, restored {}{}\n", result.decisions.carried, result.decisions.moved,
+               result.decisions.archived, result.decisions.restored,
+               result.decisions.archived > 0 ? "; 'tarnsift carried' lists what has no place" : "");
   return result;
 }
 
@@ -66,17 +75,20 @@ void addVerify(CLI::App& app, Context& context) {
     int jobs = 0;
     bool force = false;
     std::vector<std::string> settings;
+    std::string dialect;
   };
   auto choice = std::make_shared<Choice>();
   command->add_option("--jobs", choice->jobs, "Programs analysed at a time (default: one a core)")->check(CLI::Range(1, 256));
   command->add_flag("--force", choice->force, "Analyse unchanged programs as well");
   command->add_option("--set", choice->settings, "Sets an option of the analyser for this project, e.g. dialect=gnu")->type_name("KEY=VALUE");
+  command->add_option("--dialect", choice->dialect, "Short for --set dialect=…")->check(CLI::IsMember({"ibm", "gnu", "mf"}));
   command->footer("Programs that cannot be analysed stay out with the reason; the exit status is 1 only when none is verified.\n"
                   "Examples:\n  tarnsift verify\n  tarnsift verify --project accounts --jobs 4 --set format=free");
   command->callback([choice, &context] {
     const orvane::BaseFolder base = context.base();
     const platform::Ref<orvane::RepositoryFile> repository(new orvane::RepositoryFile(base.repositoryFile()));
     const std::string project = projectOf(context, *repository);
+    if (!choice->dialect.empty()) choice->settings.push_back("dialect=" + choice->dialect);
     setOptions(base, project, choice->settings);
     const auto result = verifyAndTell(base, *repository, project, choice->jobs, choice->force);
     if (result.written + result.unchanged == 0) throw platform::Error("no program is verified in project " + project);

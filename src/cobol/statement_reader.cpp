@@ -73,10 +73,11 @@ bool StatementReader::atConstant() const {
 }
 
 bool StatementReader::atOperand() const {
-  if (atConstant() || atName()) return !atBoundary();
+  if (atBoundary()) return false;
+  if (atConstant() || atName()) return true;
   const Keyword word = keyword();
-  return word == Keyword::Length || word == Keyword::ByteLength || word == Keyword::Address ||
-         word == Keyword::Function;
+  if (word == Keyword::Address) return keyword(1) == Keyword::Of;
+  return word == Keyword::Length || word == Keyword::ByteLength || word == Keyword::Function;
 }
 
 bool StatementReader::isVerb(const Token& t) const {

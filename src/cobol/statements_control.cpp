@@ -177,6 +177,7 @@ void readUse(StatementReader& r) {
   // USE names procedures, files and data, but uses none; its words hold verbs such as EXCEPTION or ERROR phrases.
   while (!r.atEnd() && r.token().kind != TokenKind::period) {
     if (r.atName()) {
+      if (r.atBoundary()) return; // the period is missing and a paragraph begins
       r.touch(r.operand(Demand::declared), Access::named);
     } else {
       r.advance();

@@ -31,6 +31,8 @@ void readMove(StatementReader& r) {
     return;
   }
   const TermRange from = r.primary();
+  while (r.token().kind == TokenKind::number)
+    r.advance(); // `1,5` where the decimal point is no comma
   if (!r.accept(Keyword::To)) return;
   while (r.atOperand()) {
     const Operand to = r.read(Access::write);

@@ -155,7 +155,8 @@ class Carrying {
     }
   }
 
-  // Only constructs that the old database does not have in another place take back what was decided about them.
+  // Only constructs that the old database does not have in another place take back what was decided about them: by their
+  // key, else by their name when no other construct of the program has it.
   void restore(const std::vector<CarryMatch>& matches) {
     if (m_old.archive.empty()) return;
     std::unordered_map<std::string_view, std::size_t> appeared;
@@ -240,8 +241,21 @@ CarryCounts& CarryCounts::operator+=(const CarryCounts& other) {
   return *this;
 }
 
-CarryCounts carryOver(const std::string& oldDatabase, platform::Database& fresh,
-                      const std::function<std::vector<CarryRow>()>& rows, std::int64_t now) {
+std::vector<ArchivedDecision> archivedDecisions(const std::string& path) {
+  std::vector<ArchivedDecision> all;
+  const auto database = platform::dbEngine().OpenDatabase(path);
+  Decisions old;
+  readArchive(*database, old);
+  for (Archived& entry : old.archive) {
+    std::optional<int> status;
+    if (!entry.status.isNull()) status = static_cast<int>(entry.status.asInteger());
+    all.push_back({std::move(entry.kvid), std::move(entry.name), std::move(entry.stem), status, entry.classification.asText(), entry.since});
+  }
+  return all;
+}
+
+CarryCounts carryOver(const std::string& oldDatabase, platform::Database& fresh, const std::function<std::vector<CarryRow>()>& rows,
+                      std::int64_t now) {
   return Carrying(fresh, rows, now, platform::fileExists(oldDatabase) ? readDecisions(oldDatabase) : Decisions()).run();
 }
 

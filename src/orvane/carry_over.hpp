@@ -52,4 +52,15 @@ struct CarryCounts {
 CarryCounts carryOver(const std::string& oldDatabase, platform::Database& fresh,
                       const std::function<std::vector<CarryRow>()>& rows, std::int64_t now);
 
+/// A decision that found no place at a verification.
+struct ArchivedDecision {
+  std::string kvid, name;
+  std::string project; ///< stem of its column pair; "" of the earlier format
+  std::optional<int> status;
+  std::string comment;
+  std::int64_t since = 0; ///< microseconds since 1970 UTC
+};
+/// What the Archive of a program database holds, oldest first. Throws platform::DatabaseError.
+std::vector<ArchivedDecision> archivedDecisions(const std::string& path);
+
 } // namespace orvane

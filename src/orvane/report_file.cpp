@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <iostream>
 
 #include "platform/files/files.hpp"
 #include "platform/runtime/text.hpp"
@@ -64,10 +65,14 @@ void ReportFile::EndReport(const std::string&) {
       platform::createFolders(m_settings->outputFolder);
       path = m_settings->outputFolder + "/" + fileNameFor(m_settings->projectName, m_title, target.format);
     }
+    // Opened by its name, standard output would lose what already stands in the file that it leads to.
+    const bool standard = path == "/dev/stdout";
     const bool device = path.starts_with("/dev/");
     const std::string aside = device ? path : path + ".new";
     {
-      std::ofstream out(aside, std::ios::binary | std::ios::trunc);
+      std::ofstream file;
+      if (!standard) file.open(aside, std::ios::binary | std::ios::trunc);
+      std::ostream& out = standard ? std::cout : file;
       if (!out) throw platform::FileError(path, std::strerror(errno));
       switch (target.format) {
       case ReportFormat::csv: writeCsv(out, m_columns, *m_records); break;

@@ -75,7 +75,7 @@ Facts factsOf(const StoreData& data) {
   facts.constructs = data.constructs.size();
   facts.relationships = data.relations.size();
   for (const DiagnosticRecord& remark : data.diagnostics)
-    ++facts.diagnostics[remark.code];
+    if (remark.severity != static_cast<std::uint32_t>(cobol::Severity::information)) ++facts.diagnostics[remark.code];
   for (const CopyRecord& copy : data.copies)
     if (copy.file < 0) facts.missing.emplace(data.text(copy.name));
   facts.fingerprint = data.generation;

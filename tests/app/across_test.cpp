@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include <fmt/format.h>
 
 #include "app/command.hpp"
@@ -102,4 +104,26 @@ TEST_F(Across, TheSearchThatTheAnalystMadeStaysTheDefault) {
   const std::string options = platform::readText(m_place.file("base/Projects/src/Options.Project.xml"));
   EXPECT_NE(options.find("VALUE=\"Names:W-KEY\""), std::string::npos);
   EXPECT_EQ(options.find("Across:"), std::string::npos);
+}
+
+// What samples/README.md names as holders of the account number, reached from one field of one program that reads movements.
+TEST_F(Across, OneFieldOfTheBankLeadsToTheAccountNumberEverywhereAndToNoCustomer) {
+  const std::string samples = TARNSIFT_SOURCE_DIR "/samples/bank";
+  good("impact " + samples + "/cobol --copybooks " + samples + "/copy -C base --project bank --like WS-F-ACCT");
+  std::set<std::string> names;
+  std::set<std::string> programs;
+  for (const auto& name : good("-C base datanames --status affected --json").objects()) {
+    names.insert(name["program"].get<std::string>() + " " + name["name"].get<std::string>());
+    programs.insert(name["program"]);
+  }
+  for (const char* name : {"BKB010 TR-ACCOUNT-NUMBER", "BKB020 PP-ACCOUNT", "BKB030 WS-HIGHEST-ACCT", "BKB040 DL-ACCOUNT", "BKB050 LK-ACCT", "BKB060 ML-ACCT",
+                           "BKB080 HV-ACCOUNT-NO", "BKF900 LAST-ACCOUNT", "BKO100 ACCNOI", "BKO110 WA-ACCT-NO", "BKO120 WJ-ACC-NO", "BKO150 OL-ACC-KEY",
+                           "BKS100 WS-ACC-KEY", "BKS110 WS-LAST-REFUSED"})
+    EXPECT_TRUE(names.contains(name)) << name;
+  EXPECT_EQ(programs.size(), 14U);
+  for (const std::string& name : names) {
+    EXPECT_EQ(name.find("CUST-NO"), std::string::npos) << name;
+    EXPECT_EQ(name.find("CUST-KEY"), std::string::npos) << name;
+    EXPECT_EQ(name.find("DATE"), std::string::npos) << name;
+  }
 }

@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "app/command.hpp"
+#include "platform/runtime/text.hpp"
 
 namespace {
 
@@ -69,12 +70,16 @@ TEST_F(CliDocument, NamesEveryCommandAndOptionOfTheProgramAndNoOther) {
 
 TEST_F(CliDocument, NamesEveryJsonKeyThatIsPrinted) {
   write("src/ONE.cbl", fixedForm("IDENTIFICATION DIVISION.\nPROGRAM-ID. ONE.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n"
-                                 "01 A PIC X.\n01 B PIC X.\nPROCEDURE DIVISION.\nMOVE A TO B.\nSTOP RUN.\n"));
+                                 "01 A PIC X.\n01 B PIC X.\n01 GONE PIC X.\nPROCEDURE DIVISION.\nMOVE A TO B.\nSTOP RUN.\n"));
   good("init");
   good("add --project p src");
   good("verify");
+  good("filter --like GONE --to clean");
+  write("src/ONE.cbl", platform::replaceAll(platform::readText(m_place.file("src/ONE.cbl")), "01 GONE PIC X.", "01 NEWER PIC 9."));
+  good("verify");
   const auto sections = documented();
-  for (const auto& [command, arguments] : std::map<std::string, std::string>{{"programs", ""}, {"datanames", ""}, {"usages", "A"}, {"relations", ""}, {"synonyms-of", "A"}, {"columns", ""}}) {
+  for (const auto& [command, arguments] : std::map<std::string, std::string>{
+           {"programs", ""}, {"datanames", ""}, {"usages", "A"}, {"relations", ""}, {"diagnostics", ""}, {"carried", ""}, {"synonyms-of", "A"}, {"columns", ""}}) {
     const auto objects = good(command + " --json " + arguments).objects();
     ASSERT_FALSE(objects.empty()) << command;
     for (const auto& object : objects) {

@@ -128,6 +128,16 @@ TEST_F(Road, ReportsSpeakTheLanguageAskedFor) {
   EXPECT_EQ(run("report affected --language de").status, 2);
 }
 
+TEST_F(Road, AReportOnStandardOutputIsAppendedToWhatStandsThere) {
+  project();
+  good("filter --like ACCT-NO --to affected");
+  write("all.csv", "before\n");
+  good("report affected --format csv >>all.csv && echo behind >>all.csv && true");
+  const std::string all = platform::readText(m_place.file("all.csv"));
+  EXPECT_TRUE(all.starts_with("before\nProgram,")) << all;
+  EXPECT_TRUE(all.ends_with(",2,14\r\nbehind\n")) << all;
+}
+
 TEST_F(Road, DecisionsOutliveAChangedSource) {
   project();
   good("filter --like 'WS-*' --to clean");
@@ -136,15 +146,23 @@ TEST_F(Road, DecisionsOutliveAChangedSource) {
   changed.replace(changed.find("01 WS-OTHER"), 0, "01 WS-NEW PIC X.\n");
   changed.replace(changed.find("01 WS-LAST PIC 9(8).\n"), 21, "");
   write("src/PAY.cbl", fixedForm(changed));
-  EXPECT_NE(good("verify").out.find("verified 1, unchanged 1"), std::string::npos);
+  const std::string first = good("verify").out;
+  EXPECT_NE(first.find("verified 1, unchanged 1"), std::string::npos);
+  EXPECT_NE(first.find("decisions carried 2, moved 1, archived 0, restored 0\n"), std::string::npos) << first;
   const std::string comment = " clean matches 'Names:WS-*' search criteria\n";
   EXPECT_EQ(lists(), "WS-KEY" + comment + "WS-OTHER" + comment + "WS-LAST" + comment);
   for (auto at = changed.find("WS-LAST"); at != std::string::npos; at = changed.find("WS-LAST")) changed.replace(at, 7, "WS-NEW");
   write("src/PAY.cbl", fixedForm(changed));
-  good("verify");
+  EXPECT_NE(good("verify").out.find("archived 1, restored 0; 'tarnsift carried' lists"), std::string::npos);
   EXPECT_EQ(lists(), "WS-KEY" + comment + "WS-OTHER" + comment);
+  const auto left = good("carried --json").objects();
+  ASSERT_EQ(left.size(), 1U);
+  EXPECT_EQ(left[0]["name"], "WS-LAST");
+  EXPECT_EQ(left[0]["status"], "clean");
+  EXPECT_TRUE(std::string(left[0]["when"]).starts_with("20")) << left[0];
   write("src/PAY.cbl", fixedForm(kPay));
-  good("verify");
+  EXPECT_NE(good("verify").out.find("archived 0, restored 1\n"), std::string::npos);
+  EXPECT_EQ(good("carried").out, "nothing was left behind\n");
   EXPECT_EQ(lists(), "WS-KEY" + comment + "WS-LAST" + comment + "WS-OTHER" + comment) << "what was decided comes back with the name";
 }
 
@@ -162,4 +180,35 @@ TEST_F(Road, LookingShowsUsesAndRelations) {
   EXPECT_EQ(slots.at(0)["position"], 0);
   EXPECT_EQ(slots.at(0)["size"], 8);
   EXPECT_TRUE(slots.at(0)["status"].is_null());
+}
+
+TEST_F(Road, WhatTheAnalyserRemarkedIsKeptAndCounted) {
+  write("src/ODD.cbl", fixedForm("IDENTIFICATION DIVISION.\nPROGRAM-ID. ODD.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\nCOPY NOWHERE.\n01 A PIC X.\n"
+                                 "PROCEDURE DIVISION.\n    MOVE MISSING-NAME TO A.\n    STOP RUN.\n"));
+  good("init");
+  good("add --project accounts src --copybooks copy");
+  const std::string out = good("verify").out;
+  EXPECT_NE(out.find("warnings and errors: CopyMissing 1, Unresolved 1; 'tarnsift diagnostics' lists them\n"), std::string::npos) << out;
+  const std::string text = good("diagnostics --program ODD").out;
+  EXPECT_NE(text.find("ODD.cbl:5:"), std::string::npos) << text;
+  EXPECT_NE(text.find("MISSING-NAME"), std::string::npos) << text;
+  const auto programs = good("diagnostics --json").objects();
+  ASSERT_EQ(programs.size(), 3U);
+  EXPECT_EQ(programs[0]["program"], "ODD");
+  EXPECT_EQ(programs[0]["statements"], 2);
+  EXPECT_EQ(programs[0]["understood"], 2);
+  ASSERT_EQ(programs[0]["diagnostics"].size(), 2U);
+  EXPECT_EQ(programs[0]["diagnostics"][0]["code"], "CopyMissing");
+  EXPECT_EQ(programs[0]["diagnostics"][0]["line"], 5);
+  EXPECT_TRUE(programs[1]["diagnostics"].empty());
+}
+
+TEST_F(Road, TheDialectCanBeSetInShort) {
+  write("src/BIN.cbl", fixedForm("IDENTIFICATION DIVISION.\nPROGRAM-ID. BIN.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n01 P POINTER.\n"
+                                 "PROCEDURE DIVISION.\n    STOP RUN.\n"));
+  project();
+  EXPECT_EQ(good("datanames --like P --json").objects().at(0)["size"], 4);
+  good("verify --dialect gnu");
+  EXPECT_EQ(good("datanames --like P --json").objects().at(0)["size"], 8);
+  EXPECT_EQ(run("verify --dialect cobol").status, 2);
 }

@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "cobol/keywords.hpp"
 #include "procedure_facts.hpp"
 
 namespace {
@@ -290,8 +291,26 @@ TEST(Statements, RelationKindsStandInTheOrderOfTheirNumbers) {
   EXPECT_EQ(high, "Move PartMove Addition Comparison Condition Overlay Address Read Write Argument Parameter ");
 }
 
+TEST(Statements, EveryVerbEndsWhateverFollows) {
+  const std::string_view awkward[] = {
+      "ADDRESS",       "FUNCTION", "LENGTH",        "ADDRESS OF",        "A FUNCTION", "KEY ADDRESS TO FUNCTION",
+      "A ( ADDRESS )", "\n^P9 A",  "ERROR ON\n^P9", "INTO ADDRESS FROM", "= ::",       "ALL"};
+  for (cobol::NameId id = 1; id < cobol::keywordCount(); ++id) {
+    const std::string verb(cobol::textOf(cobol::keywordOf(id)));
+    if (cobol::classOf(id) != cobol::WordClass::verb || verb == "COPY" || verb == "REPLACE" || verb.starts_with("EXEC"))
+      continue; // those read on to an end of their own
+    std::string text;
+    for (const std::string_view words : awkward)
+      text += verb + ' ' + std::string(words) + '\n';
+    const ProcedureFacts facts = factsOf(kData, text + ".\n^P8.\nMOVE A TO B.\n");
+    ASSERT_FALSE(facts.analysis.instances.empty()) << verb;
+    EXPECT_EQ(facts.analysis.constructs[facts.analysis.instances.back().construct].name, "B") << verb;
+  }
+}
+
 TEST(Statements, ABrokenStatementCostsItselfOnly) {
   expectStatements({
+      {"MOVE 1,5 TO N.", "N W 1:13", ""},
       {"FROBNICATE A, NOBODY B. MOVE A TO B.", "A R 1:12, B R 1:22, A R 1:30, B W 1:35", "Move A -> B"},
       {"MOVE A OVER B MOVE B TO C.", "A R 1:6, B R 1:13, B R 1:20, C W 1:25", "Move B -> C"},
       {"ADD A TO TO B. MOVE A ( TO B.\nMOVE B TO C.", "A R 1:5, B R 1:13, A R 1:21, B R 1:28, B R 2:6, C W 2:11",

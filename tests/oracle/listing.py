@@ -75,6 +75,7 @@ def prepare(source, formats, copybooks, folder):
     """Writes the sanitised program and all it copies into `folder`; returns (names of copies → real path, embedded,
     whether text lies behind the right margin)."""
     real, embedded, waiting, long_lines = {}, {}, [('MAIN', source)], False
+    free = formats.get(os.path.realpath(source)) == 'free'
     while waiting:
         name, path = waiting.pop()
         if name in real:
@@ -87,10 +88,12 @@ def prepare(source, formats, copybooks, folder):
             clean = sanitise(path, form)
             lines = clean.lines
             embedded[os.path.realpath(path)] = clean
-            if form == 'free' and name != 'MAIN':
-                lines = ['>>SOURCE FREE'] + lines  # shifts; corrected by nothing: free copybooks keep their includer's form
+            if form == 'free' and not free:
+                lines = [' ' * 7 + line for line in lines]
+            elif form != 'free' and free:
+                lines = ['' if line[6:7] == '*' else line for line in lines]
             for line in lines:
-                if line[6:7] == '*':
+                if line[6:7] == '*' and not free:
                     continue
                 for found in COPY.finditer(line):
                     copied = next(g for g in found.groups() if g)

@@ -103,6 +103,9 @@ def main():
     texts, total = Texts(), Tally()
     folders = [f for part in given.copy for f in part.split(':') if f]
     folders += [f for f in copy_folders(f for f in given.folders if os.path.isdir(f)) if f not in folders]
+    for folder in given.folders + folders:
+        if not os.path.exists(folder):
+            reader.error('there is no ' + folder)
     for top in given.folders:
         for source in sources_below(top):
             tally, errors = compare(given.dump, source, folders, texts)

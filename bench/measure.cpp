@@ -1,0 +1,54 @@
+#include "bench/measure.hpp"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <vector>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/runtime/error.hpp"
+
+namespace bench {
+
+namespace {
+constexpr double kLong = 20;
+constexpr std::size_t kRuns = 3;
+} // namespace
+
+double seconds(const std::function<void()>& work) {
+  using Clock = std::chrono::steady_clock;
+  std::vector<double> all;
+  do {
+    const auto begin = Clock::now();
+    work();
+    all.push_back(std::chrono::duration<double>(Clock::now() - begin).count());
+  } while (all.size() < kRuns && all.front() < kLong);
+  std::sort(all.begin(), all.end());
+  return all[all.size() / 2];
+}
+
+int shell(const std::string& command) {
+  const int status = std::system(("{ " + command + "; } >/dev/null 2>&1 </dev/null").c_str());
+  return WIFEXITED(status) ? WEXITSTATUS(status) : 128;
+}
+
+bool isInstalled(const std::string& program) { return shell("command -v " + program) == 0; }
+
+double peakMemory(const std::function<void()>& work) {
+  const pid_t child = ::fork();
+  if (child < 0) throw platform::Error("no process could be started");
+  if (child == 0) {
+    work();
+    ::_exit(0);
+  }
+  int status = 0;
+  rusage used{};
+  ::wait4(child, &status, 0, &used);
+  if (status != 0) throw platform::Error("the measured process failed");
+  return static_cast<double>(used.ru_maxrss) / 1024;
+}
+
+} // namespace bench

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace bench {
+
+/// Median seconds of three runs; of one when the first takes long.
+double seconds(const std::function<void()>& work);
+
+/// Runs a shell command with its output thrown away. Gives its exit status.
+int shell(const std::string& command);
+/// Whether a program of that name is on the path.
+bool isInstalled(const std::string& program);
+
+/// The largest memory that `work` needs in a process of its own, in MiB; what this process holds already counts too.
+double peakMemory(const std::function<void()>& work);
+
+} // namespace bench
