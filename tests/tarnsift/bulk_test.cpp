@@ -47,7 +47,8 @@ TEST(BulkLists, AHundredThousandNamesMoveAndGoWithTrueCounts) {
   host.mark(0, {"k0", "k99999"});
   host.press("F8");
   EXPECT_EQ(host.counts(), "A 99998 0 2\n");
-  bulk.window.lvList[0]->setSelectedItem(&bulk.window.lvList[0]->ListItems.Item(bulk.window.lvList[0]->ListItems.Count()));
+  bulk.window.lvList[0]->setSelectedItem(
+      &bulk.window.lvList[0]->ListItems.Item(bulk.window.lvList[0]->ListItems.Count()));
   bulk.selectAll();
   host.press("F6");
   EXPECT_EQ(host.counts(), "A 0 99998 2\n");
@@ -64,8 +65,8 @@ TEST(BulkLists, AHundredThousandNamesMoveAndGoWithTrueCounts) {
 
 // Prints times; run with --gtest_also_run_disabled_tests.
 TEST(BulkLists, DISABLED_TimesGrowWithTheNames) {
-  std::cout << fmt::format("{:>8}{:>10}{:>10}{:>10}{:>10}{:>10}{:>10}{:>10}  ms\n", "names", "load", "sort", "sel. all", "move", "sorted m.",
-                           "filter", "delete");
+  std::cout << fmt::format("{:>8}{:>10}{:>10}{:>10}{:>10}{:>10}{:>10}{:>10}  ms\n", "names", "load", "sort", "sel. all",
+                           "move", "sorted m.", "filter", "delete");
   for (const int names : {1000, 10000, kMany}) {
     Bulk bulk(names);
     FakeHost& host = bulk.host;
@@ -73,7 +74,8 @@ TEST(BulkLists, DISABLED_TimesGrowWithTheNames) {
     const auto timed = [&](const std::function<void()>& step) {
       const auto start = std::chrono::steady_clock::now();
       step();
-      line += fmt::format("{:>10.1f}", std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
+      line += fmt::format("{:>10.1f}",
+                          std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count());
     };
     timed([&] { host.run(); });
     bulk.window.tsLists.select(1);

@@ -22,10 +22,12 @@ class Columns : public ::testing::Test {
     host.options = platform::Document::loadText(kLanguages);
     host.columnTypes["Level"] = "Integer";
     host.columnTexts = {{"k1.Level", "5"}, {"k2.Level", "77"}, {"k1.Picture", "9(4)"}, {"k3.Level", "1"}};
-    const std::map<std::string, std::vector<std::string>> places = {{"k1", {"f:1:1"}}, {"k2", {"f:2:1"}}, {"k3", {"f:3:1"}}};
+    const std::map<std::string, std::vector<std::string>> places = {
+        {"k1", {"f:1:1"}}, {"k2", {"f:2:1"}}, {"k3", {"f:3:1"}}};
     const char* constructs = "k1 CUST 0 4 W one\n k2 NAME 4 4 W\n k3 ZIP 8 4 -\n k4 LOST 12 4 W four\n";
     for (const auto& [id, language] : {std::pair("A", "COBOL"), {"B", "COBOL"}, {"C", "PLI"}, {"D", "ASM"}})
-      host.add({.id = id, .constructs = constructs, .relations = "k1 Move k3\n", .places = places, .language = language});
+      host.add(
+          {.id = id, .constructs = constructs, .relations = "k1 Move k3\n", .places = places, .language = language});
     host.run();
   }
   std::string headers(int list = 0) {
@@ -79,8 +81,10 @@ struct Language {
 };
 
 TEST_F(Columns, FollowTheLanguageOfTheProgram) {
-  for (const auto& [program, columns, on] :
-       {Language{"B", "|Level|Picture|", true}, {"C", "|Attributes|", true}, {"D", "|", false}, {"A", "|Level|Picture|", true}}) {
+  for (const auto& [program, columns, on] : {Language{"B", "|Level|Picture|", true},
+                                             {"C", "|Attributes|", true},
+                                             {"D", "|", false},
+                                             {"A", "|Level|Picture|", true}}) {
     host.click(program);
     const std::string all = headers();
     EXPECT_EQ(all.substr(all.find('|'), all.rfind('|') - all.find('|') + 1), columns) << program;
@@ -144,7 +148,8 @@ TEST_F(Columns, TheDialogsOpenWhereTheyBelong) {
   host.toolbar("Options");
   host.toolbar("Filter");
   const std::string languages = "options //CASE[@ID='Tarnsift']/LIST[@NAME='Languages']";
-  EXPECT_EQ(host.takeLog(), languages + "/CASE[@NAME='COBOL']\n" + languages + "/CASE[@NAME='COBOL']\noptions .//CASE[@ID='Tarnsift']\n"
+  EXPECT_EQ(host.takeLog(), languages + "/CASE[@NAME='COBOL']\n" + languages +
+                                "/CASE[@NAME='COBOL']\noptions .//CASE[@ID='Tarnsift']\n"
                                 "options //CASE[@ID='Tarnsift']/LIST/CASE[@NAME='Filters']\n");
 }
 

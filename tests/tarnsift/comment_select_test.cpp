@@ -11,7 +11,8 @@ class EntryCommands : public ::testing::Test {
  protected:
   EntryCommands() {
     host.add({.id = "A",
-              .constructs = "k1 CUSTOMER 0 4 W one\n k2 CUST-OLD 4 4 W\n k3 ORDER 8 4 W\n k4 cust-low 12 4 W\n k5 AB 16 4 -\n",
+              .constructs =
+                  "k1 CUSTOMER 0 4 W one\n k2 CUST-OLD 4 4 W\n k3 ORDER 8 4 W\n k4 cust-low 12 4 W\n k5 AB 16 4 -\n",
               .relations = "k1 Move k2\n k1 Move k5\n"});
     host.run();
   }
@@ -34,8 +35,9 @@ TEST_F(EntryCommands, ACommentGoesToTheFocusedEntryAlone) {
   host.mark(0, {"k1", "k2", "k3"});
   host.newComment = "two  words ";
   host.choose("mnuComment");
-  EXPECT_THAT(host.commentAsked, ElementsAre("Please, enter comment for CUSTOMER.\r\n(Whitespace for no description.)|Tarnsift|one|"
-                                             "tarnsift.help|2400170"));
+  EXPECT_THAT(host.commentAsked,
+              ElementsAre("Please, enter comment for CUSTOMER.\r\n(Whitespace for no description.)|Tarnsift|one|"
+                          "tarnsift.help|2400170"));
   EXPECT_EQ(host.entries(), "  W k1 CUSTOMER: two  words \n  W k2 CUST-OLD\n  W k3 ORDER\n  W k4 cust-low\n");
   host.state();
   EXPECT_EQ(marked(), "k1 k2 k3 ");
@@ -48,7 +50,8 @@ struct Entered {
 
 TEST_F(EntryCommands, WhatIsEnteredIsStoredUnchanged) {
   host.mark(0, {"k2"});
-  for (const auto& [text, expected] : {Entered{{}, {}}, Entered{" ", " "}, Entered{{}, " "}, Entered{"it's", "it's"}, Entered{"", ""}}) {
+  for (const auto& [text, expected] :
+       {Entered{{}, {}}, Entered{" ", " "}, Entered{{}, " "}, Entered{"it's", "it's"}, Entered{"", ""}}) {
     host.newComment = text;
     host.toolbar("Note");
     EXPECT_EQ(stored("k2"), expected);
@@ -106,7 +109,9 @@ class Patterns : public EntryCommands {
     };
     host.choose("mnuSelect");
   }
-  static platform::ComboBox& box(platform::Form& form, int index) { return form.get<platform::ComboBox>("cmbSelect", index); }
+  static platform::ComboBox& box(platform::Form& form, int index) {
+    return form.get<platform::ComboBox>("cmbSelect", index);
+  }
   static platform::CommandButton& ok(platform::Form& form) { return form.get<platform::CommandButton>("cmdOK"); }
   std::string startedWith;
   bool couldAccept = false;
@@ -117,7 +122,7 @@ class Patterns : public EntryCommands {
 TEST_F(Patterns, MarkByNameAndUnmarkTheRest) {
   const struct {
     const char *positive, *negative, *marked;
-  } kCases[] = {{"CUST*", "*-OLD", "k1 "},   {"cust*", "", "k1 k2 "}, {"", "CUST*", "k3 k4 "},    {"", "*", ""},
+  } kCases[] = {{"CUST*", "*-OLD", "k1 "},   {"cust*", "", "k1 k2 "}, {"", "CUST*", "k3 k4 "}, {"", "*", ""},
                 {"*-*", "*[!A-Z]??", "k2 "}, {"NOBODY", "", ""},      {"?????", "", "k3 "}};
   for (const auto& [positive, negative, expected] : kCases) {
     host.mark(0, {"k2", "k3"});

@@ -69,7 +69,8 @@ TEST_F(Moving, TheLastEntryLeavesAnEmptyTabAndItsCommandsOff) {
   host.mark(1, {"k3"});
   host.toolbar("MoveRejected");
   EXPECT_EQ(host.counts(), "A 2 0 2\nB 1 0 0\n");
-  EXPECT_FALSE(window.menu("mnuMoveTo", 0).Enabled || window.menu("mnuComment").Enabled || window.menu("mnuDelete").Enabled);
+  EXPECT_FALSE(window.menu("mnuMoveTo", 0).Enabled || window.menu("mnuComment").Enabled ||
+               window.menu("mnuDelete").Enabled);
   EXPECT_EQ(host.synonyms(), "");
   EXPECT_EQ(host.captions["Synonyms"], "Synonyms");
 }
@@ -107,7 +108,9 @@ TEST(MovingSynonyms, AreByTheirIcon) {
       {{"k4"}, 1, "A 2 2 0\n", "  A k4 IN-C: c\n"},
       {{"k4"}, 2, "A 2 1 1\n", "  C k4 IN-C: c\n"},
       {{"k3"}, 1, "A 2 1 1\n", "  A k3 IN-A: Move of SEED\n"},
-      {{"k0", "k2", "k3", "k4"}, 0, "A 5 0 0\n",
+      {{"k0", "k2", "k3", "k4"},
+       0,
+       "A 5 0 0\n",
        "  W k0 LOOSE: Move of SEED\n  W k1 SEED: s\n  W k2 IN-W: w\n  W k3 IN-A: Move of SEED\n  W k4 IN-C: c\n"},
   };
   for (const auto& [keys, target, counts, rows] : kCases) {
@@ -115,7 +118,8 @@ TEST(MovingSynonyms, AreByTheirIcon) {
     host.add(kSeedProgram);
     host.run();
     host.mark(0, {"k1"});
-    ASSERT_EQ(host.synonyms(), "[0] k0 LOOSE: Move of SEED\n[1] k2 IN-W: w\n[2] k3 IN-A: Move of SEED\n[3] k4 IN-C: c\n");
+    ASSERT_EQ(host.synonyms(),
+              "[0] k0 LOOSE: Move of SEED\n[1] k2 IN-W: w\n[2] k3 IN-A: Move of SEED\n[3] k4 IN-C: c\n");
     host.mark(3, keys);
     host.choose("mnuMoveTo", target);
     EXPECT_EQ(host.counts(), counts);
@@ -136,7 +140,8 @@ TEST_F(Moving, FromAHiddenSynonymsListGoesByTheListsThemselves) {
   host.choose("mnuEditClearList", 2);
   host.press("F6");
   EXPECT_THAT(host.messages(), ElementsAre());
-  EXPECT_EQ(stateOfA(), "A 2 3 0\n  W k1 SEED: s\n  W k2 IN-W: w\n  A k0 LOOSE: Move of SEED\n  A k3 IN-A\n  A k4 IN-C: c\n");
+  EXPECT_EQ(stateOfA(),
+            "A 2 3 0\n  W k1 SEED: s\n  W k2 IN-W: w\n  A k0 LOOSE: Move of SEED\n  A k3 IN-A\n  A k4 IN-C: c\n");
 }
 
 // The walk runs from the last entry up: k2 is moved, the row of k1 refuses.

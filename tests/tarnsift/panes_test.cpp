@@ -23,7 +23,8 @@ class Panes : public ::testing::Test {
   template<typename C>
   static std::string at(const C& control) {
     std::ostringstream text;
-    text << control.Left << " " << control.Top << " " << control.Width << " " << control.Height << (control.Visible() ? "" : " hidden");
+    text << control.Left << " " << control.Top << " " << control.Width << " " << control.Height
+         << (control.Visible() ? "" : " hidden");
     return text.str();
   }
   /// Names of the lists that show, the tabs, the Synonyms list and so on.
@@ -91,8 +92,10 @@ struct Toggle {
 
 TEST_F(Panes, TheViewCommandsHideAndShowThem) {
   window.tsLists.select(2);
-  for (const auto& [menu, hidden] : {Toggle{"mnuViewPrograms", "13 tabs source Li So Sy"}, {"mnuViewLists", "3 programs source Pr So Sy"},
-                                     {"mnuViewSource", "13 tabs programs Pr Li Sy"}, {"mnuViewSynonyms", "1 tabs programs source Pr Li So"}}) {
+  for (const auto& [menu, hidden] : {Toggle{"mnuViewPrograms", "13 tabs source Li So Sy"},
+                                     {"mnuViewLists", "3 programs source Pr So Sy"},
+                                     {"mnuViewSource", "13 tabs programs Pr Li Sy"},
+                                     {"mnuViewSynonyms", "1 tabs programs source Pr Li So"}}) {
     host.choose(menu);
     EXPECT_EQ(shown(), hidden);
     host.choose(menu);

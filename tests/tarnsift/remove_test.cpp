@@ -7,8 +7,9 @@ using ::testing::ElementsAre;
 
 Program programNamed(const char* id) {
   return {.id = id,
-          .constructs = "k0 LOOSE 0 4 -  kept\n k1 SEED 4 4 W s\n k2 USED 8 4 W u\n k3 TWICE 12 4 A a\n k4 BARE 16 4 W\n"
-                        " k5 UNKNOWN 20 4 W x\n k6 BARE-C 24 4 C\n",
+          .constructs =
+              "k0 LOOSE 0 4 -  kept\n k1 SEED 4 4 W s\n k2 USED 8 4 W u\n k3 TWICE 12 4 A a\n k4 BARE 16 4 W\n"
+              " k5 UNKNOWN 20 4 W x\n k6 BARE-C 24 4 C\n",
           .relations = "k1 Move k2\n k1 Move k4\n",
           .places = {{"k1", {"f:1:1", "f:2:1"}},
                      {"k2", {"f:1:1", "f:3:1"}},
@@ -52,7 +53,8 @@ TEST_F(Removing, DeleteAsksWithTheNumberAndTakesNamesAndComments) {
   host.screen.answers = {platform::Answer::Ok};
   host.press("Del");
   EXPECT_THAT(host.messages(), ElementsAre("1||You are about to delete 3 dataname(s). Continue?"));
-  EXPECT_EQ(host.state(), std::string("A 1 1 1\n  W k5 UNKNOWN: x\n  A k3 TWICE: a\n  C k6 BARE-C\nB 4 1 1\n") + kBefore);
+  EXPECT_EQ(host.state(),
+            std::string("A 1 1 1\n  W k5 UNKNOWN: x\n  A k3 TWICE: a\n  C k6 BARE-C\nB 4 1 1\n") + kBefore);
   EXPECT_EQ(host.synonyms(), "[0] k2 USED: u\n[0] k4 BARE: Move of SEED\n");
   EXPECT_EQ(comment("A", "k1"), "Null") << "the row stays, without its comment";
   EXPECT_EQ(window.lvList[0]->SelectedItem()->Key(), "k5");
@@ -84,7 +86,6 @@ TEST_F(Removing, ADeleteThatFailsCountsWhatWent) {
   EXPECT_EQ(host.counts(), "A 3 1 1\nB 4 1 1\n");
   host.state();
 }
-
 
 TEST(Clearing, ReachesTheProgramsInScope) {
   const std::string all = kBefore;
@@ -119,14 +120,16 @@ TEST(Clearing, ReachesTheProgramsInScope) {
 
 TEST_F(Removing, ClearAllTakesTheCommentsOfNamesInNoListToo) {
   host.choose("mnuEditClearList", 0);
-  EXPECT_EQ(comment("A", "k0") + comment("A", "k3") + comment("A", "k2"), "kepta" "Null");
+  EXPECT_EQ(comment("A", "k0") + comment("A", "k3") + comment("A", "k2"), "kepta"
+                                                                          "Null");
   host.choose("mnuEditClearAll");
   EXPECT_EQ(comment("A", "k0") + comment("B", "k0"), "NullNull");
 }
 
 // The loaded program is cleared before the other one turns out to be damaged.
 TEST_F(Removing, AClearThatFailsOnALaterProgramHasClearedTheScreenOfTheFirst) {
-  host.database("B")->Execute("create trigger full before update on Constructs begin select raise(abort, 'the disk is full'); end");
+  host.database("B")->Execute(
+      "create trigger full before update on Constructs begin select raise(abort, 'the disk is full'); end");
   host.choose("mnuEditClearList", 0);
   EXPECT_EQ(host.messages().size(), 1u);
   EXPECT_EQ(host.state(), std::string("A 0 1 1\n  A k3 TWICE: a\n  C k6 BARE-C\nB 4 1 1\n") + kBefore);
@@ -134,7 +137,8 @@ TEST_F(Removing, AClearThatFailsOnALaterProgramHasClearedTheScreenOfTheFirst) {
 }
 
 TEST_F(Removing, UnusedNamesGoAndWhatTheAnalysisDoesNotKnowStays) {
-  const std::string after = "3 1 1\n  W k1 SEED: s\n  W k2 USED: u\n  W k5 UNKNOWN: x\n  A k3 TWICE: a\n  C k6 BARE-C\n";
+  const std::string after =
+      "3 1 1\n  W k1 SEED: s\n  W k2 USED: u\n  W k5 UNKNOWN: x\n  A k3 TWICE: a\n  C k6 BARE-C\n";
   for (int time = 0; time < 2; ++time) {
     host.choose("mnuFileRemoveUnused", 0);
     EXPECT_EQ(host.state(), "A " + after + "B " + after) << "the second time changes nothing";

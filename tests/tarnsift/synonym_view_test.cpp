@@ -7,12 +7,14 @@ namespace {
 constexpr const char* kRedefines = "//BOOL[@NAME='Redefines']";
 constexpr const char* kAllRedefines = "//BOOL[@NAME='ViewAllRedefines']";
 
-/// k1 is the seed: relations both ways, one with itself, one of a kind that is off, a FILLER; ranges equal, over and beside it.
+/// k1 is the seed: relations both ways, one with itself, one of a kind that is off, a FILLER; ranges equal, over and
+/// beside it.
 const Program kProgram = {
     .id = "A",
     .constructs = "k1 SEED 10 4 W\n k2 BOTH 10 4 -\n k3 NOTED 0 2 A own words\n k4 filler 10 4 -\n k5 OVER 12 8 C\n"
                   " k6 BESIDE 14 4 -\n k7 EMPTY 10 0 W\n k8 INSIDE 11 0 -\n k9 OFF 0 2 -\n",
-    .relations = "k3 Move k1\n k2 Compare k1\n k1 Move k2\n k1 Move k1\n k1 Move k4\n k1 Other k9\n k7 Move k9\n k2 Move k1\n",
+    .relations =
+        "k3 Move k1\n k2 Compare k1\n k1 Move k2\n k1 Move k1\n k1 Move k4\n k1 Other k9\n k7 Move k9\n k2 Move k1\n",
     .places = {{"k1", {"f:1:1"}}, {"k3", {"f:2:1"}}}};
 
 class SynonymView : public ::testing::Test {
@@ -98,7 +100,8 @@ TEST_F(SynonymView, InFrontAndEmptiedItsCommandsGoOff) {
   ASSERT_TRUE(window.menu("mnuSelect").Enabled);
   host.choose("mnuEditClearAll");
   EXPECT_EQ(host.synonyms(), "");
-  EXPECT_FALSE(window.menu("mnuSelect").Enabled || window.menu("mnuMoveTo", 1).Enabled || window.menu("mnuComment").Enabled);
+  EXPECT_FALSE(window.menu("mnuSelect").Enabled || window.menu("mnuMoveTo", 1).Enabled ||
+               window.menu("mnuComment").Enabled);
 }
 
 } // namespace
