@@ -7,7 +7,7 @@
 namespace cobol {
 namespace {
 
-using Constants = std::map<std::string, std::string, std::less<>>;
+using Constants = Conditions::Constants;
 
 std::vector<std::string> wordsOf(std::string_view text) {
   std::vector<std::string> words;

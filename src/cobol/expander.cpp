@@ -276,7 +276,9 @@ void Expander::include(Frame& frame, CopyRequest request) {
 
 void Expander::enter(const std::string& path, CopyRequest& request, const Frame& outer, int& file) {
   auto frame = std::make_unique<Frame>();
-  frame->copy = m_library.read(path, outer.settings, m_options);
+  frame->settings = outer.settings;
+  frame->settings.constants = m_conditions.constants();
+  frame->copy = m_library.read(path, frame->settings, m_options);
   const TextBlock& block = frame->copy->block;
   if (!m_fileIndexes.contains(path) && m_stream.files.size() >= kFileLimit) {
     m_diagnostics.add(Code::BudgetSpent, Severity::error, request.at, "more than 65535 files");
@@ -287,7 +289,6 @@ void Expander::enter(const std::string& path, CopyRequest& request, const Frame&
   file = frame->file;
   frame->names = &namesOf(*frame->copy);
   m_kept.push_back(frame->copy);
-  frame->settings = outer.settings;
   frame->settings.format = block.file.format;
   m_learned.decimalComma = m_learned.decimalComma || (block.decimalComma && !outer.settings.decimalComma);
   m_learned.debugging = m_learned.debugging || (block.debugging && !outer.settings.debugging);
