@@ -25,7 +25,6 @@ class Conditions {
 
  private:
   struct Level {
-    bool outer = true;  ///< the text around counts
     bool taken = false; ///< a branch has been chosen
     bool active = false;
     bool evaluate = false;
@@ -34,7 +33,6 @@ class Conditions {
   void enter(Level level);
   void branch(bool holds);
   void leave();
-  void recount();
   void define(std::string_view text);
   bool holdsWhen(const std::string& subject, std::string_view text) const;
 

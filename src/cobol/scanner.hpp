@@ -68,6 +68,7 @@ class Scanner {
   bool closesExec(const CodeLine& line) const;
   bool closesLater(char quote) const;
   Keyword before(std::size_t back) const;
+  void remarkCut(const Token& token);
   void remark(Code code, Severity severity, Position at, std::string text);
 
   ScanSettings m_settings;
