@@ -7,7 +7,7 @@
 namespace cobol {
 namespace {
 
-using Constants = std::map<std::string, std::string, std::less<>>;
+using Constants = Conditions::Constants;
 
 std::vector<std::string> wordsOf(std::string_view text) {
   std::vector<std::string> words;
@@ -178,29 +178,24 @@ bool holdsCondition(std::string_view condition, const Constants& constants) {
   return Reader(condition, constants).evaluate();
 }
 
-void Conditions::recount() {
-  m_inactive = 0;
-  for (const Level& level : m_levels)
-    m_inactive += !level.active;
-}
-
 void Conditions::enter(Level level) {
-  level.outer = m_inactive == 0;
+  m_inactive += !level.active;
   m_levels.push_back(std::move(level));
-  recount();
 }
 
 void Conditions::branch(bool holds) {
   if (m_levels.empty()) return;
   Level& level = m_levels.back();
+  m_inactive -= !level.active;
   level.active = holds && !level.taken;
   level.taken = level.taken || holds;
-  recount();
+  m_inactive += !level.active;
 }
 
 void Conditions::leave() {
-  if (!m_levels.empty()) m_levels.pop_back();
-  recount();
+  if (m_levels.empty()) return;
+  m_inactive -= !m_levels.back().active;
+  m_levels.pop_back();
 }
 
 // `DEFINE A AS 1`, `DEFINE A 1 OVERRIDE`, `DEFINE A AS PARAMETER`, `DEFINE A OFF`

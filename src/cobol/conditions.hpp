@@ -10,17 +10,21 @@ namespace cobol {
 /// Conditional compilation: which text counts, told by the directives met so far.
 class Conditions {
  public:
-  explicit Conditions(bool allBranches) : m_allBranches(allBranches) {}
+  using Constants = std::map<std::string, std::string, std::less<>>;
+
+  explicit Conditions(bool allBranches, Constants constants = {})
+      : m_allBranches(allBranches), m_constants(std::move(constants)) {}
 
   enum class Outcome { done, otherDirective };
   /// Takes one directive, in capitals and without `>>` or `$`.
   Outcome take(std::string_view directive);
   /// Whether text that stands here counts.
   bool active() const { return m_inactive == 0 || m_allBranches; }
+  /// Defined by now.
+  const Constants& constants() const { return m_constants; }
 
  private:
   struct Level {
-    bool outer = true;  ///< the text around counts
     bool taken = false; ///< a branch has been chosen
     bool active = false;
     bool evaluate = false;
@@ -29,17 +33,16 @@ class Conditions {
   void enter(Level level);
   void branch(bool holds);
   void leave();
-  void recount();
   void define(std::string_view text);
   bool holdsWhen(const std::string& subject, std::string_view text) const;
 
   bool m_allBranches;
   std::size_t m_inactive = 0; ///< levels whose branch does not count
   std::vector<Level> m_levels;
-  std::map<std::string, std::string, std::less<>> m_constants;
+  Constants m_constants;
 };
 
 /// Evaluates `A DEFINED AND B = 1 OR NOT (C > "x")`; an unknown constant is not defined and compares unequal.
-bool holdsCondition(std::string_view condition, const std::map<std::string, std::string, std::less<>>& constants);
+bool holdsCondition(std::string_view condition, const Conditions::Constants& constants);
 
 } // namespace cobol

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 #include <mutex>
-#include <tuple>
+#include <utility>
 
 #include "cobol/characters.hpp"
 #include "cobol/source_text.hpp"
@@ -45,7 +45,7 @@ FolderIndex listFolder(const std::string& folder) {
 } // namespace
 
 struct CopyLibrary::State {
-  using TextKey = std::tuple<std::string, Format, bool, bool, bool>;
+  using TextKey = std::pair<std::string, ScanSettings>;
   std::mutex indexLock;
   std::map<std::string, std::unique_ptr<const FolderIndex>> indexes;
   struct Found {
@@ -169,7 +169,7 @@ std::optional<std::string> CopyLibrary::search(std::string_view name, std::strin
 
 std::shared_ptr<const CopyText> CopyLibrary::read(const std::string& path, const ScanSettings& outer,
                                                   const Options& options) {
-  const State::TextKey key(path, outer.format, outer.decimalComma, outer.debugging, outer.debuggingByClause);
+  const State::TextKey key(path, outer);
   {
     const std::lock_guard guard(m_state->textLock);
     if (const auto found = m_state->texts.find(key); found != m_state->texts.end()) return found->second;

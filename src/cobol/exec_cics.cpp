@@ -105,34 +105,48 @@ void readArgument(StatementReader& r, Option& option, Access access, Demand dema
   r.open(option.end, end);
 }
 
-/// The text that a resource's option names: a literal, or the initial value of the item that holds the name.
-std::string resourceOf(StatementReader& r, const Option& option) {
-  std::string name;
-  const Token& first = r.stream().tokens[option.begin];
-  if (first.kind == TokenKind::literal) {
-    name = r.text(first);
-  } else if (option.operand.count == 1) {
-    const Construct& holder = r.construct(r.candidate(option.operand, 0));
-    const std::string& value = holder.value;
-    const bool isText = value.size() > 2 && (value.front() == '\'' || value.front() == '"');
-    name = isText ? value.substr(1, value.find(value.front(), 1) - 1) : holder.name;
-  }
-  while (!name.empty() && name.back() == ' ')
-    name.pop_back();
+std::string trimmedUpper(std::string_view text) {
+  while (!text.empty() && text.back() == ' ')
+    text.remove_suffix(1);
+  std::string name(text);
   for (char& c : name)
     c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
   return name;
 }
 
+/// The text that a resource's option names: a literal, or the initial value of the item that holds the name. Empty when
+/// only running tells.
+std::string resourceOf(StatementReader& r, const Option& option) {
+  const Token& first = r.stream().tokens[option.begin];
+  if (first.kind == TokenKind::literal) return trimmedUpper(r.text(first));
+  if (option.operand.count != 1) return {};
+  const std::string_view value = r.construct(r.candidate(option.operand, 0)).value;
+  const bool isText = value.size() > 2 && (value.front() == '\'' || value.front() == '"');
+  return isText ? trimmedUpper(value.substr(1, value.find(value.front(), 1) - 1)) : std::string();
+}
+
+/// Programs often call the item alike that is to hold a resource's name, and do not mean the same resource: a slot
+/// `?(RECORD.ITEM)` belongs to its program only.
+std::string unknownResource(StatementReader& r, std::uint32_t item) {
+  std::string path = r.construct(item).name;
+  for (int up = r.construct(item).parent; up >= 0; up = r.construct(static_cast<std::uint32_t>(up)).parent) {
+    const Construct& above = r.construct(static_cast<std::uint32_t>(up));
+    if (above.kind != Kind::filler) path = above.name + '.' + path;
+  }
+  return "?(" + path + ')';
+}
+
 Operand slotOf(StatementReader& r, const Option& option) {
-  const std::string name = resourceOf(r, option);
+  std::string name = resourceOf(r, option);
+  if (name.empty() && option.operand.count == 1) name = unknownResource(r, r.candidate(option.operand, 0));
   if (name.empty()) return {};
   return r.operandOf(r.resolver().fileSlot(name, option.begin), option.begin);
 }
 
 /// SEND and RECEIVE of a map without FROM or INTO use the groups that the map's name ends with O or I.
 Operand mapGroup(StatementReader& r, const Option& map, char suffix) {
-  const NameId name = r.stream().names.find(resourceOf(r, map) + suffix);
+  const std::string resource = resourceOf(r, map);
+  const NameId name = resource.empty() ? 0 : r.stream().names.find(resource + suffix);
   if (name == 0) return {};
   std::vector<std::uint32_t> found;
   r.resolver().find(name, {}, found);
@@ -168,7 +182,8 @@ void relateProgram(StatementReader& r, CicsCommand& command) {
   Option* program = command.findArgument({"PROGRAM"});
   if (program == nullptr) return;
   const bool isLiteral = r.stream().tokens[program->begin].kind == TokenKind::literal;
-  const std::string name = resourceOf(r, *program);
+  std::string name = resourceOf(r, *program);
+  if (name.empty() && program->operand.count == 1) name = r.construct(r.candidate(program->operand, 0)).name;
   r.addPlace("CALL", name, program->begin);
   Option* area = command.findArgument({"COMMAREA"});
   if (area == nullptr || !area->operand.isItem()) return;

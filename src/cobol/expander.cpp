@@ -4,7 +4,7 @@ namespace cobol {
 namespace {
 
 constexpr std::size_t kDepthLimit = 64;
-constexpr std::size_t kTokenLimit = 50'000'000;
+constexpr std::size_t kCopyLimit = 200'000; // copybooks without a word can copy each other for ever
 constexpr std::size_t kOperandLimit = 4096;
 constexpr std::size_t kFileLimit = 0xFFFF;
 
@@ -72,7 +72,20 @@ void Expander::leave() {
   const std::unique_ptr<Frame> frame = std::move(m_frames.back());
   m_frames.pop_back();
   if (frame->rules.empty()) return;
-  Replacing(std::move(frame->rules), m_stream.names).apply(frame->own, *m_frames.back()->out);
+  std::vector<Token>& out = *m_frames.back()->out;
+  const std::size_t before = out.size() + frame->own.size();
+  Replacing(std::move(frame->rules), m_stream.names).apply(frame->own, out, m_options.wordLimit);
+  const Position at = positionAt(*m_frames.back(), m_frames.back()->at);
+  if (out.size() >= m_options.wordLimit) m_tokens = m_options.wordLimit;
+  if (out.size() > before) spend(out.size() - before, at);
+}
+
+void Expander::spend(std::size_t words, const Position& at) {
+  m_tokens += words;
+  if (m_tokens <= m_options.wordLimit || m_spent) return;
+  m_spent = true;
+  m_diagnostics.add(Code::BudgetSpent, Severity::error, at,
+                    "more than " + std::to_string(m_options.wordLimit) + " words; the rest is left out");
 }
 
 void Expander::emit(Frame& frame, std::size_t to) {
@@ -80,13 +93,8 @@ void Expander::emit(Frame& frame, std::size_t to) {
   const std::size_t from = frame.at;
   frame.at = to;
   if (!m_conditions.active() || m_spent) return;
-  m_tokens += to - from;
-  if (m_tokens > kTokenLimit) {
-    m_spent = true;
-    m_diagnostics.add(Code::BudgetSpent, Severity::error, positionAt(frame, from),
-                      "more than 50 million words; the rest is left out");
-    return;
-  }
+  spend(to - from, positionAt(frame, from));
+  if (m_spent) return;
   std::vector<Token>& out = *frame.out;
   const Token* words = frame.block->tokens.data();
   if (!frame.names) {
@@ -251,6 +259,13 @@ void Expander::onDirective(Frame& frame, const Directive& directive) {
 }
 
 void Expander::include(Frame& frame, CopyRequest request) {
+  if (m_spent) return;
+  if (m_stream.copies.size() >= kCopyLimit) {
+    m_spent = true;
+    m_diagnostics.add(Code::BudgetSpent, Severity::error, request.at,
+                      "more than " + std::to_string(kCopyLimit) + " copybooks are copied; the rest is left out");
+    return;
+  }
   CopyUse use{upper(request.name), request.library, -1, request.at};
   std::string rival;
   const std::optional<std::string> path = m_library.find(request.name, request.library, frame.block->file.path, &rival);
@@ -276,7 +291,9 @@ void Expander::include(Frame& frame, CopyRequest request) {
 
 void Expander::enter(const std::string& path, CopyRequest& request, const Frame& outer, int& file) {
   auto frame = std::make_unique<Frame>();
-  frame->copy = m_library.read(path, outer.settings, m_options);
+  frame->settings = outer.settings;
+  frame->settings.constants = m_conditions.constants();
+  frame->copy = m_library.read(path, frame->settings, m_options);
   const TextBlock& block = frame->copy->block;
   if (!m_fileIndexes.contains(path) && m_stream.files.size() >= kFileLimit) {
     m_diagnostics.add(Code::BudgetSpent, Severity::error, request.at, "more than 65535 files");
@@ -287,7 +304,6 @@ void Expander::enter(const std::string& path, CopyRequest& request, const Frame&
   file = frame->file;
   frame->names = &namesOf(*frame->copy);
   m_kept.push_back(frame->copy);
-  frame->settings = outer.settings;
   frame->settings.format = block.file.format;
   m_learned.decimalComma = m_learned.decimalComma || (block.decimalComma && !outer.settings.decimalComma);
   m_learned.debugging = m_learned.debugging || (block.debugging && !outer.settings.debugging);
@@ -394,7 +410,7 @@ void Expander::applyReplace() {
   };
   const auto flush = [&] {
     if (active)
-      active->apply(stretch, out);
+      active->apply(stretch, out, m_options.wordLimit);
     else
       out.insert(out.end(), stretch.begin(), stretch.end());
     stretch.clear();
@@ -415,6 +431,7 @@ void Expander::applyReplace() {
     activate();
   }
   flush();
+  if (out.size() >= m_options.wordLimit) spend(m_options.wordLimit, out.back().position());
 }
 
 } // namespace cobol

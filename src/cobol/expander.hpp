@@ -62,6 +62,7 @@ class Expander {
   void include(Frame& frame, CopyRequest request);
   void enter(const std::string& path, CopyRequest& request, const Frame& outer, int& file);
   void applyReplace();
+  void spend(std::size_t words, const Position& at);
 
   bool isWord(const Frame& frame, std::size_t at, Keyword word) const;
   bool isSymbol(const Frame& frame, std::size_t at, std::string_view text) const;

@@ -47,15 +47,6 @@ std::uint64_t hashOf(std::string_view text) {
   return hash;
 }
 
-void shorten(std::string& key) {
-  if (key.size() <= kLongest) return;
-  const auto hash = hashOf(key);
-  key.resize(kKept);
-  key += '~';
-  for (int shift = 60; shift >= 0; shift -= 4)
-    key += kHex[(hash >> static_cast<unsigned>(shift)) & 15U];
-}
-
 /// Counts equal keys: open addressing over the constructs that were first to have theirs.
 class KeyTable {
  public:
@@ -108,7 +99,7 @@ class KeyWriter {
       const auto program = static_cast<std::size_t>(std::max(item.program, 0));
       if (program < m_prefixes.size()) key = m_prefixes[program];
       append(key, item, i);
-      shorten(key);
+      shortenKey(key, kLongest);
       item.kvid = key;
       const auto times = seen.add(static_cast<std::uint32_t>(i));
       if (times == 1) continue;
@@ -223,7 +214,9 @@ class KeyWriter {
     std::vector<std::string_view> names;
     std::string_view rest = item.name;
     for (;;) {
-      const auto of = std::min(rest.find(" OF "), rest.find(" IN "));
+      auto of = rest.find(' ');
+      while (of != std::string_view::npos && rest.substr(of, 4) != " OF " && rest.substr(of, 4) != " IN ")
+        of = rest.find(' ', of + 1);
       names.push_back(rest.substr(0, of));
       if (of == std::string_view::npos) break;
       rest.remove_prefix(of + 4);
@@ -248,6 +241,15 @@ std::string keyText(std::string_view text) {
   std::string key;
   appendKey(key, text);
   return key;
+}
+
+void shortenKey(std::string& key, std::size_t longest) {
+  if (key.size() <= longest) return;
+  const auto hash = hashOf(key);
+  key.resize(kKept);
+  key += '~';
+  for (int shift = 60; shift >= 0; shift -= 4)
+    key += kHex[(hash >> static_cast<unsigned>(shift)) & 15U];
 }
 
 std::vector<std::uint32_t> nameConstructs(Analysis& analysis) {

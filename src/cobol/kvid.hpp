@@ -15,6 +15,9 @@ namespace cobol {
 /// . : / # ~ ^ + @ ! ? ( ) =` occur; every other byte is `=HH`.
 std::vector<std::uint32_t> nameConstructs(Analysis& analysis);
 
+/// Of a key longer than `longest`: its first 120 characters, `~` and 16 hexadecimal digits of a hash of all of it.
+void shortenKey(std::string& key, std::size_t longest);
+
 /// The text in the key alphabet.
 std::string keyText(std::string_view text);
 

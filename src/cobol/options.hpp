@@ -25,6 +25,7 @@ struct Options {
   int pointerBytes = 4;                          ///< 4 or 8; INDEX items as well
   bool conditionStorage = false;                 ///< level 88 gets the range of its item
   bool allBranches = false;                      ///< keep every branch of conditional compilation
+  std::size_t wordLimit = 50'000'000;            ///< words of a program with its copybooks; the rest is left out
   std::string encoding = "auto";                 ///< auto, UTF-8, ISO-8859-1
   std::string ebcdic = "auto";                   ///< auto, never, or a code page name
   std::vector<std::string> copybookFolders = {}; ///< searched in this order

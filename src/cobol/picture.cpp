@@ -49,8 +49,9 @@ class Runs {
     if (!inside.empty() && std::all_of(inside.begin(), inside.end(), isDigit)) {
       std::int64_t value = 0;
       for (const char c : inside)
-        value = std::min(value * 10 + (c - '0'), kRepeatLimit);
-      return value;
+        value = std::min(value * 10 + (c - '0'), kRepeatLimit + 1);
+      valid = valid && value <= kRepeatLimit;
+      return std::min(value, kRepeatLimit);
     }
     if (m_rules.constant) {
       if (const auto value = m_rules.constant(inside)) return std::clamp<std::int64_t>(*value, 0, kRepeatLimit);

@@ -2,10 +2,13 @@
 
 #include <unordered_map>
 
+#include "cobol/kvid.hpp"
 #include "cobol/token_cursor.hpp"
 
 namespace cobol {
 namespace {
+
+constexpr std::size_t kLongestPath = 4096; // of programs in each other
 
 enum class Mark : std::uint8_t { start, environment, data, procedure, end };
 
@@ -266,6 +269,7 @@ class Assembly {
     program.path = program.parent < 0
                        ? program.name
                        : m_analysis.programs[static_cast<std::size_t>(program.parent)].path + "/" + program.name;
+    shortenKey(program.path, kLongestPath);
     const std::uint32_t nameToken = named ? event.name : event.from;
     program.declared = m_stream.tokens[nameToken].position();
     program.beginToken = event.from;

@@ -71,8 +71,24 @@ void Relations::add(RelationKind kind, std::uint32_t from, std::uint32_t to, std
   if (from != to) m_entries.push_back({endsOf(from, to), site, kind});
 }
 
+// A 66 has no children: it is elementary when what it renames is one elementary item.
 bool Relations::isElementary(std::uint32_t construct) const {
-  return !m_analysis.constructs[construct].isGroup();
+  const Construct& item = m_analysis.constructs[construct];
+  if (item.kind != Kind::renames || item.renamesFirst < 0 || item.parent < 0) return !item.isGroup();
+  if (!m_analysis.constructs[static_cast<std::size_t>(item.parent)].isGroup()) return true;
+  return item.renamesFirst == item.renamesLast &&
+         !m_analysis.constructs[static_cast<std::size_t>(item.renamesFirst)].isGroup();
+}
+
+/// The only item directly below a group, or null.
+const Construct* Relations::onlyChild(std::uint32_t group) const {
+  const Construct* item = &m_analysis.constructs[group];
+  if (item->kind == Kind::renames) {
+    if (item->renamesFirst != item->renamesLast) return nullptr;
+    item = &m_analysis.constructs[static_cast<std::size_t>(item->renamesFirst)];
+  }
+  const Construct& first = m_analysis.constructs[static_cast<std::size_t>(item->firstChild)];
+  return first.nextSibling < 0 ? &first : nullptr;
 }
 
 void Relations::addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site) {
@@ -88,21 +104,24 @@ void Relations::addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site
     return;
   }
   // A group of one elementary item of the full length is that item under another name.
-  const Construct& group = a.isGroup() ? a : b;
-  const Construct& other = a.isGroup() ? b : a;
-  const Construct& only = m_analysis.constructs[static_cast<std::size_t>(group.firstChild)];
-  const bool sameShape = !other.isGroup() && !only.isGroup() && only.nextSibling < 0 && !only.repeats &&
-                         only.kind != Kind::filler && only.length == other.length;
+  const bool fromGroup = !isElementary(from);
+  const Construct& other = fromGroup ? b : a;
+  const Construct* only = onlyChild(fromGroup ? from : to);
+  const bool sameShape = isElementary(fromGroup ? to : from) && only != nullptr && !only->isGroup() && !only->repeats &&
+                         only->kind != Kind::filler && only->length == other.length;
   add(sameShape ? RelationKind::Move : RelationKind::GroupMove, from, to, site);
   addLeaves(from, to, site);
 }
 
 void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) const {
   const auto& constructs = m_analysis.constructs;
-  if (!constructs[item].isGroup()) {
+  if (isElementary(item)) {
     leaves.push_back({0, constructs[item].length, item});
     return;
   }
+  // A 66 has the items of its record that lie in its range.
+  const bool renames = constructs[item].kind == Kind::renames;
+  const auto top = renames ? static_cast<std::uint32_t>(constructs[item].parent) : item;
   struct Open {
     int construct;
     std::int64_t begin;
@@ -110,6 +129,15 @@ void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) con
   };
   std::vector<Open> open;
   const std::int64_t origin = constructs[item].position;
+  const std::int64_t length = constructs[item].length;
+  const auto add = [&](std::int64_t begin, std::int64_t end, int construct) {
+    const auto leaf = static_cast<std::uint32_t>(construct);
+    if (!renames) {
+      leaves.push_back({begin, end, leaf});
+    } else if (begin < length && end > 0) {
+      leaves.push_back({std::max<std::int64_t>(begin, 0), std::min(end, length), leaf, begin >= 0 && end <= length});
+    }
+  };
   const auto push = [&](int group, std::int64_t begin, std::uint64_t copies) {
     const std::int64_t from = constructs[static_cast<std::size_t>(group)].position;
     for (int child = constructs[static_cast<std::size_t>(group)].firstChild; child >= 0;
@@ -118,7 +146,7 @@ void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) con
       open.push_back({child, begin + c.position - from, copies});
     }
   };
-  push(static_cast<int>(item), constructs[item].position, 1);
+  push(static_cast<int>(top), constructs[top].position, 1);
   while (!open.empty()) {
     const Open next = open.back();
     open.pop_back();
@@ -126,10 +154,11 @@ void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) con
     if (!c.hasStorage() || (c.kind == Kind::filler && !c.isGroup())) continue;
     const std::uint64_t copies = next.copies * std::max<std::uint32_t>(1, c.occurs);
     const std::int64_t begin = next.begin - origin;
+    if (renames && (begin >= length || begin + c.size <= 0)) continue;
     // Past the limit a table counts as the span of its first occurrence's place to its last one's end.
     const bool spanOnly = copies > kLeavesPerItem || leaves.size() + open.size() + c.occurs > kLeavesPerItem;
     if (!c.isGroup() && spanOnly) {
-      leaves.push_back({begin, begin + c.size, static_cast<std::uint32_t>(next.construct)});
+      add(begin, begin + c.size, next.construct);
       continue;
     }
     const std::uint32_t times = spanOnly ? 1 : std::max<std::uint32_t>(1, c.occurs);
@@ -137,8 +166,7 @@ void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) con
       if (c.isGroup()) {
         push(next.construct, next.begin + k * c.length, copies);
       } else {
-        leaves.push_back(
-            {begin + k * c.length, begin + (k + 1) * c.length, static_cast<std::uint32_t>(next.construct)});
+        add(begin + k * c.length, begin + (k + 1) * c.length, next.construct);
       }
     }
   }
@@ -167,7 +195,7 @@ std::vector<Relations::Pair> Relations::align(std::uint32_t from, std::uint32_t 
       const Leaf& b = right[i];
       if (++steps > kStepsPerMove) break;
       if (b.end <= a.begin || a.construct == b.construct) continue;
-      pairs.push_back({a.construct, b.construct, a.begin == b.begin && a.end == b.end});
+      pairs.push_back({a.construct, b.construct, a.begin == b.begin && a.end == b.end && a.whole && b.whole});
     }
   }
   std::sort(pairs.begin(), pairs.end(), [](const Pair& a, const Pair& b) {

@@ -35,6 +35,7 @@ class Relations {
     std::int64_t begin;
     std::int64_t end;
     std::uint32_t construct;
+    bool whole = true; ///< false: cut at the end of a 66's range
   };
   struct Pair {
     std::uint32_t from;
@@ -48,6 +49,7 @@ class Relations {
   };
 
   bool isElementary(std::uint32_t construct) const;
+  const Construct* onlyChild(std::uint32_t group) const;
   bool takesPart(const Construct& construct) const;
   void collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) const;
   std::vector<Pair> align(std::uint32_t from, std::uint32_t to, bool& capped);

@@ -79,7 +79,7 @@ void Replacing::splitPictures(const std::vector<Token>& words) {
   }
 }
 
-void Replacing::apply(const std::vector<Token>& words, std::vector<Token>& out) {
+void Replacing::apply(const std::vector<Token>& words, std::vector<Token>& out, std::size_t limit) {
   if (m_rules.empty() || !concerns(words)) {
     out.insert(out.end(), words.begin(), words.end());
     return;
@@ -87,7 +87,7 @@ void Replacing::apply(const std::vector<Token>& words, std::vector<Token>& out) 
   splitPictures(words);
   const std::size_t start = out.size();
   m_joinBroken = false;
-  for (std::size_t at = 0; at < m_words.size();) {
+  for (std::size_t at = 0; at < m_words.size() && out.size() < limit;) {
     const ReplaceRule* rule = nullptr;
     const std::size_t count = matchAt(at, rule);
     if (count == 0) {

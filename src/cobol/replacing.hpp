@@ -30,7 +30,8 @@ class Replacing {
 
   bool empty() const { return m_rules.empty(); }
   /// Appends the text `words` with its replacements to `out`. Words that now stand together without a blank are one.
-  void apply(const std::vector<Token>& words, std::vector<Token>& out);
+  /// Replacements can make a text as long as they like: it ends where `out` has `limit` words.
+  void apply(const std::vector<Token>& words, std::vector<Token>& out, std::size_t limit);
 
  private:
   bool concerns(const std::vector<Token>& words) const;

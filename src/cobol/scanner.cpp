@@ -27,8 +27,8 @@ bool isLiteralPrefix(std::string_view word) {
 } // namespace
 
 Scanner::Scanner(std::string_view text, const ScanSettings& settings, TextBlock& block, Interner& names)
-    : m_settings(settings), m_block(block), m_names(names), m_reader(text, settings.format, block.diagnostics),
-      m_upper(new char[kTextLimit]), m_colon(names.intern(":")) {
+    : m_settings(settings), m_conditions(settings.allBranches, settings.constants), m_block(block), m_names(names),
+      m_reader(text, settings.format, block.diagnostics), m_upper(new char[kTextLimit]), m_colon(names.intern(":")) {
   block.tokens.reserve(text.size() / 12 + 16);
 }
 
@@ -56,6 +56,10 @@ void Scanner::run() {
 
 void Scanner::remark(Code code, Severity severity, Position at, std::string text) {
   m_block.diagnostics.add(code, severity, at, std::move(text));
+}
+
+void Scanner::remarkCut(const Token& token) {
+  remark(Code::LineTooLong, Severity::warning, token.position(), "the word is cut after 64 KiB");
 }
 
 void Scanner::beginRange(const CodeLine& line) {
@@ -182,7 +186,8 @@ Token& Scanner::add(TokenKind kind, NameId text, const char* from, const char* t
 }
 
 const char* Scanner::addText(TokenKind kind, const char* from, const char* to) {
-  add(kind, m_names.intern(view(from, std::min(to, from + kTextLimit))), from, to);
+  const Token& token = add(kind, m_names.intern(view(from, std::min(to, from + kTextLimit))), from, to);
+  if (to - from > static_cast<std::ptrdiff_t>(kTextLimit)) remarkCut(token);
   return to;
 }
 
@@ -209,6 +214,7 @@ const char* Scanner::scanWord(const char* p, const char* end) {
   const bool afterColon = m_inExec && !m_block.tokens.empty() && m_block.tokens.back().text == m_colon &&
                           m_block.tokens.back().kind == TokenKind::symbol;
   Token& token = add(TokenKind::word, id, from, p);
+  if (length == kTextLimit && p - from > static_cast<std::ptrdiff_t>(kTextLimit)) remarkCut(token);
   if (afterColon) token.flags |= TokenFlag::hostMark;
   if (id < keywordCount()) onWord(static_cast<Keyword>(id), p, end);
   return m_stopLine ? end : p;
@@ -289,7 +295,8 @@ const char* Scanner::scanPicture(const char* p, const char* end) {
     if (text == "IS") m_expect = Expect::picture;
     return q;
   }
-  add(TokenKind::picture, m_names.intern(text), p, q);
+  const Token& picture = add(TokenKind::picture, m_names.intern(text), p, q);
+  if (q - p > static_cast<std::ptrdiff_t>(kTextLimit)) remarkCut(picture);
   if (q < behind && *q == '.') addText(TokenKind::period, q, behind);
   return behind;
 }

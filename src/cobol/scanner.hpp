@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "cobol/conditions.hpp"
 #include "cobol/keywords.hpp"
 #include "cobol/line_reader.hpp"
 #include "cobol/options.hpp"
@@ -18,6 +19,8 @@ struct ScanSettings {
   bool decimalComma = false;
   bool debugging = false;        ///< lines with indicator D are text
   bool debuggingByClause = true; ///< … also from WITH DEBUGGING MODE on
+  bool allBranches = false;        ///< text of every branch of conditional compilation counts
+  Conditions::Constants constants; ///< defined in front of the file
   auto operator<=>(const ScanSettings&) const = default;
 };
 
@@ -66,9 +69,11 @@ class Scanner {
   bool closesExec(const CodeLine& line) const;
   bool closesLater(char quote) const;
   Keyword before(std::size_t back) const;
+  void remarkCut(const Token& token);
   void remark(Code code, Severity severity, Position at, std::string text);
 
   ScanSettings m_settings;
+  Conditions m_conditions; ///< in a branch that does not count nothing changes how the text behind it is read
   TextBlock& m_block;
   Interner& m_names;
   LineReader m_reader;

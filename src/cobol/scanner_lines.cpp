@@ -111,13 +111,17 @@ void Scanner::directive(const CodeLine& line) {
     return scanRange(debug.from, debug.to);
   }
   const auto column = static_cast<std::uint32_t>(line.from - line.begin) + 1;
+  std::string words = upper(text);
+  m_conditions.take(words);
   m_block.marks.push_back({static_cast<std::uint32_t>(m_block.tokens.size()), MarkKind::directive,
                            static_cast<std::uint32_t>(m_block.directives.size())});
-  m_block.directives.push_back({upper(text), {0, line.line, column, static_cast<std::uint32_t>(line.to - line.from)}});
+  m_block.directives.push_back(
+      {std::move(words), {0, line.line, column, static_cast<std::uint32_t>(line.to - line.from)}});
 }
 
 // `SOURCE [FORMAT] [IS] FREE`, `SET SOURCEFORMAT"FREE"`; other settings change no words.
 void Scanner::sourceFormat(std::string_view text) {
+  if (!m_conditions.active()) return;
   const std::string words = upper(text);
   const std::size_t format = words.starts_with("SOURCE") ? 0 : words.find("SOURCEFORMAT");
   if (format == std::string::npos) return;
@@ -208,11 +212,12 @@ void Scanner::onWord(Keyword word, const char* behind, const char* end) {
     break;
   case Keyword::Comma:
     if (before(1) == Keyword::DecimalPoint || (before(1) == Keyword::Is && before(2) == Keyword::DecimalPoint)) {
-      m_settings.decimalComma = true;
+      m_settings.decimalComma = m_settings.decimalComma || m_conditions.active();
     }
     break;
   case Keyword::Mode:
-    if (before(1) == Keyword::Debugging && m_settings.debuggingByClause) m_settings.debugging = true;
+    if (before(1) == Keyword::Debugging && m_settings.debuggingByClause && m_conditions.active())
+      m_settings.debugging = true;
     break;
   case Keyword::Author:
   case Keyword::Installation:

@@ -32,6 +32,7 @@ Format chosenFormat(std::string_view text, FormatChoice choice, Diagnostics& dia
 ScanSettings settingsFor(const Options& options) {
   ScanSettings settings;
   settings.debugging = options.debugLines == DebugLines::code;
+  settings.allBranches = options.allBranches;
   settings.debuggingByClause = options.debugLines == DebugLines::automatic;
   return settings;
 }

@@ -100,6 +100,7 @@ Host::Host(BaseFolder base, const std::string& projectName, platform::Screen& sc
 
 Host::~Host() {
   if (m_window) platform::ignoring([this] { close(); });
+  unregisterHostObjects();
   platform::dbEngine().settle();
 }
 

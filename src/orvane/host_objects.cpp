@@ -135,4 +135,10 @@ void registerHostObjects(const BaseFolder& base, const Ref<RepositoryFile>& repo
   registerObject("HostFactory", new Factory(std::move(parts)));
 }
 
+void unregisterHostObjects() {
+  for (const char* name : {"RepositoryAccess", "ProductPaths", "ProductStrings", "CaptionText", "FileProbe", "ListViewSorter", "MathTools",
+                           "HostFactory", "ProgramStore", "SettingsStore"})
+    platform::classes::unregisterObject(name);
+}
+
 } // namespace orvane

@@ -20,4 +20,7 @@ struct WindowParts {
 /// CaptionText, FileProbe, ListViewSorter, MathTools, HostFactory.
 void registerHostObjects(const BaseFolder& base, const tarnsift::Ref<RepositoryFile>& repository, WindowParts parts);
 
+/// Takes them out of the table again: nothing of a host is reached once it has gone.
+void unregisterHostObjects();
+
 } // namespace orvane

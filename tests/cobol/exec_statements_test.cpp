@@ -47,6 +47,8 @@ TEST(ExecStatements, CicsOptionsHaveADirection) {
            "REC W 1:34, KEY1 R 1:46, LEN B 2:8, RC W 2:18", "Key KEY1 -> REC, Read CUST -> REC"},
           {"EXEC CICS READNEXT FILE(FILE-NAME) INTO(REC)\nRIDFLD(KEY1) END-EXEC.",
            "FILE-NAME R 1:25, REC W 1:41, KEY1 B 2:8", "Key KEY1 -> REC, Read ACCTDAT -> REC"},
+          {"EXEC CICS WRITEQ TS QUEUE(KEY1) FROM(REC) END-EXEC.", "KEY1 R 1:27, REC R 1:38", "Write REC -> ?(KEY1)"},
+          {"EXEC CICS READQ TS QUEUE(FLD) INTO(REC) END-EXEC.", "FLD R 1:26, REC W 1:36", "Read ?(REC.FLD) -> REC"},
           {"EXEC CICS REWRITE FILE('CUST') FROM(REC)\nLENGTH(LENGTH OF REC) END-EXEC.", "REC R 1:37, REC N 2:18",
            "Write REC -> CUST"},
           {"EXEC CICS LINK PROGRAM('SUB') COMMAREA(REC) END-EXEC.", "REC B 1:40", "Argument REC -> SUB(CA)"},

@@ -66,6 +66,20 @@ TEST(Format, DirectivesSwitchFromTheNextLine) {
             "A B");
 }
 
+TEST(Format, DirectivesOfABranchThatIsOffHaveNoEffect) {
+  const std::string choice = "       >>IF LOOSE DEFINED\n       >>SOURCE FREE\n       >>END-IF\n000001 A\n";
+  EXPECT_EQ(pictureOf(choice, inFormat(FormatChoice::fixed)).words, "A");
+  EXPECT_EQ(pictureOf("       >>DEFINE LOOSE\n" + choice, inFormat(FormatChoice::fixed)).words, "#000001 A");
+  Options all = inFormat(FormatChoice::fixed);
+  all.allBranches = true;
+  EXPECT_EQ(pictureOf(choice, all).words, "#000001 A");
+  // A copybook sees the constants in front of the statement that copies it.
+  const std::map<std::string, std::string> books = {{"C", choice}};
+  EXPECT_EQ(
+      pictureOf("       COPY C.\n       >>DEFINE LOOSE\n       COPY C.\n", inFormat(FormatChoice::detect), books).words,
+      "A #000001 A");
+}
+
 TEST(Format, CopybookMayDifferFromItsProgram) {
   const std::map<std::string, std::string> books = {{"FREE", "01 a.\n  05 b pic x.\n"},
                                                     {"FIXED", "      * note\n000100 01 A.\n"}};

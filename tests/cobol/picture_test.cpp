@@ -47,7 +47,7 @@ INSTANTIATE_TEST_SUITE_P(
                     PictureRow{"9,9,9,", 6, 3, 0}, PictureRow{"$$$,$$9.99CR", 12, 7, 2}, PictureRow{"$9(3)DB", 6, 3, 0},
                     PictureRow{"-(5)9", 6, 5, 0}, PictureRow{"+9(3)", 4, 3, 0}, PictureRow{"9(3)-", 4, 3, 0},
                     PictureRow{"+9(2).9(3)E+99", 11, 5, 3}, PictureRow{"LLL9", 6, 3, 0}, PictureRow{"FF9", 3, 2, 0},
-                    PictureRow{"X(WIDTH)", 12, 0, 0}, PictureRow{"9(2147483648)V9", 2147483648, 2147483647, 1}));
+                    PictureRow{"X(WIDTH)", 12, 0, 0}, PictureRow{"9(2147483647)V9", 2147483648, 2147483647, 1}));
 
 TEST(Picture, KeepsCountingWhatItDoesNotKnow) {
   for (const std::string text : {"X(3)?", "9(UNKNOWN)", "", "X(", "9(-1)"}) {

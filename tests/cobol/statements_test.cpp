@@ -86,6 +86,40 @@ TEST(Statements, GroupMovesAreAlignedLeafByLeaf) {
   });
 }
 
+TEST(Statements, RenamedRangesMoveLikeGroups) {
+  constexpr std::string_view data = R"(^WORKING-STORAGE SECTION.
+^01 R.
+^   05 RA PIC X(2).
+^   05 RB.
+^      10 RB1 PIC X(2).
+^      10 RB2 PIC X(2).
+^   05 RC REDEFINES RB PIC X(5).
+^   05 RD PIC X(2).
+^   05 RE.
+^      10 RE1 PIC X(3).
+^66 KAB RENAMES RA THRU RB.
+^66 KB RENAMES RB.
+^66 K1 RENAMES RA.
+^66 KE RENAMES RE.
+^66 KD RENAMES RD THRU RE.
+^01 T.
+^   05 TA PIC X(2).
+^   05 TB PIC X(4).
+^01 E PIC X(3).
+)";
+  const std::pair<std::string_view, std::string_view> cases[] = {
+      {"MOVE K1 TO TA.", "Move K1 -> TA"},
+      {"MOVE KAB TO T.",
+       "GroupMove KAB -> T, OverlapMove RB1 -> TB, OverlapMove RB2 -> TB, OverlapMove RC -> TB, PartMove RA -> TA"},
+      {"MOVE T TO KB.", "GroupMove T -> KB, OverlapMove TA -> RC, OverlapMove TB -> RB2, OverlapMove TB -> RC, "
+                        "PartMove TA -> RB1"},
+      {"MOVE KE TO E.", "Move KE -> E, PartMove RE1 -> E"},
+      {"MOVE KD TO E.", "GroupMove KD -> E, OverlapMove RD -> E, OverlapMove RE1 -> E"},
+  };
+  for (const auto& [statement, relations] : cases)
+    EXPECT_EQ(factsOf(data, statement).relations(), relations) << statement;
+}
+
 TEST(Statements, LeavesOfTablesMeetOnceAndTooManyNotAtAll) {
   expectFacts(
       R"(^WORKING-STORAGE SECTION.

@@ -150,7 +150,8 @@ std::string FakeHost::synonyms() {
   const std::size_t comment = view.ColumnHeaders.IndexOf("Comment") - 1;
   for (std::size_t i = 1; i <= view.ListItems.Count(); ++i) {
     const platform::ListItem& row = view.ListItems.Item(i);
-    text += "[" + std::to_string(row.SmallIcon) + "] " + row.Key() + " " + row.Text + ": " + row.SubItems(comment) + "\n";
+    text +=
+        "[" + std::to_string(row.SmallIcon) + "] " + row.Key() + " " + row.Text + ": " + row.SubItems(comment) + "\n";
   }
   return text;
 }

@@ -114,16 +114,16 @@ class FakeHost {
   std::set<std::string> brokenStores;          ///< programs whose analysis cannot be opened
   std::map<std::string, std::string> captions; ///< of panes
   std::string activePane;
-  std::optional<std::string> newComment;   ///< what the analyst enters in the comment dialog; none: Cancel
-  std::vector<std::string> commentAsked; ///< "prompt|title|text|help file|context"
-  std::string currentObject;             ///< KVID that the viewer was placed on
-  std::string sourceFile;                ///< on view; "" for none
+  std::optional<std::string> newComment;          ///< what the analyst enters in the comment dialog; none: Cancel
+  std::vector<std::string> commentAsked;          ///< "prompt|title|text|help file|context"
+  std::string currentObject;                      ///< KVID that the viewer was placed on
+  std::string sourceFile;                         ///< on view; "" for none
   std::map<std::string, std::string> columnTexts; ///< by "KVID.column"; others give the column's name
   std::map<std::string, std::string> columnTypes; ///< others are String
   std::function<void()> inOptionsDialog;          ///< what the analyst does there before saving
-  std::string log;      ///< calls of the host by the component, a line each
-  std::string report;   ///< calls of ReportWriter
-  std::string activity; ///< lines of the activity log
+  std::string log;                                ///< calls of the host by the component, a line each
+  std::string report;                             ///< calls of ReportWriter
+  std::string activity;                           ///< lines of the activity log
   bool logVisible = true;
   bool logMinimized = false;
   int storesOpen = 0;

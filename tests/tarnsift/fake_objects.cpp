@@ -138,7 +138,8 @@ struct Construct : StoreConstruct {
   std::int64_t Column() override { return std::stoll(m_at.at(2)); }
   Ref<tarnsift::InstanceCursor> Related(const std::string& relation) override;
   std::string ColumnText(const std::string& column) override {
-    const auto found = m_host ? m_host->columnTexts.find(m_key + "." + column) : std::map<std::string, std::string>::iterator();
+    const auto found =
+        m_host ? m_host->columnTexts.find(m_key + "." + column) : std::map<std::string, std::string>::iterator();
     return !m_host || found == m_host->columnTexts.end() ? column : found->second;
   }
 
@@ -221,7 +222,9 @@ struct Store : tarnsift::AnalysisStore {
     if (!m_database) m_database = m_host.database(m_program);
     return m_database;
   }
-  Ref<tarnsift::StoreModel> Model() override { return new tarnsift_test::Model(m_host, programOf(m_host, m_program)->language); }
+  Ref<tarnsift::StoreModel> Model() override {
+    return new tarnsift_test::Model(m_host, programOf(m_host, m_program)->language);
+  }
   Ref<StoreConstruct> ObjectById(const std::string& id) override {
     const auto& places = programOf(m_host, m_program)->places;
     const auto found = places.find(id);
@@ -309,7 +312,8 @@ struct Workspace : tarnsift::KVWorkSpace {
     m_host.currentObject = dynamic_cast<Construct&>(*object.get()).m_key;
   }
   Ref<tarnsift::SourceFile> SourceFile() override {
-    return m_host.sourceFile.empty() ? Ref<tarnsift::SourceFile>() : Ref<tarnsift::SourceFile>(new File(m_host.sourceFile));
+    return m_host.sourceFile.empty() ? Ref<tarnsift::SourceFile>()
+                                     : Ref<tarnsift::SourceFile>(new File(m_host.sourceFile));
   }
   Ref<tarnsift::SearchHost> SearchHost() override { return new Searching(m_host); }
 
@@ -409,7 +413,8 @@ struct PaneTree : tarnsift::Splitter {
     arranged();
   }
   void Arrange(double left, double top, double width, double height) override {
-    m_whole = {static_cast<float>(left), static_cast<float>(top), static_cast<float>(width), static_cast<float>(height)};
+    m_whole = {static_cast<float>(left), static_cast<float>(top), static_cast<float>(width),
+               static_cast<float>(height)};
     arranged();
   }
   void arranged() {
@@ -425,6 +430,8 @@ struct PaneTree : tarnsift::Splitter {
     m_root.Split(1, 2, 1, "Programs", "");
     static_cast<Pane&>(m_root.Child(2)).Split(1, 2, 1, "Lists", "");
     static_cast<Pane&>(m_root.Child(2)).Child(2).Split(1, 2, 1, "Synonyms", "Source");
+    for (const char* key : {"Programs", "Lists", "Synonyms", "Source"})
+      m_root.find(key)->m_visible = true;
     m_host.log = before;
   }
   void Release() override { m_host.log += "splitter released\n"; }
@@ -510,8 +517,7 @@ struct Factory : OfHost<tarnsift::HostFactory> {
 };
 
 struct FakeFrontend : Object {
-  explicit FakeFrontend(FakeHost& host)
-      : m_host(host), m_global(new Options(host, host.globalOptions)) {}
+  explicit FakeFrontend(FakeHost& host) : m_host(host), m_global(new Options(host, host.globalOptions)) {}
   Value Invoke(std::string_view member, std::span<Value> arguments) override {
     if (m_host.failingMembers.contains(std::string(member))) throw platform::Error(std::string(member) + " failed");
     if (member == "ProjectObject") return folder(m_host.projectName);
@@ -598,7 +604,8 @@ struct Comments : OfHost<tarnsift::CommentDialog> {
   using OfHost::OfHost;
   bool Ask(std::string& result, const std::string& prompt, const std::string& title, const std::string& text, int,
            const std::string& helpFile, int helpContext) override {
-    m_host.commentAsked.push_back(prompt + "|" + title + "|" + text + "|" + helpFile + "|" + std::to_string(helpContext));
+    m_host.commentAsked.push_back(prompt + "|" + title + "|" + text + "|" + helpFile + "|" +
+                                  std::to_string(helpContext));
     if (m_host.newComment) result = *m_host.newComment;
     return m_host.newComment.has_value();
   }

@@ -53,17 +53,22 @@ struct Relation {
 // Ten names a program: a FILLER, one of size 0, overlaps, one in lower case, one that the analysis does not know.
 std::vector<Name> namesOf(char program) {
   const std::string p(1, program);
-  return {{p + "0", "CUST-1", 0, 8, 0, "first"}, {p + "1", "CUST-OLD", 0, 8, 0, {}, true, false},
-          {p + "2", "FILLER", 0, 8, -1, {}},             {p + "3", "ZIP", 4, 2, 1, "a b"},
-          {p + "4", "ORDER-OLD", 8, 4, 1, {}},       {p + "5", "lower-1", 8, 4, 2, {}, true, false},
-          {p + "6", "FLAG", 20, 0, 2, "c"},      {p + "7", "TOTAL", 30, 6, -1, "waits"},
-          {p + "8", "CUST-" + p, 30, 6, -1, {}, false}, {p + "9", "Cust-9", 32, 1, -1, {}, true, false}};
+  return {{p + "0", "CUST-1", 0, 8, 0, "first"},
+          {p + "1", "CUST-OLD", 0, 8, 0, {}, true, false},
+          {p + "2", "FILLER", 0, 8, -1, {}},
+          {p + "3", "ZIP", 4, 2, 1, "a b"},
+          {p + "4", "ORDER-OLD", 8, 4, 1, {}},
+          {p + "5", "lower-1", 8, 4, 2, {}, true, false},
+          {p + "6", "FLAG", 20, 0, 2, "c"},
+          {p + "7", "TOTAL", 30, 6, -1, "waits"},
+          {p + "8", "CUST-" + p, 30, 6, -1, {}, false},
+          {p + "9", "Cust-9", 32, 1, -1, {}, true, false}};
 }
 std::vector<Relation> relationsOf(char program) {
   const std::string p(1, program);
-  return {{p + "0", "Move", p + "3"}, {p + "3", "Compare", p + "0"}, {p + "0", "Move", p + "0"},
-          {p + "0", "Move", p + "2"}, {p + "1", "Move", p + "5"},    {p + "5", "Move", p + "1"},
-          {p + "6", "Compare", p + "7"}, {p + "7", "Move", p + "8"}, {p + "4", "Other", p + "9"},
+  return {{p + "0", "Move", p + "3"},    {p + "3", "Compare", p + "0"}, {p + "0", "Move", p + "0"},
+          {p + "0", "Move", p + "2"},    {p + "1", "Move", p + "5"},    {p + "5", "Move", p + "1"},
+          {p + "6", "Compare", p + "7"}, {p + "7", "Move", p + "8"},    {p + "4", "Other", p + "9"},
           {p + "8", "Compare", p + "0"}, {p + "9", "Move", p + "4"}};
 }
 
@@ -74,16 +79,16 @@ struct Kind {
   const char* name;
   int weight;
 };
-constexpr Kind kKinds[] = {{"program", 6},  {"tab", 10},        {"focus synonyms", 6}, {"focus programs", 2},
-                           {"entry", 8},    {"mark", 12},       {"move", 20},          {"delete", 6},
-                           {"clear list", 2}, {"clear all", 1}, {"unused", 3},         {"comment", 6},
-                           {"select", 5},   {"select all", 3},  {"filter", 6},         {"find synonyms", 5},
-                           {"options", 5},  {"pane", 5},        {"sort", 2},           {"mark programs", 4},
-                           {"reopen", 1}};
+constexpr Kind kKinds[] = {
+    {"program", 6}, {"tab", 10},          {"focus synonyms", 10}, {"focus programs", 2}, {"entry", 8},   {"mark", 12},
+    {"move", 24},   {"delete", 3},        {"clear list", 1},     {"clear all", 1},      {"unused", 3},  {"comment", 6},
+    {"select", 5},  {"select all", 3},    {"filter", 9},         {"find synonyms", 6},  {"options", 5}, {"pane", 4},
+    {"sort", 2},    {"mark programs", 4}, {"reopen", 1}};
 
 std::string told(const Command& command) {
   std::ostringstream line;
-  line << "{" << command.kind << ", " << command.a << ", " << command.b << ", " << command.c << "}, // " << kKinds[command.kind].name << "\n";
+  line << "{" << command.kind << ", " << command.a << ", " << command.b << ", " << command.c << "}, // "
+       << kKinds[command.kind].name << "\n";
   return line.str();
 }
 
@@ -173,7 +178,8 @@ class Walk {
     host.run();
     on.assign(std::size(kSwitches), false);
     for (std::size_t i = 0; i < on.size(); ++i)
-      on[i] = host.options.selectSingleNode(kSwitches[i]).getAttribute(i < kLevel ? "VALUE" : "CHECKED") == Value("true");
+      on[i] =
+          host.options.selectSingleNode(kSwitches[i]).getAttribute(i < kLevel ? "VALUE" : "CHECKED") == Value("true");
     columns = {on[kLevel], on[kUsage]};
     caption = "Synonyms";
     load("A");
@@ -264,7 +270,8 @@ class Walk {
     host.search.matches.clear();
     for (const auto& [program, all] : names)
       for (std::size_t i = 0; i < all.size(); ++i)
-        if ((command.b >> (i + static_cast<std::size_t>(program[0] - 'A') * 10)) & 1) host.search.matches[program].push_back(all[i].key);
+        if ((command.b >> (i + static_cast<std::size_t>(program[0] - 'A') * 10)) & 1)
+          host.search.matches[program].push_back(all[i].key);
     for (const auto& program : scope()) {
       if (!host.search.matches.contains(program)) continue;
       std::array<int, 3> before{}, after{};
@@ -349,7 +356,8 @@ class Walk {
       }
     }
     host.choose("mnuSelect");
-    if (selected() != marked) wrong = "marked " + platform::joined(selected(), " ") + ", not " + platform::joined(marked, " ");
+    if (selected() != marked)
+      wrong = "marked " + platform::joined(selected(), " ") + ", not " + platform::joined(marked, " ");
   }
 
   void perform(const Command& command) {
@@ -425,7 +433,8 @@ class Walk {
       const std::string key = editing() ? focus(window.ActiveList) : "";
       if (!key.empty() && host.newComment) {
         named(loaded, key).comment = host.newComment;
-        (window.ActiveList == 3 ? synonyms.at(key).text : shown[static_cast<std::size_t>(window.ActiveList)].at(key)) = *host.newComment;
+        (window.ActiveList == 3 ? synonyms.at(key).text : shown[static_cast<std::size_t>(window.ActiveList)].at(key)) =
+            *host.newComment;
       }
       return command.b % 2 ? host.choose("mnuComment") : host.toolbar("Note");
     }
@@ -446,7 +455,8 @@ class Walk {
     case 17: {
       const std::string& pane = kPanes[command.a % kPanes.size()];
       host.choose("mnuView" + pane);
-      if (pane == "Synonyms" && synonymsShown() && !focus(window.ActiveList).empty()) show(window.ActiveList, focus(window.ActiveList));
+      if (pane == "Synonyms" && synonymsShown() && !focus(window.ActiveList).empty())
+        show(window.ActiveList, focus(window.ActiveList));
       return;
     }
     case 18:
@@ -466,7 +476,10 @@ class Walk {
   std::string columnsOf(const std::string& key) {
     std::string text;
     const Name& name = named(loaded, key);
-    if (columns[0]) text += "|" + (name.known ? std::string(10 - std::to_string(name.offset).size(), ' ') + std::to_string(name.offset) : "");
+    if (columns[0])
+      text +=
+          "|" +
+          (name.known ? std::string(10 - std::to_string(name.offset).size(), ' ') + std::to_string(name.offset) : "");
     if (columns[1]) text += name.known ? "|Usage" : "|";
     return text;
   }
@@ -485,7 +498,8 @@ class Walk {
         if (name.status >= 0) ++counts[static_cast<std::size_t>(name.status)];
       }
       should << counts[0] << " " << counts[1] << " " << counts[2] << "\n";
-      for (const auto rows = database(program)->OpenRecordset("select * from Constructs"); !rows->Eof(); rows->MoveNext()) {
+      for (const auto rows = database(program)->OpenRecordset("select * from Constructs"); !rows->Eof();
+           rows->MoveNext()) {
         const Value status = rows->Field("P_Status"), comment = rows->Field("P_Classification");
         is << rows->Field("KVID").asText() << " " << (status.isNull() ? -1 : status.asInteger()) << " "
            << (comment.isNull() ? "Null" : comment.asText()) << "\n";
@@ -495,7 +509,8 @@ class Walk {
         is << platform::trimmed(row.SubItems(i)) << (i < 3 ? " " : "\n");
     }
     should << "loaded " << loaded << ", viewed " << viewed << ", " << caption << "\n";
-    is << "loaded " << window.LoadedProgram << ", viewed " << host.currentObject << ", " << host.captions["Synonyms"] << "\n";
+    is << "loaded " << window.LoadedProgram << ", viewed " << host.currentObject << ", " << host.captions["Synonyms"]
+       << "\n";
     for (int i = 0; i < 4; ++i) {
       std::map<std::string, std::string> lines;
       const std::size_t comment = list(i).ColumnHeaders.Count() - 1;
@@ -514,15 +529,16 @@ class Walk {
           should << i << " " << key << " " << named(loaded, key).name << columnsOf(key) << "|" << text << "|0\n";
       else
         for (const auto& [key, synonym] : synonyms)
-          should << i << " " << key << " " << named(loaded, key).name << columnsOf(key) << "|" << synonym.text
-                 << "|" << synonym.icon << "\n";
+          should << i << " " << key << " " << named(loaded, key).name << columnsOf(key) << "|" << synonym.text << "|"
+                 << synonym.icon << "\n";
     }
-    should << "moves " << canMove(0) << canMove(1) << canMove(2) << " comment " << canMove(-1) << " select " << canSelect() << " delete "
-           << canDelete() << "\n";
-    is << "moves " << window.menu("mnuMoveTo", 0).Enabled << window.menu("mnuMoveTo", 1).Enabled << window.tbToolbar.Button("MoveRejected").Enabled
-       << " comment " << window.menu("mnuComment").Enabled << " select " << window.menu("mnuSelect").Enabled << " delete "
-       << window.menu("mnuDelete").Enabled << "\n";
-    if (!window.Enabled() || window.pbProgress.Visible() || window.MousePointer != platform::kPointerDefault) is << "the window is busy\n";
+    should << "moves " << canMove(0) << canMove(1) << canMove(2) << " comment " << canMove(-1) << " select "
+           << canSelect() << " delete " << canDelete() << "\n";
+    is << "moves " << window.menu("mnuMoveTo", 0).Enabled << window.menu("mnuMoveTo", 1).Enabled
+       << window.tbToolbar.Button("MoveRejected").Enabled << " comment " << window.menu("mnuComment").Enabled
+       << " select " << window.menu("mnuSelect").Enabled << " delete " << window.menu("mnuDelete").Enabled << "\n";
+    if (!window.Enabled() || window.pbProgress.Visible() || window.MousePointer != platform::kPointerDefault)
+      is << "the window is busy\n";
     return is.str() == should.str() ? "" : "is:\n" + is.str() + "should be:\n" + should.str();
   }
 
@@ -585,7 +601,8 @@ std::vector<Command> randomCommands(unsigned seed, std::size_t count) {
   std::discrete_distribution<unsigned> kinds(weights.begin(), weights.end());
   std::vector<Command> commands(count);
   for (Command& command : commands)
-    command = {kinds(random), static_cast<unsigned>(random() >> 8), static_cast<unsigned>(random()), static_cast<unsigned>(random() >> 8)};
+    command = {kinds(random), static_cast<unsigned>(random() >> 8), static_cast<unsigned>(random()),
+               static_cast<unsigned>(random() >> 8)};
   return commands;
 }
 
@@ -599,7 +616,8 @@ void walk(unsigned seed, std::size_t count) {
   for (const Command& command : commands)
     script += told(command);
   const auto last = failureOf(commands);
-  ADD_FAILURE() << "seed " << seed << ", command " << failure->at << ":\n" << script << (last ? last->text : failure->text);
+  ADD_FAILURE() << "seed " << seed << ", command " << failure->at << ":\n"
+                << script << (last ? last->text : failure->text);
 }
 
 // TARNSIFT_WALK=50000 takes so many commands.
@@ -608,7 +626,9 @@ std::size_t walkLength() {
   return given ? std::stoul(given) : 1500;
 }
 
-TEST(RandomWalk, OfAFixedSeedAgreesWithTheModel) { walk(20240229, walkLength()); }
+TEST(RandomWalk, OfAFixedSeedAgreesWithTheModel) {
+  walk(20240229, walkLength());
+}
 
 TEST(RandomWalk, OfTheMomentAgreesWithTheModel) {
   walk(static_cast<unsigned>(std::chrono::system_clock::now().time_since_epoch().count()), walkLength());

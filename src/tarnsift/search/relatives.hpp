@@ -18,8 +18,8 @@ struct Seed {
 /// The construct that the record set stands on.
 Seed seedAt(const platform::Recordset& row);
 
-/// Constructs joined to the seed by one of the relations (quoted, joined by ", "): with side 1 those that it leads to, with
-/// side 2 those that lead to it. The seed itself may be among them. Each pair of construct and RelID once.
+/// Constructs joined to it by one of the relations (quoted, joined by ", "): with side 1 those that it leads to, with
+/// side 2 those that lead to it. It may be among them itself. Each pair of construct and RelID once.
 std::unique_ptr<platform::Recordset> openRelated(platform::Database& database, const Seed& seed, int Side, const std::string& relations);
 /// Other constructs of the same offset and size.
 std::unique_ptr<platform::Recordset> openSameRange(platform::Database& database, const Seed& seed);

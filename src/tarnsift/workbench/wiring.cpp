@@ -38,7 +38,7 @@ void guard(frmMain& window, const std::function<void()>& handler) {
     window.MousePointer = platform::kPointerDefault;
     const std::string text = error.what();
     repairProgramInWork(window);
-    platform::ignoring([&] { UpdateCommandStates(window); });
+    if (window.Splitter) platform::ignoring([&] { UpdateCommandStates(window); });
     platform::screen().messageBox(text, platform::kCritical, platform::App().Title);
   }
 }
