@@ -26,7 +26,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t kPeerPrograms = 100;   // for the compiler, which takes a process each
+constexpr std::size_t kPeerPrograms = 100;    // for the compiler, which takes a process each
 constexpr std::size_t kStoredPrograms = 1500; // for what is written to disk
 
 // Opens, maps and counts the lines: nothing that reads a text can be faster.
@@ -34,7 +34,7 @@ std::uint64_t readRaw(const Corpus& corpus) {
   std::uint64_t lines = 0;
   for (const auto& file : corpus.programs) {
     const int handle = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
-    struct stat facts{};
+    struct stat facts {};
     if (handle < 0 || ::fstat(handle, &facts) != 0) throw platform::FileError(file, "cannot be read");
     const auto size = static_cast<std::size_t>(facts.st_size);
     if (size > 0) {
@@ -60,7 +60,8 @@ std::uint64_t analyseAll(const Corpus& corpus) {
   cobol::CopyLibrary library(corpus.copybooks);
   std::uint64_t lines = 0;
   for (const auto& program : corpus.programs)
-    for (const auto& file : cobol::analyse(program, options, library).files) lines += file.lines;
+    for (const auto& file : cobol::analyse(program, options, library).files)
+      lines += file.lines;
   return lines;
 }
 
@@ -69,7 +70,8 @@ void analyseAndInsert(const Corpus& corpus, const std::string& folder) {
   options.copybookFolders = corpus.copybooks;
   cobol::CopyLibrary library(corpus.copybooks);
   std::size_t number = 0;
-  for (const auto& file : corpus.programs) insertBare(cobol::analyse(file, options, library), fmt::format("{}/{}.mdb", folder, number++));
+  for (const auto& file : corpus.programs)
+    insertBare(cobol::analyse(file, options, library), fmt::format("{}/{}.mdb", folder, number++));
 }
 
 /// A project over programs, verified with everything written.
@@ -86,7 +88,8 @@ class StoredProject {
     settings.jobs = 1;
     settings.force = force;
     const auto result = orvane::verifyProject(m_base, *m_repository, "bench", settings);
-    if (!result.failed.empty()) throw platform::Error(result.failed.front().program + ": " + result.failed.front().reason);
+    if (!result.failed.empty())
+      throw platform::Error(result.failed.front().program + ": " + result.failed.front().reason);
   }
 
  private:
@@ -97,15 +100,20 @@ class StoredProject {
 std::string listFile(const Corpus& corpus, const std::string& folder) {
   const std::string name = folder + "/programs.txt";
   std::ofstream list(name);
-  for (const auto& file : corpus.programs) list << file << '\n';
+  for (const auto& file : corpus.programs)
+    list << file << '\n';
   return name;
 }
 
-double rate(const Corpus& corpus, double time) { return static_cast<double>(corpus.lines) / time; }
+double rate(const Corpus& corpus, double time) {
+  return static_cast<double>(corpus.lines) / time;
+}
 
 void row(const char* what, std::optional<double> rate, std::optional<double> beside) {
-  if (rate) fmt::print("  {:<58}{:>12.0f}{:>10.2f}\n", what, *rate, beside.value_or(0));
-  else fmt::print("  {:<58}{:>12}\n", what, "not there");
+  if (rate)
+    fmt::print("  {:<58}{:>12.0f}{:>10.2f}\n", what, *rate, beside.value_or(0));
+  else
+    fmt::print("  {:<58}{:>12}\n", what, "not there");
 }
 
 bool aim(const char* what, std::optional<double> ratio, double wanted, bool atLeast) {
@@ -120,7 +128,8 @@ bool aim(const char* what, std::optional<double> ratio, double wanted, bool atLe
 
 std::optional<double> ctagsRate(const Corpus& corpus, const std::string& folder) {
   if (!isInstalled("ctags")) return std::nullopt;
-  const std::string command = fmt::format("ctags --languages=COBOL --langmap=COBOL:.cbl.cob.cobol -f /dev/null -L '{}'", listFile(corpus, folder));
+  const std::string command = fmt::format("ctags --languages=COBOL --langmap=COBOL:.cbl.cob.cobol -f /dev/null -L '{}'",
+                                          listFile(corpus, folder));
   if (shell(command) != 0) return std::nullopt;
   return rate(corpus, seconds([&] { shell(command); }));
 }
@@ -130,20 +139,24 @@ std::optional<double> compilerRate(const Corpus& corpus) {
   if (!isInstalled("cobc")) return std::nullopt;
   const Corpus part = corpus.sample(kPeerPrograms);
   std::string folders;
-  for (const auto& folder : part.copybooks) folders += " -I '" + folder + "'";
+  for (const auto& folder : part.copybooks)
+    folders += " -I '" + folder + "'";
   return rate(part, seconds([&] {
-                for (const auto& file : part.programs) shell(fmt::format("cobc -std=ibm -fsyntax-only{} '{}'", folders, file));
+                for (const auto& file : part.programs)
+                  shell(fmt::format("cobc -std=ibm -fsyntax-only{} '{}'", folders, file));
               }));
 }
 
 } // namespace
 
-void analyseOnce(const Corpus& corpus) { fmt::print("{} lines, copybooks counted\n", analyseAll(corpus)); }
+void analyseOnce(const Corpus& corpus) {
+  fmt::print("{} lines, copybooks counted\n", analyseAll(corpus));
+}
 
 bool benchAnalyse(const Corpus& corpus, const std::string& folder) {
   const Corpus part = corpus.sample(kStoredPrograms);
-  fmt::print("analyse: {} programs, {} lines, {} MB; written: {} programs, {} lines\n\n", corpus.programs.size(), corpus.lines, corpus.bytes / 1000000,
-             part.programs.size(), part.lines);
+  fmt::print("analyse: {} programs, {} lines, {} MB; written: {} programs, {} lines\n\n", corpus.programs.size(),
+             corpus.lines, corpus.bytes / 1000000, part.programs.size(), part.lines);
   std::fflush(stdout);
   const double raw = rate(corpus, seconds([&] { readRaw(corpus); }));
   std::uint64_t linesWithCopybooks = 0;
@@ -173,11 +186,14 @@ bool benchAnalyse(const Corpus& corpus, const std::string& folder) {
   bool met = aim("analysis / ctags", ctags ? std::optional(analysis / *ctags) : std::nullopt, 1.5, true);
   met = aim("analysis / cobc a file", compiler ? std::optional(analysis / *compiler) : std::nullopt, 40, true) && met;
   met = aim("verification time / (analysis + bare insertion)", first / bareTime, 1.3, false) && met;
-  met = aim("verification / cobc a file", compiler ? std::optional(rate(part, first) / *compiler) : std::nullopt, 8, true) && met;
+  met = aim("verification / cobc a file", compiler ? std::optional(rate(part, first) / *compiler) : std::nullopt, 8,
+            true) &&
+        met;
 
   fmt::print("\n  {:<58}{:>12}\n  {:-<80}\n", "peak memory, process of its own", "MiB", "");
   fmt::print("  {:<58}{:>12.0f}\n", "before (with the list of programs)", peakMemory([] {}));
-  fmt::print("  {:<58}{:>12.0f}\n", "analysis of all programs, one after the other", peakMemory([&] { analyseAll(corpus); }));
+  fmt::print("  {:<58}{:>12.0f}\n", "analysis of all programs, one after the other",
+             peakMemory([&] { analyseAll(corpus); }));
   return met;
 }
 

@@ -24,7 +24,9 @@ struct Source {
   std::uint64_t lines = 0;
 };
 
-std::uint64_t linesIn(const std::string& text) { return static_cast<std::uint64_t>(std::count(text.begin(), text.end(), '\n')); }
+std::uint64_t linesIn(const std::string& text) {
+  return static_cast<std::uint64_t>(std::count(text.begin(), text.end(), '\n'));
+}
 
 void read(const std::string& folder, std::vector<Source>& sources, std::set<std::string>& copybooks) {
   std::set<fs::path> files; // in the order of their names, whatever the folder's is
@@ -59,7 +61,8 @@ Corpus Corpus::sample(std::size_t count) const {
 Corpus makeCorpus(const std::vector<std::string>& sources, const std::string& folder, std::uint64_t lines) {
   std::vector<Source> texts;
   std::set<std::string> copybooks;
-  for (const std::string& source : sources) read(fs::canonical(source).string(), texts, copybooks);
+  for (const std::string& source : sources)
+    read(fs::canonical(source).string(), texts, copybooks);
   Corpus corpus;
   corpus.copybooks.assign(copybooks.begin(), copybooks.end());
   if (std::all_of(texts.begin(), texts.end(), [](const Source& source) { return source.lines == 0; }))

@@ -28,7 +28,8 @@ int main(int argc, char** argv) {
   try {
     const char* const wanted = std::getenv("TARNSIFT_BENCH_LINES");
     const platform::TemporaryFolder folder;
-    const auto corpus = bench::makeCorpus(sources, folder.file("corpus"), wanted ? std::strtoull(wanted, nullptr, 10) : kLines);
+    const auto corpus =
+        bench::makeCorpus(sources, folder.file("corpus"), wanted ? std::strtoull(wanted, nullptr, 10) : kLines);
     if (profiled) {
       bench::analyseOnce(corpus);
       return 0;

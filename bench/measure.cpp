@@ -35,7 +35,9 @@ int shell(const std::string& command) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : 128;
 }
 
-bool isInstalled(const std::string& program) { return shell("command -v " + program) == 0; }
+bool isInstalled(const std::string& program) {
+  return shell("command -v " + program) == 0;
+}
 
 double peakMemory(const std::function<void()>& work) {
   const pid_t child = ::fork();

@@ -20,10 +20,13 @@ void checkConstructs(const cobol::Analysis& analysis) {
   for (const auto& c : analysis.constructs) {
     require(keys.insert(c.kvid).second, "keys are unique");
     require(c.kvid.find_first_of("'\" %") == std::string::npos, "keys hold no quote, blank or percent sign");
-    require(isIndex(c.parent) && isIndex(c.record) && isIndex(c.redefines) && isIndex(c.firstChild) && isIndex(c.nextSibling), "ends of constructs exist");
+    require(isIndex(c.parent) && isIndex(c.record) && isIndex(c.redefines) && isIndex(c.firstChild) &&
+                isIndex(c.nextSibling),
+            "ends of constructs exist");
     require(c.size >= 0 && c.length >= 0 && c.position >= 0, "sizes are not negative");
     // Special registers have storage of their own that no record shares.
-    if (c.kind != cobol::Kind::specialRegister) require(c.hasStorage() ? c.offset >= 0 : c.offset < 0, "exactly what has storage has an offset");
+    if (c.kind != cobol::Kind::specialRegister)
+      require(c.hasStorage() ? c.offset >= 0 : c.offset < 0, "exactly what has storage has an offset");
     require(c.declared.file < analysis.files.size(), "declarations lie in files");
   }
 }
@@ -32,7 +35,8 @@ void checkUses(const cobol::Analysis& analysis) {
   const std::size_t count = analysis.constructs.size();
   for (const auto& instance : analysis.instances) {
     require(instance.construct < count, "instances have constructs");
-    require(instance.at.file < analysis.files.size() && instance.at.line > 0 && instance.at.column > 0, "instances have places");
+    require(instance.at.file < analysis.files.size() && instance.at.line > 0 && instance.at.column > 0,
+            "instances have places");
   }
   for (const auto& relation : analysis.relationships) {
     require(relation.from < count && relation.to < count, "ends of relationships exist");
@@ -43,7 +47,8 @@ void checkUses(const cobol::Analysis& analysis) {
 
 } // namespace
 
-// The first byte chooses dialect and format, the text behind it is the program, what follows a byte 0x1E the copybook FUZZ.
+// The first byte chooses dialect and format, the text behind it is the program, what follows a byte 0x1E the copybook
+// FUZZ.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size < 1) return 0;
   const std::string_view text(reinterpret_cast<const char*>(data) + 1, size - 1);

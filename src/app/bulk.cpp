@@ -18,10 +18,14 @@ void tick(platform::Node& columns, const std::vector<std::string>& names, const 
     const int index = orvane::columnIndex(name);
     if (index < 0) {
       std::vector<std::string> known;
-      for (const auto& column : orvane::analysisColumns()) known.emplace_back(column.name);
+      for (const auto& column : orvane::analysisColumns())
+        known.emplace_back(column.name);
       throw UsageError(fmt::format("there is no column '{}'; there are {}", name, platform::joined(known, ", ")));
     }
-    columns.selectSingleNode("CASE[@NAME='" + std::string(orvane::analysisColumns()[static_cast<std::size_t>(index)].name) + "']").setAttribute("CHECKED", value);
+    columns
+        .selectSingleNode("CASE[@NAME='" +
+                          std::string(orvane::analysisColumns()[static_cast<std::size_t>(index)].name) + "']")
+        .setAttribute("CHECKED", value);
   }
 }
 
@@ -40,8 +44,10 @@ void addClear(CLI::App& app, Context& context) {
     const int list = choice->list.empty() ? -1 : listNamed(choice->list);
     HeadlessSession session(context, choice->program);
     const auto before = session.counts();
-    if (list < 0) session.choose("mnuEditClearAll");
-    else session.choose("mnuEditClearList", list);
+    if (list < 0)
+      session.choose("mnuEditClearAll");
+    else
+      session.choose("mnuEditClearList", list);
     printChange(before, session.counts());
     session.close();
   });
@@ -67,7 +73,8 @@ void addUnused(CLI::App& app, Context& context) {
 }
 
 void addColumns(CLI::App& app, Context& context) {
-  auto* command = app.add_subcommand("columns", "Lists the analysis columns that the lists can show, and chooses them.");
+  auto* command =
+      app.add_subcommand("columns", "Lists the analysis columns that the lists can show, and chooses them.");
   struct Choice {
     std::vector<std::string> tick, untick;
     bool json = false;
@@ -79,8 +86,10 @@ void addColumns(CLI::App& app, Context& context) {
   command->footer("Example:\n  tarnsift columns --tick Picture Size --untick Section");
   command->callback([choice, &context] {
     const Reading reading(context);
-    const platform::Ref<orvane::OptionDocument> options(new orvane::OptionDocument(orvane::optionFile(reading.base.projectFolder(reading.project))));
-    platform::Node columns = options->Document().selectSingleNode("//CASE[@ID='Tarnsift']/LIST[@NAME='Languages']/CASE[@NAME='COBOL']/LIST[@NAME='Columns']");
+    const platform::Ref<orvane::OptionDocument> options(
+        new orvane::OptionDocument(orvane::optionFile(reading.base.projectFolder(reading.project))));
+    platform::Node columns = options->Document().selectSingleNode(
+        "//CASE[@ID='Tarnsift']/LIST[@NAME='Languages']/CASE[@NAME='COBOL']/LIST[@NAME='Columns']");
     tick(columns, choice->tick, "true");
     tick(columns, choice->untick, "false");
     if (!choice->tick.empty() || !choice->untick.empty()) options->Save();
@@ -90,8 +99,10 @@ void addColumns(CLI::App& app, Context& context) {
       const int index = orvane::columnIndex(name);
       const bool integer = index >= 0 && orvane::analysisColumns()[static_cast<std::size_t>(index)].isInteger;
       const bool shown = column.getAttribute("CHECKED").asText() == "true";
-      if (choice->json) printJson({{"column", name}, {"type", integer ? "Integer" : "String"}, {"shown", shown}});
-      else table.row({name, integer ? "Integer" : "String", shown ? "yes" : ""});
+      if (choice->json)
+        printJson({{"column", name}, {"type", integer ? "Integer" : "String"}, {"shown", shown}});
+      else
+        table.row({name, integer ? "Integer" : "String", shown ? "yes" : ""});
     }
     if (!choice->json) table.print(std::cout);
   });

@@ -19,7 +19,9 @@ std::string timeText(std::int64_t microseconds) {
   return fmt::format("{:%Y-%m-%dT%H:%M:%SZ}", fmt::gmtime(static_cast<std::time_t>(microseconds / kMicroseconds)));
 }
 
-Json textOrNull(const std::string& text) { return text.empty() ? Json(nullptr) : Json(text); }
+Json textOrNull(const std::string& text) {
+  return text.empty() ? Json(nullptr) : Json(text);
+}
 
 Json jsonOf(const std::string& program, const orvane::ArchivedDecision& decision) {
   return {{"program", program},
@@ -34,7 +36,8 @@ Json jsonOf(const std::string& program, const orvane::ArchivedDecision& decision
 } // namespace
 
 void addCarried(CLI::App& app, Context& context) {
-  auto* command = app.add_subcommand("carried", "Lists the decisions that verification could not carry to a changed source: their names are gone.");
+  auto* command = app.add_subcommand(
+      "carried", "Lists the decisions that verification could not carry to a changed source: their names are gone.");
   auto program = std::make_shared<std::string>();
   auto json = std::make_shared<bool>(false);
   command->add_option("--program", *program, "Only programs whose name matches")->type_name("GLOB");
@@ -47,15 +50,18 @@ void addCarried(CLI::App& app, Context& context) {
     for (const auto& facts : orvane::programsOf(reading.base, *reading.repository, reading.project, *program)) {
       if (!facts.verified) continue;
       for (const auto& decision : orvane::archivedDecisions(tarnsift::DatabasePath(facts.analysisFile))) {
-        if (*json) printJson(jsonOf(facts.name, decision));
+        if (*json)
+          printJson(jsonOf(facts.name, decision));
         else
-          table.row({facts.name, decision.name, statusWord(decision.status), decision.comment, decision.project, timeText(decision.since),
-                     decision.kvid});
+          table.row({facts.name, decision.name, statusWord(decision.status), decision.comment, decision.project,
+                     timeText(decision.since), decision.kvid});
       }
     }
     if (*json) return;
-    if (table.empty()) std::cout << "nothing was left behind\n";
-    else table.print(std::cout);
+    if (table.empty())
+      std::cout << "nothing was left behind\n";
+    else
+      table.print(std::cout);
   });
 }
 

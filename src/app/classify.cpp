@@ -28,11 +28,14 @@ std::array<std::vector<ChosenName>, 4> byList(const NameWork& work, const NameWo
 
 std::vector<std::string> keysOf(const std::vector<ChosenName>& names) {
   std::vector<std::string> keys;
-  for (const auto& name : names) keys.push_back(name.kvid);
+  for (const auto& name : names)
+    keys.push_back(name.kvid);
   return keys;
 }
 
-void printDone(const char* what, std::size_t names, std::size_t programs) { fmt::print("{} {} name(s) in {} program(s)\n", what, names, programs); }
+void printDone(const char* what, std::size_t names, std::size_t programs) {
+  fmt::print("{} {} name(s) in {} program(s)\n", what, names, programs);
+}
 
 void runMove(const Context& context, const NameChoice& choice, int target) {
   HeadlessSession session(context, "");
@@ -57,7 +60,8 @@ void runMove(const Context& context, const NameChoice& choice, int target) {
 // The one question, with the total; the component's own is then answered with yes.
 void confirmDelete(std::size_t total, bool yes) {
   if (yes) return;
-  if (::isatty(STDIN_FILENO) == 0) throw UsageError(fmt::format("delete would take {} name(s) out of their lists; say --yes", total));
+  if (::isatty(STDIN_FILENO) == 0)
+    throw UsageError(fmt::format("delete would take {} name(s) out of their lists; say --yes", total));
   fmt::print(stderr, "You are about to delete {} dataname(s). Continue? [y/N] ", total);
   std::string answer;
   std::getline(std::cin, answer);
@@ -140,7 +144,8 @@ void runSynonymsOf(const Context& context, const NameChoice& choice, bool json) 
                      {"name", row.Text},
                      {"status", status.empty() ? Json(nullptr) : Json(status)},
                      {"comment", row.SubItems(comment)}});
-        else table.row({program.name, name.kvid, row.Key(), status, row.SubItems(comment)});
+        else
+          table.row({program.name, name.kvid, row.Key(), status, row.SubItems(comment)});
       }
     }
   }
@@ -148,7 +153,7 @@ void runSynonymsOf(const Context& context, const NameChoice& choice, bool json) 
   if (!json) table.print(std::cout);
 }
 
-template <typename Run>
+template<typename Run>
 void addNameCommand(CLI::App& command, const std::shared_ptr<NameChoice>& choice, Run run) {
   choice->addTo(command);
   command.callback([choice, run] {
@@ -164,7 +169,8 @@ void addMove(CLI::App& app, Context& context) {
   auto choice = std::make_shared<NameChoice>();
   auto to = std::make_shared<std::string>();
   command->add_option("--to", *to, "working, affected or clean")->required()->type_name("LIST");
-  command->footer("Examples:\n  tarnsift move --to affected ACCT-NO WS-ACCT\n  tarnsift move --to clean --like 'FILLER-*' --program 'RPT*'");
+  command->footer("Examples:\n  tarnsift move --to affected ACCT-NO WS-ACCT\n  tarnsift move --to clean --like "
+                  "'FILLER-*' --program 'RPT*'");
   addNameCommand(*command, choice, [=, &context] { runMove(context, *choice, listNamed(*to)); });
 }
 

@@ -27,10 +27,15 @@ bool statusWanted(const Choice& choice, const std::optional<int>& status) {
   return status == listNamed(choice.status);
 }
 
-Json numberOrNull(bool present, std::int64_t number) { return present ? Json(number) : Json(nullptr); }
-Json textOrNull(std::string_view text) { return text.empty() ? Json(nullptr) : Json(std::string(text)); }
+Json numberOrNull(bool present, std::int64_t number) {
+  return present ? Json(number) : Json(nullptr);
+}
+Json textOrNull(std::string_view text) {
+  return text.empty() ? Json(nullptr) : Json(std::string(text));
+}
 
-Json jsonOf(const std::string& program, const orvane::StoreData& data, const orvane::ConstructRecord& record, const orvane::Decision& decision) {
+Json jsonOf(const std::string& program, const orvane::StoreData& data, const orvane::ConstructRecord& record,
+            const orvane::Decision& decision) {
   const bool stored = record.offset >= 0 && record.kind <= static_cast<std::uint8_t>(cobol::Kind::renames);
   Json object = {{"program", program},
                  {"kvid", std::string(data.text(record.kvid))},
@@ -49,7 +54,8 @@ Json jsonOf(const std::string& program, const orvane::StoreData& data, const orv
   return object;
 }
 
-void listProgram(const Choice& choice, const Reading& reading, const orvane::ProgramFacts& program, const orvane::StoreData& data, TextTable& table) {
+void listProgram(const Choice& choice, const Reading& reading, const orvane::ProgramFacts& program,
+                 const orvane::StoreData& data, TextTable& table) {
   const orvane::Decisions decisions = orvane::decisionsOf(program, reading.project);
   for (const auto& record : data.constructs) {
     if (!choice.like.empty() && !platform::like(data.text(record.name), choice.like)) continue;
@@ -62,9 +68,10 @@ void listProgram(const Choice& choice, const Reading& reading, const orvane::Pro
     }
     const bool stored = record.offset >= 0 && record.kind <= static_cast<std::uint8_t>(cobol::Kind::renames);
     table.row({program.name, std::string(data.text(record.name)), record.level > 0 ? std::to_string(record.level) : "",
-               std::string(data.text(record.picture)), std::string(data.text(record.usage)), stored ? std::to_string(record.position) : "",
-               stored ? std::to_string(record.size) : "", std::to_string(record.usages), shortPlace(data, record.declared),
-               statusWord(decision.status), decision.comment});
+               std::string(data.text(record.picture)), std::string(data.text(record.usage)),
+               stored ? std::to_string(record.position) : "", stored ? std::to_string(record.size) : "",
+               std::to_string(record.usages), shortPlace(data, record.declared), statusWord(decision.status),
+               decision.comment});
   }
 }
 
@@ -74,7 +81,9 @@ void addDatanames(CLI::App& app, Context& context) {
   auto* command = app.add_subcommand("datanames", "Lists datanames with their declaration, list and comment.");
   auto choice = std::make_shared<Choice>();
   command->add_option("--program", choice->program, "Only programs whose name matches")->type_name("GLOB");
-  command->add_option("--like", choice->like, "Only names that match: * any run, ? one character, # one digit, [..] a set")->type_name("PATTERN");
+  command
+      ->add_option("--like", choice->like, "Only names that match: * any run, ? one character, # one digit, [..] a set")
+      ->type_name("PATTERN");
   command->add_option("--status", choice->status, "Only names of a list, of any, or of none")
       ->check(CLI::IsMember({"working", "affected", "clean", "any", "none"}));
   command->add_flag("--json", choice->json, "One JSON object a line");
@@ -83,9 +92,20 @@ void addDatanames(CLI::App& app, Context& context) {
     choice->like = platform::upper(choice->like);
     platform::like("", choice->like); // a broken pattern is refused before anything is printed
     const Reading reading(context);
-    TextTable table({{"Program"}, {"Name"}, {"Level", true}, {"Picture"}, {"Usage"}, {"Position", true}, {"Size", true}, {"Usages", true},
-                     {"Declared at"}, {"List"}, {"Comment"}});
-    reading.eachProgram(choice->program, [&](const auto& program, const auto& data) { listProgram(*choice, reading, program, data, table); });
+    TextTable table({{"Program"},
+                     {"Name"},
+                     {"Level", true},
+                     {"Picture"},
+                     {"Usage"},
+                     {"Position", true},
+                     {"Size", true},
+                     {"Usages", true},
+                     {"Declared at"},
+                     {"List"},
+                     {"Comment"}});
+    reading.eachProgram(choice->program, [&](const auto& program, const auto& data) {
+      listProgram(*choice, reading, program, data, table);
+    });
     if (!choice->json) table.print(std::cout);
   });
 }

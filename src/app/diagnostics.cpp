@@ -11,16 +11,23 @@ namespace {
 
 const char* severityWord(std::uint32_t severity) {
   switch (static_cast<cobol::Severity>(severity)) {
-  case cobol::Severity::error: return "error";
-  case cobol::Severity::warning: return "warning";
-  default: return "information";
+  case cobol::Severity::error:
+    return "error";
+  case cobol::Severity::warning:
+    return "warning";
+  default:
+    return "information";
   }
 }
 
-std::string codeOf(const orvane::DiagnosticRecord& remark) { return std::string(cobol::nameOf(static_cast<cobol::Code>(remark.code))); }
+std::string codeOf(const orvane::DiagnosticRecord& remark) {
+  return std::string(cobol::nameOf(static_cast<cobol::Code>(remark.code)));
+}
 
 // A program without statements is understood whole.
-double share(const orvane::StoreData& data) { return data.statements == 0 ? 1 : static_cast<double>(data.statementsUnderstood) / data.statements; }
+double share(const orvane::StoreData& data) {
+  return data.statements == 0 ? 1 : static_cast<double>(data.statementsUnderstood) / data.statements;
+}
 
 Json jsonOf(const std::string& program, const orvane::StoreData& data) {
   Json remarks = Json::array();
@@ -30,13 +37,17 @@ Json jsonOf(const std::string& program, const orvane::StoreData& data) {
     object["text"] = std::string(data.text(remark.text));
     remarks.push_back(std::move(object));
   }
-  return {{"program", program}, {"statements", data.statements}, {"understood", data.statementsUnderstood}, {"diagnostics", std::move(remarks)}};
+  return {{"program", program},
+          {"statements", data.statements},
+          {"understood", data.statementsUnderstood},
+          {"diagnostics", std::move(remarks)}};
 }
 
 } // namespace
 
 void addDiagnostics(CLI::App& app, Context& context) {
-  auto* command = app.add_subcommand("diagnostics", "Lists what the analyser remarked, and the share of the statements that it understood.");
+  auto* command = app.add_subcommand(
+      "diagnostics", "Lists what the analyser remarked, and the share of the statements that it understood.");
   auto program = std::make_shared<std::string>();
   auto json = std::make_shared<bool>(false);
   command->add_option("--program", *program, "Only programs whose name matches")->type_name("GLOB");
@@ -53,7 +64,8 @@ void addDiagnostics(CLI::App& app, Context& context) {
         return;
       }
       for (const auto& remark : data.diagnostics)
-        remarks.row({facts.name, severityWord(remark.severity), codeOf(remark), shortPlace(data, remark.place), std::string(data.text(remark.text))});
+        remarks.row({facts.name, severityWord(remark.severity), codeOf(remark), shortPlace(data, remark.place),
+                     std::string(data.text(remark.text))});
       shares.row({facts.name, std::to_string(data.statements), std::to_string(data.statementsUnderstood),
                   platform::formatPercent(static_cast<float>(share(data))), std::to_string(data.diagnostics.size())});
     });

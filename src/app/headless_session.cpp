@@ -21,7 +21,8 @@ namespace {
 class ScriptedComment final : public tarnsift::CommentDialog {
  public:
   explicit ScriptedComment(HeadlessSession& session) : m_session(session) {}
-  bool Ask(std::string& result, const std::string&, const std::string&, const std::string&, int, const std::string&, int) override {
+  bool Ask(std::string& result, const std::string&, const std::string&, const std::string&, int, const std::string&,
+           int) override {
     result = m_session.commentText;
     return true;
   }
@@ -36,7 +37,8 @@ int listNamed(const std::string& word, bool orDelete) {
   static constexpr std::string_view kNames[] = {"working", "affected", "clean", "delete"};
   for (int i = 0; i < (orDelete ? 4 : 3); ++i)
     if (platform::equalsIgnoringCase(kNames[i], word)) return i;
-  throw UsageError(fmt::format("'{}' is no list; there are working, affected, clean{}", word, orDelete ? ", delete" : ""));
+  throw UsageError(
+      fmt::format("'{}' is no list; there are working, affected, clean{}", word, orDelete ? ", delete" : ""));
 }
 
 HeadlessSession::HeadlessSession(const Context& context, const std::string& programGlob) {
@@ -67,13 +69,15 @@ void HeadlessSession::start(const std::string& programGlob) {
     fmt::print(stderr, "tarnsift: {}\n", line);
   };
   // Only for this session: what the analyst set for the window stays in the file.
-  m_host->options().overrideForSession("//CASE[@ID='Tarnsift']/BOOL[@NAME='ApplySelected']", programGlob.empty() ? "false" : "true");
+  m_host->options().overrideForSession("//CASE[@ID='Tarnsift']/BOOL[@NAME='ApplySelected']",
+                                       programGlob.empty() ? "false" : "true");
   platform::classes::registerObject("CommentDialog", new ScriptedComment(*this));
   openWindow();
   Form& form = window();
   auto& bar = form.get<platform::ProgressBar>("pbProgress");
   bar.Changed.connect([this, &form, &bar] {
-    if (bar.Visible()) m_progress.show(form.Caption, static_cast<std::size_t>(bar.Value()), static_cast<std::size_t>(bar.Max));
+    if (bar.Visible())
+      m_progress.show(form.Caption, static_cast<std::size_t>(bar.Value()), static_cast<std::size_t>(bar.Max));
   });
   if (programGlob.empty()) return;
   std::vector<std::string> keys;
@@ -101,7 +105,8 @@ void HeadlessSession::openWindow() {
 void HeadlessSession::select(const std::vector<std::string>& keys) {
   auto& programs = window().get<ListView>("lvPrograms");
   programs.selectAll(false);
-  for (const auto& key : keys) programs.ListItems.Item(key).setSelected(true);
+  for (const auto& key : keys)
+    programs.ListItems.Item(key).setSelected(true);
 }
 
 // An error that the component told ends the command here.
@@ -137,7 +142,9 @@ void HeadlessSession::findSynonyms(int from, int to) {
   choose("mnuFileSynonyms");
 }
 
-void HeadlessSession::report(int index) { choose("mnuFileReportType", index); }
+void HeadlessSession::report(int index) {
+  choose("mnuFileReportType", index);
+}
 
 void printChange(const std::vector<ListCounts>& before, const std::vector<ListCounts>& after) {
   std::array<std::int64_t, 3> was{};
@@ -150,8 +157,8 @@ void printChange(const std::vector<ListCounts>& before, const std::vector<ListCo
     }
     if (before[i].counts != after[i].counts) ++programs;
   }
-  fmt::print("Working {} ({:+}), Affected {} ({:+}), Clean {} ({:+}); {} of {} program(s) changed\n", is[0], is[0] - was[0], is[1], is[1] - was[1],
-             is[2], is[2] - was[2], programs, after.size());
+  fmt::print("Working {} ({:+}), Affected {} ({:+}), Clean {} ({:+}); {} of {} program(s) changed\n", is[0],
+             is[0] - was[0], is[1], is[1] - was[1], is[2], is[2] - was[2], programs, after.size());
 }
 
 std::vector<ListCounts> HeadlessSession::counts() {
@@ -160,7 +167,8 @@ std::vector<ListCounts> HeadlessSession::counts() {
   for (std::size_t i = 1; i <= programs.ListItems.Count(); ++i) {
     const ListItem& row = programs.ListItems.Item(i);
     ListCounts program{row.Key(), row.Text, {}};
-    for (std::size_t list = 0; list < 3; ++list) program.counts[list] = tarnsift::countOf(row.SubItems(list + 1));
+    for (std::size_t list = 0; list < 3; ++list)
+      program.counts[list] = tarnsift::countOf(row.SubItems(list + 1));
     all.push_back(std::move(program));
   }
   return all;

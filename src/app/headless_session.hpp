@@ -22,8 +22,8 @@ struct ListCounts {
 /// A real session of the component without a screen: its commands run through the models of its window.
 class HeadlessSession {
  public:
-  /// `programGlob` is the selection of the programs pane; "" takes all. Throws platform::Error when it matches nothing or
-  /// the project is in use.
+  /// `programGlob` is the selection of the programs pane; "" takes all. Throws platform::Error when it matches nothing
+  /// or the project is in use.
   HeadlessSession(const Context& context, const std::string& programGlob);
   HeadlessSession(orvane::BaseFolder base, const std::string& project, const std::string& programGlob);
   ~HeadlessSession();
@@ -33,7 +33,8 @@ class HeadlessSession {
   orvane::Host& host() { return *m_host; }
   platform::Form& window() { return m_host->window(); }
 
-  /// Apply Filter with that criterion to a list (3: out of all lists). Gives what the component said at the end, if anything.
+  /// Apply Filter with that criterion to a list (3: out of all lists). Gives what the component said at the end, if
+  /// anything.
   std::string filter(const std::string& criterion, int target);
   /// Find Synonyms from a list to a list.
   void findSynonyms(int from, int to);

@@ -42,9 +42,11 @@ void addFilter(CLI::App& app, Context& context) {
   command->add_option("--to", choice->to, "working, affected, clean or delete")->required()->type_name("LIST");
   command->add_option("--program", choice->program, "Only programs whose name matches")->type_name("GLOB");
   std::string kinds;
-  for (const auto& kind : orvane::criterionKinds()) kinds += "\n  " + std::string(kind.example);
+  for (const auto& kind : orvane::criterionKinds())
+    kinds += "\n  " + std::string(kind.example);
   command->footer("Criteria, by example:" + kinds +
-                  "\nExamples:\n  tarnsift filter --like '*ACCT*' --unlike '*-OLD' --to working\n  tarnsift filter Use:Unused --to delete");
+                  "\nExamples:\n  tarnsift filter --like '*ACCT*' --unlike '*-OLD' --to working\n  tarnsift filter "
+                  "Use:Unused --to delete");
   command->callback([choice, &context] {
     const int target = listNamed(choice->to, true);
     const std::string criterion = criterionOf(*choice);
@@ -64,7 +66,9 @@ void addSynonyms(CLI::App& app, Context& context) {
     std::string in, to, program;
   };
   auto choice = std::make_shared<Choice>();
-  command->add_option("--in", choice->in, "The list to start from: working, affected or clean")->required()->type_name("LIST");
+  command->add_option("--in", choice->in, "The list to start from: working, affected or clean")
+      ->required()
+      ->type_name("LIST");
   command->add_option("--to", choice->to, "The list that receives")->required()->type_name("LIST");
   command->add_option("--program", choice->program, "Only programs whose name matches")->type_name("GLOB");
   command->footer("Example:\n  tarnsift synonyms --in affected --to working");

@@ -48,9 +48,13 @@ void chooseLanguage(const std::string& code) {
 int run(int argc, char** argv) {
   CLI::App parser("Finds out which datanames of COBOL programs a change reaches, and where they are used.", "tarnsift");
   app::Context context;
-  parser.add_option("-C,--base", context.baseOption, "Base folder (default: the nearest one here or above)")->type_name("DIR");
+  parser.add_option("-C,--base", context.baseOption, "Base folder (default: the nearest one here or above)")
+      ->type_name("DIR");
   parser.add_option("--project", context.projectOption, "Project (default: the only one)")->type_name("NAME");
-  parser.add_option_function<std::string>("--language", chooseLanguage, "Language of reports and generated comments: en, ja or ko (default: the locale's)")
+  parser
+      .add_option_function<std::string>(
+          "--language", chooseLanguage,
+          "Language of reports and generated comments: en, ja or ko (default: the locale's)")
       ->type_name("CODE")
       ->check(CLI::IsMember({"en", "ja", "ko"}));
   parser.set_version_flag("--version", "tarnsift " TARNSIFT_VERSION);
@@ -100,7 +104,8 @@ int run(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-  std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is an output that could not be written, not an end in mid-session
+  std::signal(SIGPIPE,
+              SIG_IGN); // a reader that goes away is an output that could not be written, not an end in mid-session
   const int status = run(argc, argv);
   platform::dbEngine().settle();
   return status;

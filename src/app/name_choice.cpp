@@ -13,14 +13,16 @@ using platform::ListView;
 void NameChoice::addTo(CLI::App& command) {
   command.add_option("NAME", names, "Datanames; a name that has several declarations takes them all")->required();
   command.add_option("--program", program, "Only programs whose name matches")->type_name("GLOB");
-  auto* byPattern = command.add_flag("--like", like, "NAME is a pattern: * any run, ? one character, # one digit, [..] a set");
+  auto* byPattern =
+      command.add_flag("--like", like, "NAME is a pattern: * any run, ? one character, # one digit, [..] a set");
   command.add_flag("--kvid", kvid, "NAME is a key as datanames --json shows it")->excludes(byPattern);
 }
 
 void NameChoice::check() const {
   if (!like) return;
   try {
-    for (const auto& name : names) platform::like("", platform::upper(name));
+    for (const auto& name : names)
+      platform::like("", platform::upper(name));
   } catch (const platform::PatternError& error) {
     throw UsageError(error.what());
   }
@@ -53,10 +55,13 @@ NameWork::NameWork(HeadlessSession& session, const NameChoice& choice) : m_sessi
     Program program{facts.id, facts.name, chosenIn(choice, orvane::readStore(facts.analysisFile))};
     if (!program.chosen.empty()) m_programs.push_back(std::move(program));
   }
-  if (m_programs.empty()) throw platform::Error(fmt::format("no verified program has a dataname {}", platform::joined(choice.names, " or ")));
+  if (m_programs.empty())
+    throw platform::Error(fmt::format("no verified program has a dataname {}", platform::joined(choice.names, " or ")));
 }
 
-ListView& NameWork::view(int list) const { return m_session.window().get<ListView>("lvList", list); }
+ListView& NameWork::view(int list) const {
+  return m_session.window().get<ListView>("lvList", list);
+}
 
 void NameWork::makeCurrent(const Program& program) {
   auto& programs = m_session.window().get<ListView>("lvPrograms");
@@ -79,7 +84,8 @@ void NameWork::mark(int list, const std::vector<std::string>& kvids) {
     entries.SetFocus();
     if (list == 3) entries.KeyUp.raise(platform::kKeyReturn, platform::kNoShift);
   });
-  for (const auto& kvid : kvids) entries.ListItems.Item(kvid).setSelected(true);
+  for (const auto& kvid : kvids)
+    entries.ListItems.Item(kvid).setSelected(true);
 }
 
 // What the comment column shows is what a move stores, so a stored comment must stand there.
@@ -95,7 +101,8 @@ void NameWork::showInSynonyms(const std::vector<ChosenName>& names, const Progra
   const std::size_t comment = synonyms.ColumnHeaders.IndexOf("Comment") - 1;
   for (const auto& name : names) {
     ListItem& row = synonyms.ListItems.Add(name.kvid, name.name);
-    if (const auto found = decisions.find(name.kvid); found != decisions.end()) row.setSubItems(comment, found->second.comment);
+    if (const auto found = decisions.find(name.kvid); found != decisions.end())
+      row.setSubItems(comment, found->second.comment);
   }
 }
 

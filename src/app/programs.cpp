@@ -20,7 +20,8 @@ Row rowOf(const orvane::ProgramFacts& facts, const std::string& project) {
   try {
     const orvane::StoreData data = orvane::readStore(facts.analysisFile);
     row.datanames = static_cast<std::int64_t>(data.constructs.size());
-    for (const auto& construct : data.constructs) row.usages += construct.usages;
+    for (const auto& construct : data.constructs)
+      row.usages += construct.usages;
     row.lists = orvane::countsOf(facts, project);
   } catch (const platform::Error& error) {
     row.facts.verified = false;
@@ -30,10 +31,18 @@ Row rowOf(const orvane::ProgramFacts& facts, const std::string& project) {
 }
 
 Json jsonOf(const Row& row, const std::string& project) {
-  return {{"program", row.facts.name},   {"project", project},          {"id", row.facts.id},       {"verified", row.facts.verified},
+  return {{"program", row.facts.name},
+          {"project", project},
+          {"id", row.facts.id},
+          {"verified", row.facts.verified},
           {"reason", row.facts.verified ? Json(nullptr) : Json(row.facts.reason)},
-          {"working", row.lists[0]},     {"affected", row.lists[1]},    {"clean", row.lists[2]},    {"datanames", row.datanames},
-          {"usages", row.usages},        {"files", row.facts.files},    {"lines", row.facts.lines}};
+          {"working", row.lists[0]},
+          {"affected", row.lists[1]},
+          {"clean", row.lists[2]},
+          {"datanames", row.datanames},
+          {"usages", row.usages},
+          {"files", row.facts.files},
+          {"lines", row.facts.lines}};
 }
 
 } // namespace
@@ -47,8 +56,15 @@ void addPrograms(CLI::App& app, Context& context) {
   command->footer("Examples:\n  tarnsift programs\n  tarnsift programs --json --program 'CUST*'");
   command->callback([json, pattern, &context] {
     const Reading reading(context);
-    TextTable table({{"Program"}, {"Working", true}, {"Affected", true}, {"Clean", true}, {"Datanames", true}, {"Usages", true}, {"Files", true},
-                     {"Lines", true}, {"Not verified because"}});
+    TextTable table({{"Program"},
+                     {"Working", true},
+                     {"Affected", true},
+                     {"Clean", true},
+                     {"Datanames", true},
+                     {"Usages", true},
+                     {"Files", true},
+                     {"Lines", true},
+                     {"Not verified because"}});
     for (const auto& facts : orvane::programsOf(reading.base, *reading.repository, reading.project, *pattern)) {
       const Row row = rowOf(facts, reading.project);
       if (*json) {
@@ -56,8 +72,8 @@ void addPrograms(CLI::App& app, Context& context) {
         continue;
       }
       table.row({facts.name, std::to_string(row.lists[0]), std::to_string(row.lists[1]), std::to_string(row.lists[2]),
-                 std::to_string(row.datanames), std::to_string(row.usages), std::to_string(facts.files), std::to_string(facts.lines),
-                 row.facts.verified ? "" : row.facts.reason});
+                 std::to_string(row.datanames), std::to_string(row.usages), std::to_string(facts.files),
+                 std::to_string(facts.lines), row.facts.verified ? "" : row.facts.reason});
     }
     if (!*json) table.print(std::cout);
   });

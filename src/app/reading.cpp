@@ -8,12 +8,14 @@
 
 namespace app {
 
-Reading::Reading(const Context& context) : base(context.base()), repository(new orvane::RepositoryFile(base.repositoryFile())) {
+Reading::Reading(const Context& context)
+    : base(context.base()), repository(new orvane::RepositoryFile(base.repositoryFile())) {
   project = projectOf(context, *repository);
 }
 
-void Reading::eachProgram(const std::string& pattern,
-                          const std::function<void(const orvane::ProgramFacts&, const orvane::StoreData&)>& look) const {
+void Reading::eachProgram(
+    const std::string& pattern,
+    const std::function<void(const orvane::ProgramFacts&, const orvane::StoreData&)>& look) const {
   std::size_t failed = 0;
   for (const auto& program : orvane::programsOf(base, *repository, project, pattern)) {
     if (!program.verified) continue;
@@ -27,10 +29,13 @@ void Reading::eachProgram(const std::string& pattern,
   if (failed > 0) throw platform::Error(fmt::format("{} program(s) could not be read; run 'tarnsift verify'", failed));
 }
 
-void printJson(const Json& object) { std::cout << object.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n'; }
+void printJson(const Json& object) {
+  std::cout << object.dump(-1, ' ', false, Json::error_handler_t::replace) << '\n';
+}
 
 void putPlace(Json& object, const orvane::StoreData& data, const orvane::PlaceRecord& place) {
-  object["file"] = place.file < data.files.size() ? Json(std::string(data.text(data.files[place.file].path))) : Json(nullptr);
+  object["file"] =
+      place.file < data.files.size() ? Json(std::string(data.text(data.files[place.file].path))) : Json(nullptr);
   object["line"] = place.line;
   object["column"] = place.column;
 }

@@ -18,9 +18,10 @@ struct Reading {
   platform::Ref<orvane::RepositoryFile> repository;
   std::string project;
 
-  /// Runs `look` for each verified program that matches the pattern; one whose analysis cannot be read is told on stderr.
-  /// Throws platform::Error at the end when there was such a one.
-  void eachProgram(const std::string& pattern, const std::function<void(const orvane::ProgramFacts&, const orvane::StoreData&)>& look) const;
+  /// Runs `look` for each verified program that matches the pattern; one whose analysis cannot be read is told on
+  /// stderr. Throws platform::Error at the end when there was such a one.
+  void eachProgram(const std::string& pattern,
+                   const std::function<void(const orvane::ProgramFacts&, const orvane::StoreData&)>& look) const;
 };
 
 /// One JSON object on a line of stdout.

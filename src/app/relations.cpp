@@ -51,7 +51,8 @@ void addRelations(CLI::App& app, Context& context) {
           printJson(jsonOf(facts.name, data, relation));
           continue;
         }
-        table.row({facts.name, std::string(data.text(data.constructs[relation.from].name)), std::string(cobol::relationKinds().at(relation.kind).name),
+        table.row({facts.name, std::string(data.text(data.constructs[relation.from].name)),
+                   std::string(cobol::relationKinds().at(relation.kind).name),
                    std::string(data.text(data.constructs[relation.to].name)), std::to_string(relation.sites),
                    relation.sites ? shortPlace(data, data.sites[relation.firstSite]) : ""});
       }

@@ -33,11 +33,15 @@ void addReport(CLI::App& app, Context& context) {
       ->required()
       ->check(CLI::IsMember({"affected", "possible", "clean", "code"}));
   command->add_option("--format", choice->format, "html, csv or json")->check(CLI::IsMember({"html", "csv", "json"}));
-  command->add_option("-o,--output", choice->file, "File to write, - for stdout (default: html into the base folder's Output, others to stdout)")
+  command
+      ->add_option("-o,--output", choice->file,
+                   "File to write, - for stdout (default: html into the base folder's Output, others to stdout)")
       ->type_name("FILE");
-  command->add_option("--program", choice->program, "Keep only records of programs whose name matches")->type_name("GLOB");
-  command->footer("In CSV a text that begins with = + - or @ has an apostrophe in front, so that no table program computes it.\n"
-                  "Examples:\n  tarnsift report code -o affected.html\n  tarnsift report possible --format csv > names.csv");
+  command->add_option("--program", choice->program, "Keep only records of programs whose name matches")
+      ->type_name("GLOB");
+  command->footer(
+      "In CSV a text that begins with = + - or @ has an apostrophe in front, so that no table program computes it.\n"
+      "Examples:\n  tarnsift report code -o affected.html\n  tarnsift report possible --format csv > names.csv");
   command->callback([choice, &context] {
     platform::like("", choice->program);
     HeadlessSession session(context, "");
@@ -49,7 +53,8 @@ void addReport(CLI::App& app, Context& context) {
     session.report(reportIndex(choice->kind));
     session.close();
     if (!toStdout)
-      for (const auto& file : settings.written) std::cout << file << "\n";
+      for (const auto& file : settings.written)
+        std::cout << file << "\n";
   });
 }
 

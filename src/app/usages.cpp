@@ -10,9 +10,12 @@ namespace {
 
 const char* accessWord(std::uint32_t access) {
   switch (static_cast<cobol::Access>(access)) {
-  case cobol::Access::write: return "write";
-  case cobol::Access::both: return "both";
-  default: return "read";
+  case cobol::Access::write:
+    return "write";
+  case cobol::Access::both:
+    return "both";
+  default:
+    return "read";
   }
 }
 
@@ -38,13 +41,15 @@ void addUsages(CLI::App& app, Context& context) {
         for (std::uint32_t i = 0; i < construct.usages; ++i) {
           const orvane::InstanceRecord& usage = data.instances[construct.firstInstance + i];
           if (*json) {
-            Json object = {{"program", facts.name}, {"kvid", std::string(data.text(construct.kvid))}, {"name", std::string(data.text(construct.name))}};
+            Json object = {{"program", facts.name},
+                           {"kvid", std::string(data.text(construct.kvid))},
+                           {"name", std::string(data.text(construct.name))}};
             putPlace(object, data, usage.place);
             object["access"] = accessWord(usage.access);
             printJson(object);
           } else {
-            table.row({facts.name, std::string(data.text(construct.kvid)), shortPlace(data, usage.place), accessWord(usage.access),
-                       std::string(data.text(usage.verb))});
+            table.row({facts.name, std::string(data.text(construct.kvid)), shortPlace(data, usage.place),
+                       accessWord(usage.access), std::string(data.text(usage.verb))});
           }
         }
       }

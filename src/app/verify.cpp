@@ -31,40 +31,46 @@ void setOptions(const orvane::BaseFolder& base, const std::string& project, cons
 
 } // namespace
 
-orvane::VerifyResult verifyAndTell(const orvane::BaseFolder& base, orvane::RepositoryFile& repository, const std::string& project, int jobs,
-                                   bool force) {
+orvane::VerifyResult verifyAndTell(const orvane::BaseFolder& base, orvane::RepositoryFile& repository,
+                                   const std::string& project, int jobs, bool force) {
   orvane::VerifyResult result;
   {
     ProgressLine progress;
     orvane::VerifySettings settings;
     settings.jobs = static_cast<unsigned>(jobs);
     settings.force = force;
-    settings.progress = [&](const orvane::VerifyProgress& step) { progress.show("verifying " + step.program, step.done, step.total); };
+    settings.progress = [&](const orvane::VerifyProgress& step) {
+      progress.show("verifying " + step.program, step.done, step.total);
+    };
     result = orvane::verifyProject(base, repository, project, settings);
   }
-  for (const auto& problem : result.problems) fmt::print(stderr, "tarnsift: {}\n", problem);
+  for (const auto& problem : result.problems)
+    fmt::print(stderr, "tarnsift: {}\n", problem);
   std::size_t shown = 0;
   for (const auto& failure : result.failed) {
     if (++shown > kFailuresShown) break;
     fmt::print(stderr, "tarnsift: {}: not verified: {}\n", failure.program, failure.reason);
   }
   if (result.failed.size() > kFailuresShown)
-    fmt::print(stderr, "tarnsift: and {} more; 'tarnsift programs' lists them\n", result.failed.size() - kFailuresShown);
-  fmt::print("verified {}, unchanged {}, not verified {}; {} lines, {} datanames, {} relationships\n", result.written, result.unchanged,
-             result.failed.size(), result.lines, result.constructs, result.relationships);
+    fmt::print(stderr, "tarnsift: and {} more; 'tarnsift programs' lists them\n",
+               result.failed.size() - kFailuresShown);
+  fmt::print("verified {}, unchanged {}, not verified {}; {} lines, {} datanames, {} relationships\n", result.written,
+             result.unchanged, result.failed.size(), result.lines, result.constructs, result.relationships);
   if (!result.missingCopybooks.empty()) {
     std::string names;
-    for (const auto& [name, uses] : result.missingCopybooks) names += (names.empty() ? "" : " ") + name;
+    for (const auto& [name, uses] : result.missingCopybooks)
+      names += (names.empty() ? "" : " ") + name;
     fmt::print("copybooks not found: {}\n", names);
   }
   if (!result.diagnostics.empty()) {
     std::string counts;
-    for (const auto& [code, count] : result.diagnostics) counts += fmt::format("{}{} {}", counts.empty() ? "" : ", ", code, count);
+    for (const auto& [code, count] : result.diagnostics)
+      counts += fmt::format("{}{} {}", counts.empty() ? "" : ", ", code, count);
     fmt::print("warnings and errors: {}; 'tarnsift diagnostics' lists them\n", counts);
   }
   if (result.decisions != orvane::CarryCounts())
-    fmt::print("decisions carried {}, moved {}, archived {}, restored {}{}\n", result.decisions.carried, result.decisions.moved,
-               result.decisions.archived, result.decisions.restored,
+    fmt::print("decisions carried {}, moved {}, archived {}, restored {}{}\n", result.decisions.carried,
+               result.decisions.moved, result.decisions.archived, result.decisions.restored,
                result.decisions.archived > 0 ? "; 'tarnsift carried' lists what has no place" : "");
   return result;
 }
@@ -78,12 +84,16 @@ void addVerify(CLI::App& app, Context& context) {
     std::string dialect;
   };
   auto choice = std::make_shared<Choice>();
-  command->add_option("--jobs", choice->jobs, "Programs analysed at a time (default: one a core)")->check(CLI::Range(1, 256));
+  command->add_option("--jobs", choice->jobs, "Programs analysed at a time (default: one a core)")
+      ->check(CLI::Range(1, 256));
   command->add_flag("--force", choice->force, "Analyse unchanged programs as well");
-  command->add_option("--set", choice->settings, "Sets an option of the analyser for this project, e.g. dialect=gnu")->type_name("KEY=VALUE");
-  command->add_option("--dialect", choice->dialect, "Short for --set dialect=…")->check(CLI::IsMember({"ibm", "gnu", "mf"}));
-  command->footer("Programs that cannot be analysed stay out with the reason; the exit status is 1 only when none is verified.\n"
-                  "Examples:\n  tarnsift verify\n  tarnsift verify --project accounts --jobs 4 --set format=free");
+  command->add_option("--set", choice->settings, "Sets an option of the analyser for this project, e.g. dialect=gnu")
+      ->type_name("KEY=VALUE");
+  command->add_option("--dialect", choice->dialect, "Short for --set dialect=…")
+      ->check(CLI::IsMember({"ibm", "gnu", "mf"}));
+  command->footer(
+      "Programs that cannot be analysed stay out with the reason; the exit status is 1 only when none is verified.\n"
+      "Examples:\n  tarnsift verify\n  tarnsift verify --project accounts --jobs 4 --set format=free");
   command->callback([choice, &context] {
     const orvane::BaseFolder base = context.base();
     const platform::Ref<orvane::RepositoryFile> repository(new orvane::RepositoryFile(base.repositoryFile()));

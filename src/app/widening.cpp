@@ -97,7 +97,8 @@ void Widening::take(const Way& way) {
   std::vector<std::string> keys;
   for (Program& program : m_programs) {
     // Within one window the synonym search has its own, finer ways.
-    if (program.facts.name == way.from && way.crossing.bytes && !program.border.hasSeveralWindows(way.crossing.slot)) continue;
+    if (program.facts.name == way.from && way.crossing.bytes && !program.border.hasSeveralWindows(way.crossing.slot))
+      continue;
     bool isNew = false;
     for (const std::uint32_t construct : program.border.reachedBy(way.crossing))
       isNew = program.listed.insert(construct).second || isNew;

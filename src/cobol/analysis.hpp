@@ -15,16 +15,16 @@ namespace cobol {
 enum class Kind : std::uint8_t {
   group,
   elementary,
-  filler,      ///< FILLER or nameless, group or elementary
-  renames,     ///< level 66
-  condition,   ///< level 88
-  switchName,  ///< SW: condition of an external switch
-  constant,    ///< level 78, 01 CONSTANT
-  index,       ///< IX: INDEXED BY name
+  filler,          ///< FILLER or nameless, group or elementary
+  renames,         ///< level 66
+  condition,       ///< level 88
+  switchName,      ///< SW: condition of an external switch
+  constant,        ///< level 78, 01 CONSTANT
+  index,           ///< IX: INDEXED BY name
   specialRegister, ///< SR
-  callSlot,    ///< PA: parameter slot `PROG(k)`
-  fileSlot,    ///< FL: file slot, the assigned name
-  undeclared,  ///< ??
+  callSlot,        ///< PA: parameter slot `PROG(k)`
+  fileSlot,        ///< FL: file slot, the assigned name
+  undeclared,      ///< ??
 };
 
 enum class Section : std::uint8_t { none, file, workingStorage, localStorage, linkage, communication, report, screen };
@@ -32,46 +32,53 @@ enum class Section : std::uint8_t { none, file, workingStorage, localStorage, li
 /// Letters: G global, E external, Y sync, J just, B blank when zero, D size depends on OCCURS DEPENDING, M made by the
 /// analyser, U undeclared, R name made by REPLACING.
 enum ConstructFlag : std::uint16_t {
-  global = 1, external = 2, synchronized_ = 4, justified = 8, blankWhenZero = 16, variableSize = 32, implicit_ = 64,
-  undeclaredName = 128, nameReplaced = 256,
+  global = 1,
+  external = 2,
+  synchronized_ = 4,
+  justified = 8,
+  blankWhenZero = 16,
+  variableSize = 32,
+  implicit_ = 64,
+  undeclaredName = 128,
+  nameReplaced = 256,
 };
 
 /// One dataname of a program. Indices are positions in Analysis::constructs; -1 is none.
 struct Construct {
-  std::string kvid;         ///< program-path ":" item-path; unique in the analysis
-  std::string name;         ///< upper case; "FILLER" for nameless items
+  std::string kvid; ///< program-path ":" item-path; unique in the analysis
+  std::string name; ///< upper case; "FILLER" for nameless items
   Kind kind = Kind::elementary;
   Section section = Section::none;
-  int level = 0;            ///< as declared, 0 where there is none (slots, registers)
-  int program = 0;          ///< index into Analysis::programs
-  int parent = -1;          ///< enclosing group; of a condition, its item; of an index, its table; of a 66, its record
-  int firstChild = -1;      ///< subordinate items only (no 88, 66, index)
+  int level = 0;       ///< as declared, 0 where there is none (slots, registers)
+  int program = 0;     ///< index into Analysis::programs
+  int parent = -1;     ///< enclosing group; of a condition, its item; of an index, its table; of a 66, its record
+  int firstChild = -1; ///< subordinate items only (no 88, 66, index)
   int nextSibling = -1;
-  int record = -1;          ///< its level 01 or 77
-  int file = -1;            ///< index into Analysis::dataFiles of an FD/SD/RD/CD record
-  int redefines = -1;       ///< the item of its REDEFINES clause
-  int area = -1;            ///< storage area: equal exactly when storage is shared at level 01
-  std::int64_t offset = 0;  ///< numbered through the program, bytes; negative for constructs without storage
-  std::int64_t size = 0;    ///< bytes: length times own OCCURS maximum
-  std::int64_t position = 0;///< bytes from the start of its record
-  std::int64_t length = 0;  ///< bytes of one occurrence
-  std::uint32_t occurs = 1; ///< own OCCURS maximum; 1: does not repeat
+  int record = -1;           ///< its level 01 or 77
+  int file = -1;             ///< index into Analysis::dataFiles of an FD/SD/RD/CD record
+  int redefines = -1;        ///< the item of its REDEFINES clause
+  int area = -1;             ///< storage area: equal exactly when storage is shared at level 01
+  std::int64_t offset = 0;   ///< numbered through the program, bytes; negative for constructs without storage
+  std::int64_t size = 0;     ///< bytes: length times own OCCURS maximum
+  std::int64_t position = 0; ///< bytes from the start of its record
+  std::int64_t length = 0;   ///< bytes of one occurrence
+  std::uint32_t occurs = 1;  ///< own OCCURS maximum; 1: does not repeat
   std::uint32_t occursMin = 1;
-  bool repeats = false;     ///< has an OCCURS clause
-  std::string dims;         ///< "count×stride" outermost first, ancestors included, written "12x9,2x4"
-  std::string picture;      ///< upper case, as written
-  std::string usage;        ///< normalised: "DISPLAY", "COMP", "COMP-3", …; empty for a group without its own
+  bool repeats = false; ///< has an OCCURS clause
+  std::string dims;     ///< "count×stride" outermost first, ancestors included, written "12x9,2x4"
+  std::string picture;  ///< upper case, as written
+  std::string usage;    ///< normalised: "DISPLAY", "COMP", "COMP-3", …; empty for a group without its own
   int digits = 0;
-  int scale = 0;            ///< digits behind the point; negative with trailing P
+  int scale = 0; ///< digits behind the point; negative with trailing P
   bool isSigned = false;
-  std::string value;        ///< text of the VALUE clause, of an 88 all its values
+  std::string value; ///< text of the VALUE clause, of an 88 all its values
   std::uint16_t flags = 0;
-  int renamesFirst = -1;    ///< of a 66: the item at its start
-  int renamesLast = -1;     ///< of a 66: the item at its end, the first one again without THRU
+  int renamesFirst = -1;           ///< of a 66: the item at its start
+  int renamesLast = -1;            ///< of a 66: the item at its end, the first one again without THRU
   std::int64_t fixedPosition = -1; ///< of a report or CD item: bytes from the record's start; -1: where it falls;
                                    ///< -1-n: n bytes (columns) on from the end of the item before
-  Position declared;        ///< the name token (the level number of a nameless item)
-  std::uint32_t token = 0;  ///< index of that token in the stream
+  Position declared;               ///< the name token (the level number of a nameless item)
+  std::uint32_t token = 0;         ///< index of that token in the stream
 
   bool hasStorage() const { return kind <= Kind::renames; }
   bool isGroup() const { return firstChild >= 0; }
@@ -88,47 +95,80 @@ struct DataFile {
   bool global = false;
   bool external = false;
   std::int64_t minimumSize = 0; ///< of RECORD CONTAINS, bytes
-  int sharesAreaWith = -1;  ///< index of a file whose record area it shares (SAME RECORD AREA)
-  std::vector<int> records; ///< its level 01 constructs
+  int sharesAreaWith = -1;      ///< index of a file whose record area it shares (SAME RECORD AREA)
+  std::vector<int> records;     ///< its level 01 constructs
   Position declared;
 };
 
 /// A program, nested or not, that a source holds; also functions and methods.
 struct Program {
-  std::string name;       ///< upper case
-  std::string path;       ///< "OUTER" or "OUTER/INNER"
-  int parent = -1;        ///< enclosing program
+  std::string name; ///< upper case
+  std::string path; ///< "OUTER" or "OUTER/INNER"
+  int parent = -1;  ///< enclosing program
   bool common = false;
-  Position declared;      ///< PROGRAM-ID's name
-  std::uint32_t beginToken = 0; ///< IDENTIFICATION or PROGRAM-ID
+  Position declared;                ///< PROGRAM-ID's name
+  std::uint32_t beginToken = 0;     ///< IDENTIFICATION or PROGRAM-ID
   std::uint32_t procedureToken = 0; ///< the word PROCEDURE; 0: no procedure division
-  std::uint32_t endToken = 0;   ///< one behind its last token; contained programs lie before it
-  std::vector<std::pair<std::uint32_t, std::uint32_t>> procedureRanges; ///< token ranges [from, to) of its own procedure text
+  std::uint32_t endToken = 0;       ///< one behind its last token; contained programs lie before it
+  std::vector<std::pair<std::uint32_t, std::uint32_t>>
+      procedureRanges;    ///< token ranges [from, to) of its own procedure text
   bool debugging = false; ///< WITH DEBUGGING MODE
   bool decimalComma = false;
   std::vector<std::pair<std::uint32_t, std::uint32_t>> execRanges; ///< EXEC … END-EXEC outside procedure text
-  std::vector<NameId> otherNames; ///< names of SPECIAL-NAMES that are no constructs: mnemonics, classes, alphabets, characters
+  std::vector<NameId>
+      otherNames; ///< names of SPECIAL-NAMES that are no constructs: mnemonics, classes, alphabets, characters
 };
 
 /// How a statement touches a dataname at one place.
 enum class Access : char {
-  declare = 'D', read = 'R', write = 'W', both = 'B',
-  named = 'N',    ///< only named (qualifier, LENGTH OF, REDEFINES …): no usage
-  implied = 'I',  ///< no token of its own: no usage
+  declare = 'D',
+  read = 'R',
+  write = 'W',
+  both = 'B',
+  named = 'N',   ///< only named (qualifier, LENGTH OF, REDEFINES …): no usage
+  implied = 'I', ///< no token of its own: no usage
 };
 
 struct Instance {
   std::uint32_t construct = 0;
   Access access = Access::read;
   Position at;
-  NameId verb = 0;        ///< the statement's verb or clause, a Keyword such as Move; 0: not understood
+  NameId verb = 0; ///< the statement's verb or clause, a Keyword such as Move; 0: not understood
   bool isUsage() const { return access == Access::read || access == Access::write || access == Access::both; }
 };
 
 enum class RelationKind : std::uint8_t {
-  Move, PartMove, OverlapMove, GroupMove, Addition, Computation, Comparison, Condition, Redefinition, Renaming, Overlay, Address,
-  Pointer, Index, Subscript, Position, Dependence, Length, Key, FileStatus, Read, Write, Sort, String, Unstring, Tally,
-  Inspection, Argument, Parameter, RecordSlot, ExecKey,
+  Move,
+  PartMove,
+  OverlapMove,
+  GroupMove,
+  Addition,
+  Computation,
+  Comparison,
+  Condition,
+  Redefinition,
+  Renaming,
+  Overlay,
+  Address,
+  Pointer,
+  Index,
+  Subscript,
+  Position,
+  Dependence,
+  Length,
+  Key,
+  FileStatus,
+  Read,
+  Write,
+  Sort,
+  String,
+  Unstring,
+  Tally,
+  Inspection,
+  Argument,
+  Parameter,
+  RecordSlot,
+  ExecKey,
 };
 enum class Affinity : std::uint8_t { high, low };
 
@@ -151,19 +191,42 @@ struct Relationship {
 /// A clause of the data or environment division that names a data item; resolved when all declarations are known.
 struct DataReference {
   enum class Role : std::uint8_t {
-    assign, recordKey, alternateKey, relativeKey, fileStatus, password, recordVarying, linage, fileValue, dependingOn, tableKey,
-    reportSource, reportSum, reportControl, screenFrom, screenTo, screenUsing, screenAttribute, crtStatus, cursor, constantValue,
-    pictureCount, occursCount, valueConstant,
-    redefines, renamesFirst, renamesLast, ///< named only; `target` is set when the item was found
+    assign,
+    recordKey,
+    alternateKey,
+    relativeKey,
+    fileStatus,
+    password,
+    recordVarying,
+    linage,
+    fileValue,
+    dependingOn,
+    tableKey,
+    reportSource,
+    reportSum,
+    reportControl,
+    screenFrom,
+    screenTo,
+    screenUsing,
+    screenAttribute,
+    crtStatus,
+    cursor,
+    constantValue,
+    pictureCount,
+    occursCount,
+    valueConstant,
+    redefines,
+    renamesFirst,
+    renamesLast, ///< named only; `target` is set when the item was found
   };
   Role role{};
-  std::uint32_t token = 0;  ///< first token of the name (qualifiers and subscripts follow in the stream)
-  Position at;              ///< of the name
-  NameId name = 0;          ///< not 0: this name instead of the token's (a constant within a PICTURE; no qualifiers)
-  int target = -1;          ///< the construct, where finding it needed no search of other programs
+  std::uint32_t token = 0; ///< first token of the name (qualifiers and subscripts follow in the stream)
+  Position at;             ///< of the name
+  NameId name = 0;         ///< not 0: this name instead of the token's (a constant within a PICTURE; no qualifiers)
+  int target = -1;         ///< the construct, where finding it needed no search of other programs
   int program = 0;
-  int construct = -1;       ///< the entry whose clause it is
-  int file = -1;            ///< the file whose clause it is
+  int construct = -1; ///< the entry whose clause it is
+  int file = -1;      ///< the file whose clause it is
 };
 
 /// Declarations that are no constructs but can be looked up: files, paragraphs, sections, mnemonics …
@@ -179,15 +242,15 @@ struct Analysis {
   std::vector<CopyUse> copies;
   std::vector<Program> programs;
   std::vector<DataFile> dataFiles;
-  std::vector<Construct> constructs;      ///< in declaration order; made ones behind
-  std::vector<DataReference> references;  ///< input of the statement stage
+  std::vector<Construct> constructs;     ///< in declaration order; made ones behind
+  std::vector<DataReference> references; ///< input of the statement stage
   std::vector<Relationship> relationships;
-  std::vector<Instance> instances;        ///< in text order
+  std::vector<Instance> instances; ///< in text order
   std::vector<NamedPlace> places;
   std::vector<Diagnostic> diagnostics;
-  std::uint32_t statements = 0;           ///< met in procedure divisions
+  std::uint32_t statements = 0; ///< met in procedure divisions
   std::uint32_t statementsUnderstood = 0;
-  bool isCobol = true;                    ///< false: nothing in the text says that it is a program
+  bool isCobol = true; ///< false: nothing in the text says that it is a program
 };
 
 } // namespace cobol

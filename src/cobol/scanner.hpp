@@ -17,8 +17,8 @@ namespace cobol {
 struct ScanSettings {
   Format format = Format::fixed;
   bool decimalComma = false;
-  bool debugging = false;        ///< lines with indicator D are text
-  bool debuggingByClause = true; ///< … also from WITH DEBUGGING MODE on
+  bool debugging = false;          ///< lines with indicator D are text
+  bool debuggingByClause = true;   ///< … also from WITH DEBUGGING MODE on
   bool allBranches = false;        ///< text of every branch of conditional compilation counts
   Conditions::Constants constants; ///< defined in front of the file
   auto operator<=>(const ScanSettings&) const = default;

@@ -12,25 +12,25 @@
 namespace cobol {
 
 enum class TokenKind : std::uint8_t {
-  word,        ///< reserved or user-defined word, upper case; `text` is its id
-  number,      ///< numeric literal or integer, as written
-  literal,     ///< alphanumeric literal (any prefix); `text` is the id of its content without quotes, case kept
-  picture,     ///< a PICTURE character string, upper case, its ending period taken off
-  period,      ///< the separator period
-  symbol,      ///< ( ) : = < > <= >= <> + - * / ** & and `::`; `text` is the id of the symbol. Commas and semicolons
-               ///< are dropped; in EXEC text they are symbols, and so is the period. A sign is always a symbol.
-  areaHead,    ///< never stored: a word in area A carries TokenFlag::areaA instead
-  end,         ///< one at the very end
+  word,     ///< reserved or user-defined word, upper case; `text` is its id
+  number,   ///< numeric literal or integer, as written
+  literal,  ///< alphanumeric literal (any prefix); `text` is the id of its content without quotes, case kept
+  picture,  ///< a PICTURE character string, upper case, its ending period taken off
+  period,   ///< the separator period
+  symbol,   ///< ( ) : = < > <= >= <> + - * / ** & and `::`; `text` is the id of the symbol. Commas and semicolons
+            ///< are dropped; in EXEC text they are symbols, and so is the period. A sign is always a symbol.
+  areaHead, ///< never stored: a word in area A carries TokenFlag::areaA instead
+  end,      ///< one at the very end
 };
 
 enum TokenFlag : std::uint8_t {
-  areaA = 1,        ///< first on its line and begins in area A (free format: first on its line)
-  inExec = 2,       ///< between EXEC and END-EXEC, both included
-  replaced = 4,     ///< made by REPLACING or REPLACE; the position is that of the first replaced word
-  joined = 8,       ///< no blank between the token before and this one
-  continued = 16,   ///< runs on over a line end; the position is that of its first part
-  lineStart = 32,   ///< first token on its physical line
-  hostMark = 64,    ///< in EXEC text: the word follows a colon (host variable)
+  areaA = 1,      ///< first on its line and begins in area A (free format: first on its line)
+  inExec = 2,     ///< between EXEC and END-EXEC, both included
+  replaced = 4,   ///< made by REPLACING or REPLACE; the position is that of the first replaced word
+  joined = 8,     ///< no blank between the token before and this one
+  continued = 16, ///< runs on over a line end; the position is that of its first part
+  lineStart = 32, ///< first token on its physical line
+  hostMark = 64,  ///< in EXEC text: the word follows a colon (host variable)
 };
 
 /// One token after text manipulation: copybooks expanded, replacements made, comments and continuation gone.
@@ -51,19 +51,19 @@ enum class Format : std::uint8_t { fixed, variable, free };
 
 /// One file that took part: the program's own source first, then copybooks in order of first use.
 struct SourceFile {
-  std::string path;           ///< as found, native
-  std::uint64_t size = 0;     ///< bytes
-  std::uint64_t hash = 0;     ///< contentHash of the raw bytes
-  std::uint32_t lines = 0;    ///< physical lines
+  std::string path;        ///< as found, native
+  std::uint64_t size = 0;  ///< bytes
+  std::uint64_t hash = 0;  ///< contentHash of the raw bytes
+  std::uint32_t lines = 0; ///< physical lines
   Format format = Format::fixed;
-  std::string encoding;       ///< "UTF-8", "ISO-8859-1", "UTF-16LE", "CP037", …
+  std::string encoding; ///< "UTF-8", "ISO-8859-1", "UTF-16LE", "CP037", …
 };
 
 /// How one COPY (or INCLUDE) was resolved, also when it was not: part of the fingerprint of a verified program.
 struct CopyUse {
-  std::string name;         ///< as written, upper case
-  std::string library;      ///< OF/IN, upper case, or empty
-  int file = -1;            ///< index into files, -1: not found
+  std::string name;    ///< as written, upper case
+  std::string library; ///< OF/IN, upper case, or empty
+  int file = -1;       ///< index into files, -1: not found
   Position at;
 };
 

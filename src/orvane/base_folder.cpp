@@ -27,7 +27,8 @@ constexpr const char* kSources = "Sources";
 
 BaseFolder BaseFolder::create(const std::string& path) {
   const BaseFolder base(absolutePath(path).string());
-  for (const char* folder : {"Projects", "Analysis", kSources, "Output", "Resources"}) platform::createFolders(base.m_path + "/" + folder);
+  for (const char* folder : {"Projects", "Analysis", kSources, "Output", "Resources"})
+    platform::createFolders(base.m_path + "/" + folder);
   createRepositoryFile(base.repositoryFile());
   return base;
 }
@@ -54,7 +55,9 @@ std::optional<std::string> BaseFolder::relative(const std::string& nativePath) c
   return inside;
 }
 
-std::string BaseFolder::native(const std::string& relativePath) const { return platform::nativePath(m_path, relativePath); }
+std::string BaseFolder::native(const std::string& relativePath) const {
+  return platform::nativePath(m_path, relativePath);
+}
 
 // A name below Sources/ that is free, or leads to that very folder already.
 std::string BaseFolder::placeFor(const std::string& folder) const {

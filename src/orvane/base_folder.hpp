@@ -26,8 +26,8 @@ class BaseFolder {
   /// A native path below the base folder as it is stored; nothing when it lies outside.
   std::optional<std::string> relative(const std::string& nativePath) const;
   std::string native(const std::string& relativePath) const;
-  /// Makes a folder of sources reachable below the base folder and gives its native path there: a link below Sources/, made
-  /// once per folder. A folder that lies below the base folder already is given as it is.
+  /// Makes a folder of sources reachable below the base folder and gives its native path there: a link below Sources/,
+  /// made once per folder. A folder that lies below the base folder already is given as it is.
   std::string linkFolder(const std::string& folder) const;
   /// The same with a copy of the folder's files.
   std::string copyFolder(const std::string& folder) const;

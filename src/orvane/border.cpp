@@ -231,7 +231,8 @@ std::vector<std::uint32_t> Border::reachedBy(const Crossing& crossing) const {
 }
 
 bool Border::hasSeveralWindows(const SlotName& slot) const {
-  return std::count_if(m_windows.begin(), m_windows.end(), [&](const Window& window) { return window.slot == slot; }) > 1;
+  return std::count_if(m_windows.begin(), m_windows.end(), [&](const Window& window) { return window.slot == slot; }) >
+         1;
 }
 
 } // namespace orvane

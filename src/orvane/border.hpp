@@ -62,7 +62,8 @@ class Border {
   /// a file. FILLER is never reached.
   std::vector<std::uint32_t> reachedBy(const Crossing& crossing) const;
 
-  /// Whether the slot joins several places of this program: parameters of a contained program, two calls of the same one.
+  /// Whether the slot joins several places of this program: parameters of a contained program, two calls of the same
+  /// one.
   bool hasSeveralWindows(const SlotName& slot) const;
 
  private:

@@ -103,7 +103,8 @@ bool hasDecisions(platform::Database& database, const std::vector<ColumnPair>& p
 // Most databases have neither an archive nor a column of a project, and their schema tells it at once.
 bool isUntouched(platform::Database& database) {
   bool hasConstructs = false;
-  for (const auto rows = database.OpenRecordset("select name, sql from sqlite_master where type = 'table'"); !rows->Eof(); rows->MoveNext()) {
+  for (const auto rows = database.OpenRecordset("select name, sql from sqlite_master where type = 'table'");
+       !rows->Eof(); rows->MoveNext()) {
     const std::string name = rows->Field("name").asText();
     if (platform::equalsIgnoringCase(name, "Archive")) return false;
     if (!platform::equalsIgnoringCase(name, "Constructs")) continue;
@@ -169,8 +170,8 @@ class Carrying {
     }
   }
 
-  // Only constructs that the old database does not have in another place take back what was decided about them: by their
-  // key, else by their name when no other construct of the program has it.
+  // Only constructs that the old database does not have in another place take back what was decided about them: by
+  // their key, else by their name when no other construct of the program has it.
   void restore(const std::vector<CarryMatch>& matches) {
     if (m_old.archive.empty()) return;
     std::unordered_map<std::string_view, std::size_t> appeared;
@@ -263,13 +264,14 @@ std::vector<ArchivedDecision> archivedDecisions(const std::string& path) {
   for (Archived& entry : old.archive) {
     std::optional<int> status;
     if (!entry.status.isNull()) status = static_cast<int>(entry.status.asInteger());
-    all.push_back({std::move(entry.kvid), std::move(entry.name), std::move(entry.stem), status, entry.classification.asText(), entry.since});
+    all.push_back({std::move(entry.kvid), std::move(entry.name), std::move(entry.stem), status,
+                   entry.classification.asText(), entry.since});
   }
   return all;
 }
 
-CarryCounts carryOver(const std::string& oldDatabase, platform::Database& fresh, const std::function<std::vector<CarryRow>()>& rows,
-                      std::int64_t now) {
+CarryCounts carryOver(const std::string& oldDatabase, platform::Database& fresh,
+                      const std::function<std::vector<CarryRow>()>& rows, std::int64_t now) {
   return Carrying(fresh, rows, now, platform::fileExists(oldDatabase) ? readDecisions(oldDatabase) : Decisions()).run();
 }
 

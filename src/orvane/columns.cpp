@@ -6,10 +6,10 @@ namespace orvane {
 
 const std::vector<AnalysisColumn>& analysisColumns() {
   static const std::vector<AnalysisColumn> columns = {
-      {"Kind"},           {"Level", true},  {"Section"},          {"Parent"},         {"Record"},       {"Picture"},
-      {"Usage"},          {"Offset", true}, {"Position", true},   {"Size", true},     {"Length", true}, {"Occurs", true},
-      {"Dims"},           {"Digits", true}, {"Scale", true},      {"Signed"},         {"Redefines"},    {"Value"},
-      {"File"},           {"Line", true},   {"Column", true},     {"Flags"},          {"Usages", true},
+      {"Kind"},  {"Level", true},  {"Section"},        {"Parent"},     {"Record"},       {"Picture"},
+      {"Usage"}, {"Offset", true}, {"Position", true}, {"Size", true}, {"Length", true}, {"Occurs", true},
+      {"Dims"},  {"Digits", true}, {"Scale", true},    {"Signed"},     {"Redefines"},    {"Value"},
+      {"File"},  {"Line", true},   {"Column", true},   {"Flags"},      {"Usages", true},
   };
   return columns;
 }

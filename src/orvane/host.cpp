@@ -18,16 +18,24 @@ using platform::Object;
 using platform::Ref;
 using platform::Value;
 
-std::string projectLockFile(const BaseFolder& base, const std::string& project) { return base.projectFolder(project) + "/.lock"; }
-std::string baseLockFile(const BaseFolder& base) { return base.path() + "/.lock"; }
+std::string projectLockFile(const BaseFolder& base, const std::string& project) {
+  return base.projectFolder(project) + "/.lock";
+}
+std::string baseLockFile(const BaseFolder& base) {
+  return base.path() + "/.lock";
+}
 
 namespace {
 
 // Stands while a window or a writing command is at work; found at a start, the session before ended without its close.
-std::string sessionMark(const BaseFolder& base, const std::string& project) { return base.projectFolder(project) + "/.open"; }
+std::string sessionMark(const BaseFolder& base, const std::string& project) {
+  return base.projectFolder(project) + "/.open";
+}
 
 // Projects without an analyser of their own share the product's options: the title of the source pane.
-Ref<OptionDocument> globalOptions() { return new OptionDocument(""); }
+Ref<OptionDocument> globalOptions() {
+  return new OptionDocument("");
+}
 
 } // namespace
 
@@ -52,11 +60,16 @@ class FrontendObject : public Object {
  private:
   std::string name(std::int64_t code) {
     switch (code) {
-    case 1: return productFolder();
-    case 4: return m_host.m_base.path();
-    case 6: return kProductName;
-    case 7: return m_host.m_projectName;
-    default: throw platform::KeyError(fmt::format("the host has no name {}", code));
+    case 1:
+      return productFolder();
+    case 4:
+      return m_host.m_base.path();
+    case 6:
+      return kProductName;
+    case 7:
+      return m_host.m_projectName;
+    default:
+      throw platform::KeyError(fmt::format("the host has no name {}", code));
     }
   }
   bool createProjectNamed(const std::string& name) {
@@ -121,8 +134,10 @@ bool Host::close() {
 }
 
 void Host::lock() {
-  m_baseLock = std::make_unique<FolderLock>(baseLockFile(m_base), FolderLock::Mode::shared, "the base folder " + m_base.path());
-  m_projectLock = std::make_unique<FolderLock>(projectLockFile(m_base, m_projectName), FolderLock::Mode::exclusive, "project " + m_projectName);
+  m_baseLock =
+      std::make_unique<FolderLock>(baseLockFile(m_base), FolderLock::Mode::shared, "the base folder " + m_base.path());
+  m_projectLock = std::make_unique<FolderLock>(projectLockFile(m_base, m_projectName), FolderLock::Mode::exclusive,
+                                               "project " + m_projectName);
 }
 
 void Host::attach(const Value& window) {

@@ -15,18 +15,19 @@
 
 namespace orvane {
 
-/// The embedded host of one project: registers its global objects, starts the component's engine through its exported entry
-/// points, and holds the window that the engine opens.
+/// The embedded host of one project: registers its global objects, starts the component's engine through its exported
+/// entry points, and holds the window that the engine opens.
 class Host {
  public:
-  /// Opens a base folder and a project of it. `screen` shows what the component says. Throws platform::Error in one line
-  /// when either cannot be opened or another process holds it.
+  /// Opens a base folder and a project of it. `screen` shows what the component says. Throws platform::Error in one
+  /// line when either cannot be opened or another process holds it.
   Host(BaseFolder base, const std::string& projectName, platform::Screen& screen);
   ~Host();
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;
 
-  /// Takes the project's lock until the window closes, creates Tarnsift.TarnsiftEngine and calls Run. Throws platform::Error with the component's message when no window came.
+  /// Takes the project's lock until the window closes, creates Tarnsift.TarnsiftEngine and calls Run. Throws
+  /// platform::Error with the component's message when no window came.
   void start();
   /// The component's main window; only after start().
   platform::Form& window() const { return *m_window; }

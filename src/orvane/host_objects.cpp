@@ -50,7 +50,9 @@ class Strings final : public tarnsift::ProductStrings {
     throw platform::KeyError("the product has no text '" + key + "'");
   }
   std::string Picture(const std::string& key) override { return key; }
-  std::string Format(const std::string& text, const std::vector<std::string>& values) override { return platform::fillTemplate(text, values); }
+  std::string Format(const std::string& text, const std::vector<std::string>& values) override {
+    return platform::fillTemplate(text, values);
+  }
   void ShowAbout(const std::string& title) override {
     platform::screen().messageBox(title + " " + TARNSIFT_VERSION, platform::kInformation, title);
   }
@@ -61,13 +63,16 @@ class Captions final : public tarnsift::CaptionText {
  public:
   // XPath literals have no escape; a name with an apostrophe finds nothing in a document that has none.
   std::string EscapeText(const std::string& text) override { return platform::replaceAll(text, "'", "&apos;"); }
-  std::string Format(const std::string& text, const std::vector<std::string>& values) override { return platform::fillTemplate(text, values); }
+  std::string Format(const std::string& text, const std::vector<std::string>& values) override {
+    return platform::fillTemplate(text, values);
+  }
 };
 
 class Probe final : public tarnsift::FileProbe {
  public:
   bool FileExists(const std::string& path, bool anyCase) override {
-    return platform::fileExists(anyCase ? platform::nativePath("/", path, platform::CaseRule::ignore) : platform::nativePath(path));
+    return platform::fileExists(anyCase ? platform::nativePath("/", path, platform::CaseRule::ignore)
+                                        : platform::nativePath(path));
   }
   bool FolderExists(const std::string& path) override { return platform::folderExists(platform::nativePath(path)); }
   std::pair<std::string, std::string> SplitPath(const std::string& path) override {
@@ -136,8 +141,8 @@ void registerHostObjects(const BaseFolder& base, const Ref<RepositoryFile>& repo
 }
 
 void unregisterHostObjects() {
-  for (const char* name : {"RepositoryAccess", "ProductPaths", "ProductStrings", "CaptionText", "FileProbe", "ListViewSorter", "MathTools",
-                           "HostFactory", "ProgramStore", "SettingsStore"})
+  for (const char* name : {"RepositoryAccess", "ProductPaths", "ProductStrings", "CaptionText", "FileProbe",
+                           "ListViewSorter", "MathTools", "HostFactory", "ProgramStore", "SettingsStore"})
     platform::classes::unregisterObject(name);
 }
 

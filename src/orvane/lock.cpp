@@ -34,10 +34,13 @@ FolderLock::FolderLock(const std::string& file, Mode mode, const std::string& wh
     throw platform::Error(fmt::format("{} is in use by {}; wait for it, or end it", what, holder));
   }
   if (mode == Mode::shared) return;
-  const std::string holder = fmt::format("process {} since {:%Y-%m-%d %H:%M:%S}", ::getpid(), fmt::localtime(std::time(nullptr)));
+  const std::string holder =
+      fmt::format("process {} since {:%Y-%m-%d %H:%M:%S}", ::getpid(), fmt::localtime(std::time(nullptr)));
   if (::ftruncate(m_descriptor, 0) == 0) static_cast<void>(::pwrite(m_descriptor, holder.data(), holder.size(), 0) > 0);
 }
 
-FolderLock::~FolderLock() { ::close(m_descriptor); }
+FolderLock::~FolderLock() {
+  ::close(m_descriptor);
+}
 
 } // namespace orvane

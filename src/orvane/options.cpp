@@ -25,16 +25,20 @@ struct Move {
   const char* to;
 };
 constexpr Move kMoves[] = {
-    {"./LIST[@NAME='Pages']/CASE[@NAME='Parameters']/GROUP[@NAME='Search']/BOOL[@NAME='ApplySelected']", "./BOOL[@NAME='ApplySelected']"},
+    {"./LIST[@NAME='Pages']/CASE[@NAME='Parameters']/GROUP[@NAME='Search']/BOOL[@NAME='ApplySelected']",
+     "./BOOL[@NAME='ApplySelected']"},
     {"./LIST[@NAME='Pages']/CASE[@NAME='Parameters']/BOOL[@NAME='ViewAllRedefines']",
      "./GROUP[@NAME='Synonyms']/BOOL[@NAME='Redefines']/BOOL[@NAME='ViewAllRedefines']"},
-    {"./LIST[@NAME='Pages']/CASE[@NAME='Parameters']/BOOL[@NAME='ShowUnused']", "./GROUP[@NAME='AffectedCodeReport']/BOOL[@NAME='ShowUnused']"},
-    {"./BOOL[@NAME='OverrideStatus']", "./LIST[@NAME='Pages']/CASE[@NAME='Parameters']/GROUP[@NAME='Search']/BOOL[@NAME='OverrideStatus']"},
-    {"./BOOL[@NAME='ViewAllRedefines']", "./GROUP[@NAME='Synonyms']/BOOL[@NAME='Redefines']/BOOL[@NAME='ViewAllRedefines']"},
-    {"./GROUP[@NAME='PositiveFilters']",
-     "./LIST[@NAME='Pages']/CASE[@NAME='Filters']/LIST[@NAME='FilterTypes']/CASE[@NAME='Patterns']/GROUP[@NAME='PositiveFilters']"},
-    {"./STRINGS[@NAME='NameNegative']",
-     "./LIST[@NAME='Pages']/CASE[@NAME='Filters']/LIST[@NAME='FilterTypes']/CASE[@NAME='Patterns']/STRINGS[@NAME='NameNegative']"},
+    {"./LIST[@NAME='Pages']/CASE[@NAME='Parameters']/BOOL[@NAME='ShowUnused']",
+     "./GROUP[@NAME='AffectedCodeReport']/BOOL[@NAME='ShowUnused']"},
+    {"./BOOL[@NAME='OverrideStatus']",
+     "./LIST[@NAME='Pages']/CASE[@NAME='Parameters']/GROUP[@NAME='Search']/BOOL[@NAME='OverrideStatus']"},
+    {"./BOOL[@NAME='ViewAllRedefines']",
+     "./GROUP[@NAME='Synonyms']/BOOL[@NAME='Redefines']/BOOL[@NAME='ViewAllRedefines']"},
+    {"./GROUP[@NAME='PositiveFilters']", "./LIST[@NAME='Pages']/CASE[@NAME='Filters']/LIST[@NAME='FilterTypes']/"
+                                         "CASE[@NAME='Patterns']/GROUP[@NAME='PositiveFilters']"},
+    {"./STRINGS[@NAME='NameNegative']", "./LIST[@NAME='Pages']/CASE[@NAME='Filters']/LIST[@NAME='FilterTypes']/"
+                                        "CASE[@NAME='Patterns']/STRINGS[@NAME='NameNegative']"},
 };
 
 void addTicked(Document& document, Node list, const std::string& name, bool ticked) {
@@ -57,11 +61,12 @@ Node childLike(const Node& parent, const Node& pattern) {
   return {};
 }
 
-// Missing children go behind the sibling that stands before them in the template, so document order stays the template's
-// where it matters.
+// Missing children go behind the sibling that stands before them in the template, so document order stays the
+// template's where it matters.
 void addMissing(Document& document, const Node& into, const Node& from) {
   for (const auto& attribute : from.attributeNames())
-    if (into.getAttribute(attribute).isNull()) Node(into).setAttribute(attribute, from.getAttribute(attribute).asText());
+    if (into.getAttribute(attribute).isNull())
+      Node(into).setAttribute(attribute, from.getAttribute(attribute).asText());
   Node previous;
   for (Node child = from.firstChild(); child; child = child.nextSibling()) {
     Node present = childLike(into, child);
@@ -99,10 +104,11 @@ std::string analysisValue(const Document& document, const std::string& name) {
   return node ? node.getAttribute("VALUE").asText() : "";
 }
 
-template <typename T>
+template<typename T>
 using Words = std::vector<std::pair<std::string_view, T>>;
 
-const Words<cobol::Dialect> kDialects = {{"ibm", cobol::Dialect::ibm}, {"gnu", cobol::Dialect::gnu}, {"mf", cobol::Dialect::mf}};
+const Words<cobol::Dialect> kDialects = {
+    {"ibm", cobol::Dialect::ibm}, {"gnu", cobol::Dialect::gnu}, {"mf", cobol::Dialect::mf}};
 const Words<cobol::FormatChoice> kFormats = {{"detect", cobol::FormatChoice::detect},
                                              {"fixed", cobol::FormatChoice::fixed},
                                              {"variable", cobol::FormatChoice::variable},
@@ -110,17 +116,18 @@ const Words<cobol::FormatChoice> kFormats = {{"detect", cobol::FormatChoice::det
 const Words<cobol::DebugLines> kDebugLines = {
     {"auto", cobol::DebugLines::automatic}, {"code", cobol::DebugLines::code}, {"comment", cobol::DebugLines::comment}};
 
-template <typename T>
+template<typename T>
 T wordValue(const Words<T>& words, std::string_view text) {
   for (const auto& [word, value] : words)
     if (platform::equalsIgnoringCase(word, text)) return value;
   return words.front().second;
 }
 
-template <typename T>
+template<typename T>
 std::vector<std::string> allWords(const Words<T>& words) {
   std::vector<std::string> all;
-  for (const auto& [word, value] : words) all.emplace_back(word);
+  for (const auto& [word, value] : words)
+    all.emplace_back(word);
   return all;
 }
 
@@ -143,7 +150,8 @@ Document optionTemplate() {
   for (const auto& kind : cobol::relationKinds())
     addTicked(document, kind.affinity == cobol::Affinity::high ? high : low, std::string(kind.name), true);
   const Node columns = document.selectSingleNode("//CASE[@NAME='COBOL']/LIST[@NAME='Columns']");
-  for (const auto& column : analysisColumns()) addTicked(document, columns, std::string(column.name), false);
+  for (const auto& column : analysisColumns())
+    addTicked(document, columns, std::string(column.name), false);
   return document;
 }
 
@@ -157,18 +165,22 @@ void mergeOntoTemplate(Document& document) {
     if (root && root.selectSingleNode(move.from) && !root.selectSingleNode(move.to)) pending.push_back(&move);
   addMissing(document, document.documentElement(), model.documentElement());
   const Node merged = document.selectSingleNode(kRoot);
-  for (const Move* move : pending) moveValue(merged, *move);
+  for (const Move* move : pending)
+    moveValue(merged, *move);
 }
 
-std::string optionFile(const std::string& projectFolder) { return projectFolder + "/Options.Project.xml"; }
+std::string optionFile(const std::string& projectFolder) {
+  return projectFolder + "/Options.Project.xml";
+}
 
 OptionDocument::OptionDocument(std::string file) : m_file(std::move(file)) {
   if (platform::fileExists(m_file)) {
     try {
       m_document = Document::load(m_file);
     } catch (const platform::XmlError& error) {
-      throw platform::Error(fmt::format("{}: the option document is damaged: {}; mend it, or remove it to start from the defaults", m_file,
-                                        error.what()));
+      throw platform::Error(
+          fmt::format("{}: the option document is damaged: {}; mend it, or remove it to start from the defaults",
+                      m_file, error.what()));
     }
   }
   mergeOntoTemplate(m_document);
@@ -181,9 +193,11 @@ void OptionDocument::ShowDialog(const std::string& path, platform::Form&, const 
 }
 
 void OptionDocument::Save() {
-  for (auto& changed : m_overrides) changed.node.setAttribute("VALUE", changed.kept);
+  for (auto& changed : m_overrides)
+    changed.node.setAttribute("VALUE", changed.kept);
   const auto restore = [this] {
-    for (auto& changed : m_overrides) changed.node.setAttribute("VALUE", changed.value);
+    for (auto& changed : m_overrides)
+      changed.node.setAttribute("VALUE", changed.value);
   };
   try {
     m_document.save(m_file);
@@ -219,9 +233,11 @@ void setAnalyserOption(Document& document, const std::string& name, const std::s
     names.push_back(known);
     if (!platform::equalsIgnoringCase(known, name)) continue;
     const auto values = knownValues(known);
-    const auto found = std::find_if(values.begin(), values.end(), [&](const auto& v) { return platform::equalsIgnoringCase(v, value); });
+    const auto found = std::find_if(values.begin(), values.end(),
+                                    [&](const auto& v) { return platform::equalsIgnoringCase(v, value); });
     if (!values.empty() && found == values.end())
-      throw platform::Error(fmt::format("the option {} takes {}, not '{}'", known, platform::joined(values, ", "), value));
+      throw platform::Error(
+          fmt::format("the option {} takes {}, not '{}'", known, platform::joined(values, ", "), value));
     node.setAttribute("VALUE", values.empty() ? value : *found);
     return;
   }
@@ -238,13 +254,15 @@ std::vector<std::string> analysisStrings(const Document& document, const std::st
   std::vector<std::string> texts;
   const Node list = document.selectSingleNode(std::string(kAnalysis) + "/STRINGS[@NAME='" + name + "']");
   if (!list) return texts;
-  for (Node entry = list.firstChild(); entry; entry = entry.nextSibling()) texts.push_back(entry.getAttribute("VALUE").asText());
+  for (Node entry = list.firstChild(); entry; entry = entry.nextSibling())
+    texts.push_back(entry.getAttribute("VALUE").asText());
   return texts;
 }
 
 void setAnalysisStrings(Document& document, const std::string& name, const std::vector<std::string>& texts) {
   Node list = document.selectSingleNode(std::string(kAnalysis) + "/STRINGS[@NAME='" + name + "']");
-  while (Node entry = list.firstChild()) list.removeChild(entry);
+  while (Node entry = list.firstChild())
+    list.removeChild(entry);
   for (const auto& text : texts) {
     Node entry = document.createElement("STRING");
     entry.setAttribute("VALUE", text);

@@ -10,12 +10,12 @@
 
 namespace orvane {
 
-/// The document that a new project starts with: the template file with the relation kinds of the analyser and the columns
-/// of its constructs filled in.
+/// The document that a new project starts with: the template file with the relation kinds of the analyser and the
+/// columns of its constructs filled in.
 platform::Document optionTemplate();
 
-/// Brings a document to what a session reads: every node of the template that it lacks is added, values that stand where
-/// older versions kept them move to their place, and what the template does not know stays.
+/// Brings a document to what a session reads: every node of the template that it lacks is added, values that stand
+/// where older versions kept them move to their place, and what the template does not know stays.
 void mergeOntoTemplate(platform::Document& document);
 
 /// The file of a project's options, native.
@@ -26,11 +26,13 @@ class OptionDocument : public tarnsift::ProjectOptions {
  public:
   using Dialog = std::function<bool(platform::Document&, const std::string& path)>;
 
-  /// Reads the file and merges it onto the template; without a file the template. A damaged file is an XmlError that names it.
+  /// Reads the file and merges it onto the template; without a file the template. A damaged file is an XmlError that
+  /// names it.
   explicit OptionDocument(std::string file);
 
   platform::Document Document() override { return m_document; }
-  void ShowDialog(const std::string& path, platform::Form& owner, const std::string& title, int size1, int size2, bool& result) override;
+  void ShowDialog(const std::string& path, platform::Form& owner, const std::string& title, int size1, int size2,
+                  bool& result) override;
   void Save() override;
   /// Gives an option another value until the document goes; Save writes the value it had before.
   void overrideForSession(const std::string& path, const std::string& value);
@@ -52,7 +54,8 @@ cobol::Options analyserOptions(const platform::Document& document);
 /// Sets one of them by name. Throws platform::Error for an unknown name or value, listing what is known.
 void setAnalyserOption(platform::Document& document, const std::string& name, const std::string& value);
 
-/// Makes one project read its sources as another does: the analyser's options and the copybook folders, not the source paths.
+/// Makes one project read its sources as another does: the analyser's options and the copybook folders, not the source
+/// paths.
 void copyAnalyserOptions(const platform::Document& from, platform::Document& to);
 
 /// A list of texts of the analysis branch: "CopybookFolders", "SourcePaths".

@@ -9,10 +9,12 @@
 
 namespace orvane {
 
-std::vector<ProgramFacts> programsOf(const BaseFolder& base, RepositoryFile& repository, const std::string& project, const std::string& pattern) {
+std::vector<ProgramFacts> programsOf(const BaseFolder& base, RepositoryFile& repository, const std::string& project,
+                                     const std::string& pattern) {
   const auto folder = repository.FindByName(kProjectType, project, 0);
   std::vector<ProgramFacts> programs;
-  for (auto cursor = repository.SelectObjects(kSourceType, folder->Id(), "Name"); !cursor->AtEnd(); cursor->MoveNext()) {
+  for (auto cursor = repository.SelectObjects(kSourceType, folder->Id(), "Name"); !cursor->AtEnd();
+       cursor->MoveNext()) {
     const auto object = cursor->Current();
     ProgramFacts facts;
     facts.id = object->Id();
@@ -28,7 +30,8 @@ std::vector<ProgramFacts> programsOf(const BaseFolder& base, RepositoryFile& rep
     facts.lines = object->Attribute("Lines").asInteger();
     programs.push_back(std::move(facts));
   }
-  if (programs.empty() && !pattern.empty()) throw platform::Error(fmt::format("no program of project {} matches '{}'", project, pattern));
+  if (programs.empty() && !pattern.empty())
+    throw platform::Error(fmt::format("no program of project {} matches '{}'", project, pattern));
   return programs;
 }
 
@@ -38,8 +41,8 @@ Decisions decisionsOf(const ProgramFacts& program, const std::string& project) {
   const std::string status = tarnsift::statusColumnOf(project);
   const std::string comment = tarnsift::classificationColumnOf(project);
   if (!database->hasField("Constructs", status)) return decisions;
-  const auto rows = database->OpenRecordset("select KVID, " + status + ", " + comment + " from Constructs where " + status + " is not null or " +
-                                            comment + " is not null");
+  const auto rows = database->OpenRecordset("select KVID, " + status + ", " + comment + " from Constructs where " +
+                                            status + " is not null or " + comment + " is not null");
   for (; !rows->Eof(); rows->MoveNext()) {
     Decision decision{std::nullopt, rows->Field(comment).asText()};
     if (const auto value = rows->Field(status); !value.isNull()) decision.status = static_cast<int>(value.asInteger());
@@ -53,9 +56,10 @@ std::array<std::int64_t, 3> countsOf(const ProgramFacts& program, const std::str
   const auto database = platform::dbEngine().OpenDatabase(tarnsift::DatabasePath(program.analysisFile));
   const std::string status = tarnsift::statusColumnOf(project);
   if (!database->hasField("Constructs", status)) return counts;
-  const auto rows = database->OpenRecordset("select " + status + " as list, Count(*) as cnt from Constructs where " + status + " is not null group by " +
-                                            status);
-  for (; !rows->Eof(); rows->MoveNext()) counts.at(static_cast<std::size_t>(rows->Field("list").asInteger())) = rows->Field("cnt").asInteger();
+  const auto rows = database->OpenRecordset("select " + status + " as list, Count(*) as cnt from Constructs where " +
+                                            status + " is not null group by " + status);
+  for (; !rows->Eof(); rows->MoveNext())
+    counts.at(static_cast<std::size_t>(rows->Field("list").asInteger())) = rows->Field("cnt").asInteger();
   return counts;
 }
 

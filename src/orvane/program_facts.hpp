@@ -19,14 +19,15 @@ struct ProgramFacts {
   std::string source;       ///< relative, backslashes
   std::string analysisFile; ///< native; "" before the first verification
   bool verified = false;
-  std::string reason;       ///< why it is not verified
+  std::string reason; ///< why it is not verified
   std::int64_t files = 0;
   std::int64_t lines = 0;
 };
 
 /// The programs of a project by name; with a wildcard pattern (letters without regard to case) those that match. Throws
 /// platform::Error when the pattern matches none.
-std::vector<ProgramFacts> programsOf(const BaseFolder& base, RepositoryFile& repository, const std::string& project, const std::string& pattern);
+std::vector<ProgramFacts> programsOf(const BaseFolder& base, RepositoryFile& repository, const std::string& project,
+                                     const std::string& pattern);
 
 /// What the analyst decided on one dataname.
 struct Decision {

@@ -103,8 +103,8 @@ struct NewProgramFiles::Parts {
   CarryCounts decisions;
 };
 
-NewProgramFiles::NewProgramFiles(const std::string& analysisFile, const cobol::Analysis& analysis, const StoreData& data,
-                                 std::int64_t now)
+NewProgramFiles::NewProgramFiles(const std::string& analysisFile, const cobol::Analysis& analysis,
+                                 const StoreData& data, std::int64_t now)
     : m_parts(std::make_unique<Parts>(analysisFile, data)) {
   platform::Database& database = m_parts->database.database();
   writeConstructs(database, analysis);

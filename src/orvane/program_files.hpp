@@ -20,7 +20,8 @@ namespace orvane {
 /// Archive (see carryOver).
 class NewProgramFiles {
  public:
-  NewProgramFiles(const std::string& analysisFile, const cobol::Analysis& analysis, const StoreData& data, std::int64_t now);
+  NewProgramFiles(const std::string& analysisFile, const cobol::Analysis& analysis, const StoreData& data,
+                  std::int64_t now);
   ~NewProgramFiles();
   CarryCounts decisions() const;
   /// Waits until the database is on the disk; of several, sync all before the first is placed. Any thread will do.

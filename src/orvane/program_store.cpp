@@ -23,7 +23,8 @@ std::string fileName(const StoreData& data, std::uint32_t file) {
 
 class StoreConstruct final : public tarnsift::StoreConstruct {
  public:
-  StoreConstruct(Data data, std::uint32_t construct, PlaceRecord place) : m_data(std::move(data)), m_construct(construct), m_place(place) {}
+  StoreConstruct(Data data, std::uint32_t construct, PlaceRecord place)
+      : m_data(std::move(data)), m_construct(construct), m_place(place) {}
   std::string FileId() override { return std::to_string(m_place.file); }
   std::string FileName() override { return fileName(*m_data, m_place.file); }
   std::int64_t Line() override { return m_place.line; }
@@ -44,7 +45,8 @@ class Instances final : public tarnsift::InstanceCursor {
     std::uint32_t first, count;
   };
   Instances(Data data, std::vector<Run> runs) : m_data(std::move(data)), m_runs(std::move(runs)) {
-    for (const Run& run : m_runs) m_count += run.count;
+    for (const Run& run : m_runs)
+      m_count += run.count;
     skipEmpty();
   }
   bool AtEnd() override { return m_run >= m_runs.size(); }
@@ -136,7 +138,8 @@ class StoredMatches final : public tarnsift::MatchList {
   std::unique_ptr<platform::Recordset> OpenRecordset() override {
     std::vector<std::vector<platform::Value>> rows;
     rows.reserve(m_kvids.size());
-    for (const auto& kvid : m_kvids) rows.push_back({kvid});
+    for (const auto& kvid : m_kvids)
+      rows.push_back({kvid});
     return platform::rowsRecordset({"KVID"}, std::move(rows));
   }
 
@@ -147,7 +150,8 @@ class StoredMatches final : public tarnsift::MatchList {
 class StoredMatchLists final : public tarnsift::MatchLists {
  public:
   explicit StoredMatchLists(std::string analysisFile) : m_analysisFile(std::move(analysisFile)) {}
-  Ref<tarnsift::MatchList> Open(const std::string& listName, const std::string& ownerName, const std::string&) override {
+  Ref<tarnsift::MatchList> Open(const std::string& listName, const std::string& ownerName,
+                                const std::string&) override {
     return new StoredMatches(readMatches(m_analysisFile, listName, ownerName));
   }
 
@@ -159,7 +163,9 @@ std::string nameOf(const StoreData& data, std::int32_t construct) {
   return construct >= 0 ? std::string(data.text(data.constructs[static_cast<std::size_t>(construct)].name)) : "";
 }
 
-std::string numberUnlessNone(bool present, std::int64_t number) { return present ? std::to_string(number) : ""; }
+std::string numberUnlessNone(bool present, std::int64_t number) {
+  return present ? std::to_string(number) : "";
+}
 
 } // namespace
 
@@ -168,41 +174,69 @@ std::string columnText(const StoreData& data, std::uint32_t construct, std::stri
   const ConstructRecord& record = data.constructs[construct];
   const bool stored = record.offset >= 0 && record.kind <= static_cast<std::uint8_t>(cobol::Kind::renames);
   switch (columnIndex(column)) {
-  case 0: return std::string(kindWord(record.kind));
-  case 1: return numberUnlessNone(record.level > 0, record.level);
-  case 2: return std::string(sectionWord(record.section));
-  case 3: return nameOf(data, record.parent);
-  case 4: return nameOf(data, record.record);
-  case 5: return std::string(data.text(record.picture));
-  case 6: return std::string(data.text(record.usage));
-  case 7: return numberUnlessNone(stored, record.offset);
-  case 8: return numberUnlessNone(stored, record.position);
-  case 9: return numberUnlessNone(stored, record.size);
-  case 10: return numberUnlessNone(stored, record.length);
-  case 11: return numberUnlessNone(record.repeats, record.occurs);
-  case 12: return std::string(data.text(record.dims));
-  case 13: return numberUnlessNone(record.digits > 0, record.digits);
-  case 14: return numberUnlessNone(record.digits > 0, record.scale);
-  case 15: return record.isSigned ? "yes" : "";
-  case 16: return nameOf(data, record.redefines);
-  case 17: return std::string(data.text(record.value));
-  case 18: return fileName(data, record.declared.file);
-  case 19: return std::to_string(record.declared.line);
-  case 20: return std::to_string(record.declared.column);
-  case 21: return flagLetters(record.flags);
-  case 22: return std::to_string(record.usages);
-  default: return "";
+  case 0:
+    return std::string(kindWord(record.kind));
+  case 1:
+    return numberUnlessNone(record.level > 0, record.level);
+  case 2:
+    return std::string(sectionWord(record.section));
+  case 3:
+    return nameOf(data, record.parent);
+  case 4:
+    return nameOf(data, record.record);
+  case 5:
+    return std::string(data.text(record.picture));
+  case 6:
+    return std::string(data.text(record.usage));
+  case 7:
+    return numberUnlessNone(stored, record.offset);
+  case 8:
+    return numberUnlessNone(stored, record.position);
+  case 9:
+    return numberUnlessNone(stored, record.size);
+  case 10:
+    return numberUnlessNone(stored, record.length);
+  case 11:
+    return numberUnlessNone(record.repeats, record.occurs);
+  case 12:
+    return std::string(data.text(record.dims));
+  case 13:
+    return numberUnlessNone(record.digits > 0, record.digits);
+  case 14:
+    return numberUnlessNone(record.digits > 0, record.scale);
+  case 15:
+    return record.isSigned ? "yes" : "";
+  case 16:
+    return nameOf(data, record.redefines);
+  case 17:
+    return std::string(data.text(record.value));
+  case 18:
+    return fileName(data, record.declared.file);
+  case 19:
+    return std::to_string(record.declared.line);
+  case 20:
+    return std::to_string(record.declared.column);
+  case 21:
+    return flagLetters(record.flags);
+  case 22:
+    return std::to_string(record.usages);
+  default:
+    return "";
   }
 }
 
-Ref<tarnsift::AnalysisStore> ProgramStores::Open(const std::string& path, const std::string&) { return new StoredAnalysis(path, readStore(path)); }
+Ref<tarnsift::AnalysisStore> ProgramStores::Open(const std::string& path, const std::string&) {
+  return new StoredAnalysis(path, readStore(path));
+}
 
 std::shared_ptr<platform::Database> StoredAnalysis::Database() {
   if (!m_database) m_database = platform::dbEngine().OpenDatabase(tarnsift::DatabasePath(m_path));
   return m_database;
 }
 
-Ref<tarnsift::StoreModel> StoredAnalysis::Model() { return new orvane::Model; }
+Ref<tarnsift::StoreModel> StoredAnalysis::Model() {
+  return new orvane::Model;
+}
 
 Ref<tarnsift::StoreConstruct> StoredAnalysis::ObjectById(const std::string& id) {
   const int index = m_data->find(id);
@@ -211,43 +245,57 @@ Ref<tarnsift::StoreConstruct> StoredAnalysis::ObjectById(const std::string& id) 
   return new StoreConstruct(m_data, construct, m_data->constructs[construct].declared);
 }
 
-Ref<tarnsift::SourceFiles> StoredAnalysis::Files() { return new StoredFiles(m_data); }
+Ref<tarnsift::SourceFiles> StoredAnalysis::Files() {
+  return new StoredFiles(m_data);
+}
 
 Ref<tarnsift::InstanceCursor> StoredAnalysis::SelectByKind(const std::string& nameFilter, const std::string& kindWord) {
-  const auto wanted = [&](std::string_view name) { return nameFilter.empty() || platform::equalsIgnoringCase(name, nameFilter); };
+  const auto wanted = [&](std::string_view name) {
+    return nameFilter.empty() || platform::equalsIgnoringCase(name, nameFilter);
+  };
   if (platform::equalsIgnoringCase(kindWord, "VAR")) {
     std::vector<Instances::Run> runs;
     for (const auto& construct : m_data->constructs)
-      if (construct.usages > 0 && wanted(m_data->text(construct.name))) runs.push_back({construct.firstInstance, construct.usages});
+      if (construct.usages > 0 && wanted(m_data->text(construct.name)))
+        runs.push_back({construct.firstInstance, construct.usages});
     return new Instances(m_data, std::move(runs));
   }
   std::vector<PlaceRecord> places;
   for (const auto& place : m_data->places)
-    if (platform::equalsIgnoringCase(m_data->text(place.kindWord), kindWord) && wanted(m_data->text(place.name))) places.push_back(place.place);
+    if (platform::equalsIgnoringCase(m_data->text(place.kindWord), kindWord) && wanted(m_data->text(place.name)))
+      places.push_back(place.place);
   return new Places(m_data, std::move(places));
 }
 
-Ref<tarnsift::MatchLists> StoredAnalysis::MatchLists() { return new StoredMatchLists(m_path); }
+Ref<tarnsift::MatchLists> StoredAnalysis::MatchLists() {
+  return new StoredMatchLists(m_path);
+}
 
-// Lines: list name, owner, then a key each. One search's list at a time, read by the command that wrote it and written anew by
-// the next, so it needs neither sync nor rename.
-std::string matchFile(const std::string& analysisFile) { return analysisFile.substr(0, analysisFile.size() - 4) + ".kvm"; }
+// Lines: list name, owner, then a key each. One search's list at a time, read by the command that wrote it and written
+// anew by the next, so it needs neither sync nor rename.
+std::string matchFile(const std::string& analysisFile) {
+  return analysisFile.substr(0, analysisFile.size() - 4) + ".kvm";
+}
 
-void writeMatches(const std::string& analysisFile, const std::string& listName, const std::string& owner, const std::vector<std::string>& kvids) {
+void writeMatches(const std::string& analysisFile, const std::string& listName, const std::string& owner,
+                  const std::vector<std::string>& kvids) {
   std::string text = listName + "\n" + owner + "\n";
-  for (const auto& kvid : kvids) text += kvid + "\n";
+  for (const auto& kvid : kvids)
+    text += kvid + "\n";
   std::ofstream out(matchFile(analysisFile), std::ios::binary | std::ios::trunc);
   out << text;
   out.flush();
   if (!out) throw platform::FileError(matchFile(analysisFile), std::strerror(errno));
 }
 
-std::vector<std::string> readMatches(const std::string& analysisFile, const std::string& listName, const std::string& owner) {
+std::vector<std::string> readMatches(const std::string& analysisFile, const std::string& listName,
+                                     const std::string& owner) {
   std::vector<std::string> kvids;
   if (!platform::fileExists(matchFile(analysisFile))) return kvids;
   platform::LineReader lines(matchFile(analysisFile));
   if (lines.next() != listName || lines.next() != owner) return kvids;
-  while (auto line = lines.next()) kvids.push_back(std::move(*line));
+  while (auto line = lines.next())
+    kvids.push_back(std::move(*line));
   return kvids;
 }
 

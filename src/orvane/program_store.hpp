@@ -21,13 +21,15 @@ class ProgramStores : public tarnsift::ProgramStore {
 /// The store over an analysis file in memory; the host's own parts read the records directly.
 class StoredAnalysis : public tarnsift::AnalysisStore {
  public:
-  StoredAnalysis(std::string path, StoreData data) : m_path(std::move(path)), m_data(std::make_shared<StoreData>(std::move(data))) {}
+  StoredAnalysis(std::string path, StoreData data)
+      : m_path(std::move(path)), m_data(std::make_shared<StoreData>(std::move(data))) {}
 
   std::shared_ptr<platform::Database> Database() override;
   tarnsift::Ref<tarnsift::StoreModel> Model() override;
   tarnsift::Ref<tarnsift::StoreConstruct> ObjectById(const std::string& id) override;
   tarnsift::Ref<tarnsift::SourceFiles> Files() override;
-  tarnsift::Ref<tarnsift::InstanceCursor> SelectByKind(const std::string& nameFilter, const std::string& kindWord) override;
+  tarnsift::Ref<tarnsift::InstanceCursor> SelectByKind(const std::string& nameFilter,
+                                                       const std::string& kindWord) override;
   tarnsift::Ref<tarnsift::MatchLists> MatchLists() override;
   void Close() override { m_database.reset(); }
 
@@ -47,7 +49,9 @@ std::string columnText(const StoreData& data, std::uint32_t construct, std::stri
 
 /// The keys that a search found in a program, beside its analysis file.
 std::string matchFile(const std::string& analysisFile);
-void writeMatches(const std::string& analysisFile, const std::string& listName, const std::string& owner, const std::vector<std::string>& kvids);
-std::vector<std::string> readMatches(const std::string& analysisFile, const std::string& listName, const std::string& owner);
+void writeMatches(const std::string& analysisFile, const std::string& listName, const std::string& owner,
+                  const std::vector<std::string>& kvids);
+std::vector<std::string> readMatches(const std::string& analysisFile, const std::string& listName,
+                                     const std::string& owner);
 
 } // namespace orvane

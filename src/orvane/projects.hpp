@@ -10,7 +10,8 @@ namespace orvane {
 
 /// Makes a project: its repository object, its folder and its option document. Throws platform::Error when the name is
 /// empty, cannot be a folder's, is taken, or agrees with another project's in its columns.
-tarnsift::Ref<tarnsift::RepositoryObject> createProject(const BaseFolder& base, RepositoryFile& repository, const std::string& name);
+tarnsift::Ref<tarnsift::RepositoryObject> createProject(const BaseFolder& base, RepositoryFile& repository,
+                                                        const std::string& name);
 
 /// All project names, ordered.
 std::vector<std::string> projectNames(RepositoryFile& repository);

@@ -15,9 +15,12 @@ namespace {
 
 const char* extensionOf(ReportFormat format) {
   switch (format) {
-  case ReportFormat::csv: return ".csv";
-  case ReportFormat::json: return ".json";
-  default: return ".html";
+  case ReportFormat::csv:
+    return ".csv";
+  case ReportFormat::json:
+    return ".json";
+  default:
+    return ".html";
   }
 }
 
@@ -27,7 +30,9 @@ std::string fileNameFor(const std::string& project, const std::string& title, Re
 
 } // namespace
 
-void ReportFile::setOutputFolder(const std::string& path) { m_settings->outputFolder = platform::nativePath(path); }
+void ReportFile::setOutputFolder(const std::string& path) {
+  m_settings->outputFolder = platform::nativePath(path);
+}
 
 void ReportFile::BeginReport(const std::string& format, const std::string& title, const std::string& styleSheet) {
   m_columns = readRecordFormat(format);
@@ -37,7 +42,9 @@ void ReportFile::BeginReport(const std::string& format, const std::string& title
   m_program.clear();
 }
 
-void ReportFile::BeginRecord() { m_record.assign(m_columns.size(), ""); }
+void ReportFile::BeginRecord() {
+  m_record.assign(m_columns.size(), "");
+}
 
 void ReportFile::Field(const std::string& key, const platform::Value& value) {
   for (std::size_t i = 0; i < m_columns.size(); ++i)
@@ -47,8 +54,10 @@ void ReportFile::Field(const std::string& key, const platform::Value& value) {
 // Dataname records name their program; in affected code a head does for the records behind it.
 bool ReportFile::wanted() {
   if (m_settings->programPattern.empty()) return true;
-  if (m_columns.front().key == "Program") m_program = m_record.front();
-  else if (const auto bold = m_record.front().find("</b>"); bold != std::string::npos) m_program = plainText(m_record.front().substr(0, bold));
+  if (m_columns.front().key == "Program")
+    m_program = m_record.front();
+  else if (const auto bold = m_record.front().find("</b>"); bold != std::string::npos)
+    m_program = plainText(m_record.front().substr(0, bold));
   return platform::like(platform::upper(m_program), platform::upper(m_settings->programPattern));
 }
 
@@ -75,9 +84,14 @@ void ReportFile::EndReport(const std::string&) {
       std::ostream& out = standard ? std::cout : file;
       if (!out) throw platform::FileError(path, std::strerror(errno));
       switch (target.format) {
-      case ReportFormat::csv: writeCsv(out, m_columns, *m_records); break;
-      case ReportFormat::json: writeJson(out, m_columns, *m_records); break;
-      default: writeHtml(out, m_title, m_columns, m_styleSheet, *m_records);
+      case ReportFormat::csv:
+        writeCsv(out, m_columns, *m_records);
+        break;
+      case ReportFormat::json:
+        writeJson(out, m_columns, *m_records);
+        break;
+      default:
+        writeHtml(out, m_title, m_columns, m_styleSheet, *m_records);
       }
       out.flush();
       if (!out) {

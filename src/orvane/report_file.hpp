@@ -21,7 +21,7 @@ struct ReportSettings {
   std::string outputFolder;
   std::string projectName;
   std::vector<Target> targets;
-  std::string programPattern;      ///< wildcard; only records of programs that match, "" all
+  std::string programPattern;       ///< wildcard; only records of programs that match, "" all
   std::vector<std::string> written; ///< files written, newest last
 };
 
@@ -46,13 +46,14 @@ class ReportFile : public tarnsift::ReportWriter {
   std::string m_styleSheet;
   std::unique_ptr<RecordFile> m_records;
   ReportRecord m_record;
-  std::string m_program;       ///< of the records at hand, where only heads name it
+  std::string m_program; ///< of the records at hand, where only heads name it
 };
 
 /// The writers: the same records, one format each. HTML goes through the style sheet (the product's own when empty).
-void writeHtml(std::ostream& out, const std::string& title, const std::vector<ReportColumn>& columns, const std::string& styleSheet,
-               RecordFile& records);
-/// RFC 4180, UTF-8. A text that begins with = + - or @ gets an apostrophe in front, so that no table program computes it.
+void writeHtml(std::ostream& out, const std::string& title, const std::vector<ReportColumn>& columns,
+               const std::string& styleSheet, RecordFile& records);
+/// RFC 4180, UTF-8. A text that begins with = + - or @ gets an apostrophe in front, so that no table program computes
+/// it.
 void writeCsv(std::ostream& out, const std::vector<ReportColumn>& columns, RecordFile& records);
 /// One object a line.
 void writeJson(std::ostream& out, const std::vector<ReportColumn>& columns, RecordFile& records);

@@ -24,8 +24,10 @@ std::string xmlText(const std::string& text) {
   result.reserve(valid.size());
   for (const char c : valid) {
     const auto code = static_cast<unsigned char>(c);
-    if (code < 0x20 && c != '\t' && c != '\n' && c != '\r') result += {'\xE2', '\x90', static_cast<char>(0x80 + code)};
-    else result += c;
+    if (code < 0x20 && c != '\t' && c != '\n' && c != '\r')
+      result += {'\xE2', '\x90', static_cast<char>(0x80 + code)};
+    else
+      result += c;
   }
   return result;
 }
@@ -59,12 +61,14 @@ void appendRecord(platform::Document& document, const std::vector<ReportColumn>&
 
 } // namespace
 
-void writeHtml(std::ostream& out, const std::string& title, const std::vector<ReportColumn>& columns, const std::string& styleSheet,
-               RecordFile& records) {
-  const platform::Stylesheet style(styleSheet.empty() ? platform::readText(productFolder() + "/" + kDefaultStyle) : styleSheet);
+void writeHtml(std::ostream& out, const std::string& title, const std::vector<ReportColumn>& columns,
+               const std::string& styleSheet, RecordFile& records) {
+  const platform::Stylesheet style(styleSheet.empty() ? platform::readText(productFolder() + "/" + kDefaultStyle)
+                                                      : styleSheet);
   const std::string frame = style.apply(reportFrame(title, columns));
   const auto mark = frame.find(kRowsMark);
-  if (mark == std::string::npos) throw platform::Error("the report's style sheet has no place for the rows (" + std::string(kRowsMark) + ")");
+  if (mark == std::string::npos)
+    throw platform::Error("the report's style sheet has no place for the rows (" + std::string(kRowsMark) + ")");
   out << std::string_view(frame).substr(0, mark);
   records.rewind();
   for (bool more = true; more;) {

@@ -33,15 +33,21 @@ constexpr OwnHeading kOwnHeadings[] = {
 };
 
 PlainField ownField(std::string_view key, bool isNumber = false, bool isFlag = false) {
-  const auto* heading = std::find_if(std::begin(kOwnHeadings), std::end(kOwnHeadings), [&](const auto& entry) { return entry.key == key; });
+  const auto* heading = std::find_if(std::begin(kOwnHeadings), std::end(kOwnHeadings),
+                                     [&](const auto& entry) { return entry.key == key; });
   switch (platform::language()) {
-  case platform::Language::Japanese: return {std::string(key), heading->japanese, isNumber, isFlag};
-  case platform::Language::Korean: return {std::string(key), heading->korean, isNumber, isFlag};
-  default: return {std::string(key), heading->english, isNumber, isFlag};
+  case platform::Language::Japanese:
+    return {std::string(key), heading->japanese, isNumber, isFlag};
+  case platform::Language::Korean:
+    return {std::string(key), heading->korean, isNumber, isFlag};
+  default:
+    return {std::string(key), heading->english, isNumber, isFlag};
   }
 }
 
-[[noreturn]] void failed(const char* what) { throw platform::FileError(what, std::strerror(errno)); }
+[[noreturn]] void failed(const char* what) {
+  throw platform::FileError(what, std::strerror(errno));
+}
 
 std::string between(const std::string& text, std::string_view from, std::string_view to) {
   const auto start = text.find(from);
@@ -57,7 +63,8 @@ std::vector<ReportColumn> readRecordFormat(const std::string& format) {
   const platform::Document document = platform::Document::loadText(format);
   std::vector<ReportColumn> columns;
   for (const platform::Node& field : document.documentElement().children())
-    columns.push_back({field.name(), field.getAttribute("CAPTION").asText(), field.getAttribute("RAW") == platform::Value("no")});
+    columns.push_back(
+        {field.name(), field.getAttribute("CAPTION").asText(), field.getAttribute("RAW") == platform::Value("no")});
   return columns;
 }
 
@@ -119,20 +126,24 @@ PlainRows::PlainRows(const std::vector<ReportColumn>& columns, RecordFile& recor
     m_sources.push_back(i);
   }
   if (m_isCode)
-    m_fields = {ownField("program"), ownField("file"), ownField("line", true), ownField("text"), ownField("marked", false, true)};
+    m_fields = {ownField("program"), ownField("file"), ownField("line", true), ownField("text"),
+                ownField("marked", false, true)};
   if (m_place != SIZE_MAX) {
     m_fields.insert(m_fields.end(), {ownField("file"), ownField("line", true), ownField("column", true)});
   }
 }
 
-std::optional<PlainRow> PlainRows::next() { return m_isCode ? nextCodeLine() : nextDataname(); }
+std::optional<PlainRow> PlainRows::next() {
+  return m_isCode ? nextCodeLine() : nextDataname();
+}
 
 // The place is written "file [000042,000008]".
 std::optional<PlainRow> PlainRows::nextDataname() {
   const auto record = m_records.next();
   if (!record) return std::nullopt;
   PlainRow row;
-  for (const std::size_t source : m_sources) row.emplace_back((*record)[source]);
+  for (const std::size_t source : m_sources)
+    row.emplace_back((*record)[source]);
   if (m_place == SIZE_MAX) return row;
   const std::string& place = (*record)[m_place];
   const auto bracket = place.rfind(" [");
@@ -154,7 +165,8 @@ std::optional<PlainRow> PlainRows::nextCodeLine() {
     const std::string& source = (*record)[1];
     const std::string& number = (*record)[2];
     if (!head.empty()) {
-      if (const std::string program = between(head, "<b style=\"font-size: 12pt\">", "</b>"); !program.empty()) m_program = plainText(program);
+      if (const std::string program = between(head, "<b style=\"font-size: 12pt\">", "</b>"); !program.empty())
+        m_program = plainText(program);
       m_file = std::string(platform::trimmed(plainText(between(head, " &nbsp;[", "]"))));
     } else if (!number.empty()) {
       const bool marked = source.starts_with("<b>") && source.ends_with("</b>");
@@ -168,11 +180,15 @@ std::string plainText(std::string_view html) {
   std::string text;
   bool inTag = false;
   for (const char c : html) {
-    if (c == '<') inTag = true;
-    else if (c == '>' && inTag) inTag = false;
-    else if (!inTag) text += c;
+    if (c == '<')
+      inTag = true;
+    else if (c == '>' && inTag)
+      inTag = false;
+    else if (!inTag)
+      text += c;
   }
-  for (const auto& [entity, plain] : {std::pair("&lt;", "<"), {"&gt;", ">"}, {"&quot;", "\""}, {"&rsquo;", "'"}, {"&nbsp;", " "}, {"&amp;", "&"}})
+  for (const auto& [entity, plain] :
+       {std::pair("&lt;", "<"), {"&gt;", ">"}, {"&quot;", "\""}, {"&rsquo;", "'"}, {"&nbsp;", " "}, {"&amp;", "&"}})
     text = platform::replaceAll(std::move(text), entity, plain);
   return text;
 }

@@ -51,8 +51,8 @@ struct PlainField {
 };
 using PlainRow = std::vector<platform::Value>;
 
-/// Turns records into plain rows: the place of a dataname becomes file, line and column; affected code gives one row a source
-/// line with its program and file, without heads and gaps.
+/// Turns records into plain rows: the place of a dataname becomes file, line and column; affected code gives one row a
+/// source line with its program and file, without heads and gaps.
 class PlainRows {
  public:
   PlainRows(const std::vector<ReportColumn>& columns, RecordFile& records);

@@ -27,10 +27,12 @@ nlohmann::ordered_json jsonValue(const PlainField& field, const platform::Value&
 void writeCsv(std::ostream& out, const std::vector<ReportColumn>& columns, RecordFile& records) {
   PlainRows rows(columns, records);
   const auto& fields = rows.fields();
-  for (std::size_t i = 0; i < fields.size(); ++i) out << (i ? "," : "") << csvField({}, platform::Value(fields[i].caption));
+  for (std::size_t i = 0; i < fields.size(); ++i)
+    out << (i ? "," : "") << csvField({}, platform::Value(fields[i].caption));
   out << "\r\n";
   while (const auto row = rows.next()) {
-    for (std::size_t i = 0; i < fields.size(); ++i) out << (i ? "," : "") << csvField(fields[i], (*row)[i]);
+    for (std::size_t i = 0; i < fields.size(); ++i)
+      out << (i ? "," : "") << csvField(fields[i], (*row)[i]);
     out << "\r\n";
   }
 }
@@ -40,7 +42,8 @@ void writeJson(std::ostream& out, const std::vector<ReportColumn>& columns, Reco
   const auto& fields = rows.fields();
   while (const auto row = rows.next()) {
     nlohmann::ordered_json object;
-    for (std::size_t i = 0; i < fields.size(); ++i) object[fields[i].key] = jsonValue(fields[i], (*row)[i]);
+    for (std::size_t i = 0; i < fields.size(); ++i)
+      object[fields[i].key] = jsonValue(fields[i], (*row)[i]);
     out << object.dump() << "\n";
   }
 }

@@ -35,7 +35,8 @@ const std::vector<TypeFacts>& typeFacts() {
        "COBOL programs",
        kProgramCode,
        "Kelvane.COBOL",
-       {"Name", "Source", "Kelvane", "DataRelations", "Modified", "Fingerprint", "Reason", "Files", "Lines", "ChangeMagnitude"}},
+       {"Name", "Source", "Kelvane", "DataRelations", "Modified", "Fingerprint", "Reason", "Files", "Lines",
+        "ChangeMagnitude"}},
       {kProgramType, "Programs", 0, "Kelvane.COBOL", {"Name", "SID"}},
   };
   return facts;
@@ -67,10 +68,13 @@ class Schema_ final : public tarnsift::RepositorySchema {
  public:
   std::vector<Ref<RepositoryType>> ObjectTypes() override {
     std::vector<Ref<RepositoryType>> types;
-    for (const TypeFacts& facts : typeFacts()) types.emplace_back(new Type(facts));
+    for (const TypeFacts& facts : typeFacts())
+      types.emplace_back(new Type(facts));
     return types;
   }
-  std::int64_t TypeFlags(const std::string& name) override { return platform::equalsIgnoringCase(name, "PROGRAMCODE") ? kProgramCode : 0; }
+  std::int64_t TypeFlags(const std::string& name) override {
+    return platform::equalsIgnoringCase(name, "PROGRAMCODE") ? kProgramCode : 0;
+  }
 };
 
 using Attributes = std::unordered_map<std::string, Value, platform::IgnoringCaseHash, platform::IgnoringCaseEqual>;
@@ -115,12 +119,14 @@ class StoredObject final : public RepositoryObject {
       if (value.isNull())
         m_data->database->Execute("delete from Attributes where object = ? and name = ?", {m_id, name});
       else // an equal value leaves row and indexes alone
-        m_data->database->Execute("insert into Attributes (object, name, value) values (?, ?, ?) on conflict (object, name) do update "
-                                  "set value = excluded.value where value is not excluded.value",
-                                  {m_id, name, value});
+        m_data->database->Execute(
+            "insert into Attributes (object, name, value) values (?, ?, ?) on conflict (object, name) do update "
+            "set value = excluded.value where value is not excluded.value",
+            {m_id, name, value});
     }
     whole.commit();
-    for (auto& [name, value] : m_pending) m_attributes[name] = value;
+    for (auto& [name, value] : m_pending)
+      m_attributes[name] = value;
     m_pending.clear();
   }
 
@@ -146,12 +152,12 @@ class Cursor final : public tarnsift::RepositoryCursor {
 };
 
 // Objects with all their attributes in one query; `condition` is over the table O.
-std::vector<Ref<RepositoryObject>> readObjects(const std::shared_ptr<RepositoryFile::Data>& data, const std::string& condition,
-                                               const std::vector<Value>& parameters) {
-  const auto rows = data->database->OpenRecordset(
-      "select O.id as id, O.type as type, A.name as name, A.value as value from Objects O left join Attributes A on A.object = O.id where " + condition +
-          " order by O.id",
-      parameters);
+std::vector<Ref<RepositoryObject>> readObjects(const std::shared_ptr<RepositoryFile::Data>& data,
+                                               const std::string& condition, const std::vector<Value>& parameters) {
+  const auto rows = data->database->OpenRecordset("select O.id as id, O.type as type, A.name as name, A.value as value "
+                                                  "from Objects O left join Attributes A on A.object = O.id where " +
+                                                      condition + " order by O.id",
+                                                  parameters);
   std::vector<Ref<RepositoryObject>> objects;
   std::int64_t id = 0;
   std::string type;
@@ -179,8 +185,10 @@ void createRepositoryFile(const std::string& path) {
   platform::DatabaseBuilder builder(path);
   platform::Database& database = builder.database();
   database.Execute("create table Objects (id integer primary key autoincrement, type text collate nocase not null)");
-  database.Execute("create table Attributes (object integer not null, name text collate nocase not null, value, primary key (object, name)) without rowid");
-  database.Execute("create table Relations (id integer primary key, source integer not null, relation text collate nocase not null, target integer not null, "
+  database.Execute("create table Attributes (object integer not null, name text collate nocase not null, value, "
+                   "primary key (object, name)) without rowid");
+  database.Execute("create table Relations (id integer primary key, source integer not null, relation text collate "
+                   "nocase not null, target integer not null, "
                    "unique (source, relation, target))");
   database.Execute("create index byTarget on Relations (target)");
   database.Execute("create index byValue on Attributes (name, value collate nocase)");
@@ -195,13 +203,18 @@ RepositoryFile::RepositoryFile(const std::string& path) : m_data(std::make_share
 
 RepositoryFile::~RepositoryFile() = default;
 
-Ref<tarnsift::RepositorySchema> RepositoryFile::Schema() { return new Schema_; }
+Ref<tarnsift::RepositorySchema> RepositoryFile::Schema() {
+  return new Schema_;
+}
 
-Ref<tarnsift::RepositoryCursor> RepositoryFile::SelectObjects(const std::string& type, const std::string& parentId, const std::string& order) {
-  auto objects = parentId.empty()
-                     ? readObjects(m_data, "O.type = ?", {type})
-                     : readObjects(m_data, "O.type = ? and O.id in (select source from Relations where relation = ? and target = ?)",
-                                   {type, kBelongsTo, Value(parentId).asInteger()});
+Ref<tarnsift::RepositoryCursor> RepositoryFile::SelectObjects(const std::string& type, const std::string& parentId,
+                                                              const std::string& order) {
+  auto objects =
+      parentId.empty()
+          ? readObjects(m_data, "O.type = ?", {type})
+          : readObjects(m_data,
+                        "O.type = ? and O.id in (select source from Relations where relation = ? and target = ?)",
+                        {type, kBelongsTo, Value(parentId).asInteger()});
   if (!order.empty())
     std::stable_sort(objects.begin(), objects.end(), [&](const auto& a, const auto& b) {
       return platform::upper(a->Attribute(order).asText()) < platform::upper(b->Attribute(order).asText());
@@ -219,7 +232,9 @@ Ref<RepositoryObject> RepositoryFile::FindByName(const std::string& type, const 
   throw platform::KeyError(fmt::format("the repository has no {} '{}'", type, name));
 }
 
-std::string RepositoryFile::FilePath() { return m_data->path; }
+std::string RepositoryFile::FilePath() {
+  return m_data->path;
+}
 
 Ref<RepositoryObject> RepositoryFile::createObject(const std::string& type, const std::string& name) {
   platform::Savepoint whole(*m_data->database);
@@ -239,9 +254,11 @@ void RepositoryFile::removeObject(const std::string& id) {
   whole.commit();
 }
 
-Ref<RepositoryObject> RepositoryFile::findByAttribute(const std::string& type, const std::string& attribute, const std::string& value) {
+Ref<RepositoryObject> RepositoryFile::findByAttribute(const std::string& type, const std::string& attribute,
+                                                      const std::string& value) {
   const auto objects = readObjects(
-      m_data, "O.type = ? and O.id in (select object from Attributes where name = ? and value = ? collate nocase)", {type, attribute, value});
+      m_data, "O.type = ? and O.id in (select object from Attributes where name = ? and value = ? collate nocase)",
+      {type, attribute, value});
   return objects.empty() ? nullptr : objects.front();
 }
 

@@ -23,8 +23,8 @@ bool SearchService::inScope(const std::string& key) const {
   return std::find(keys.begin(), keys.end(), key) != keys.end();
 }
 
-platform::Value SearchService::FindConstructs(const tarnsift::Ref<tarnsift::StoreModel>&, const std::string& listName, tarnsift::KVWorkSpace&,
-                                              bool, const std::string&) {
+platform::Value SearchService::FindConstructs(const tarnsift::Ref<tarnsift::StoreModel>&, const std::string& listName,
+                                              tarnsift::KVWorkSpace&, bool, const std::string&) {
   const std::optional<std::string> chosen = chooseCriterion ? chooseCriterion(m_default) : m_default;
   m_last = chosen.value_or(m_default);
   if (!chosen || chosen->empty()) return false;
@@ -38,7 +38,8 @@ platform::Value SearchService::FindConstructs(const tarnsift::Ref<tarnsift::Stor
   platform::Node list = model.appendChild(results.createElement("MATCHES"));
   list.setAttribute("ListName", listName);
   const std::string owner = m_project->Attribute("Name").asText();
-  for (auto programs = m_repository->SelectObjects(kSourceType, m_project->Id(), ""); !programs->AtEnd(); programs->MoveNext()) {
+  for (auto programs = m_repository->SelectObjects(kSourceType, m_project->Id(), ""); !programs->AtEnd();
+       programs->MoveNext()) {
     const auto program = programs->Current();
     const std::string analysis = program->Attribute("Kelvane").asText();
     if (analysis.empty() || !program->Attribute("DataRelations").asBool() || !inScope(program->Id())) continue;

@@ -11,11 +11,12 @@
 
 namespace orvane {
 
-/// The search host: runs named criteria over the programs of a project and leaves the keys that match beside each program's
-/// analysis file.
+/// The search host: runs named criteria over the programs of a project and leaves the keys that match beside each
+/// program's analysis file.
 class SearchService : public tarnsift::SearchHost {
  public:
-  SearchService(BaseFolder base, tarnsift::Ref<RepositoryFile> repository, tarnsift::Ref<tarnsift::RepositoryObject> project)
+  SearchService(BaseFolder base, tarnsift::Ref<RepositoryFile> repository,
+                tarnsift::Ref<tarnsift::RepositoryObject> project)
       : m_base(std::move(base)), m_repository(std::move(repository)), m_project(std::move(project)) {}
 
   void setScopeList(const std::string& keys) override { m_scope = keys; }

@@ -2,8 +2,8 @@
 
 namespace orvane {
 
-std::string MemorySettings::GetSetting(const std::string& application, const std::string& section, const std::string& key,
-                                       const std::string& whenMissing) {
+std::string MemorySettings::GetSetting(const std::string& application, const std::string& section,
+                                       const std::string& key, const std::string& whenMissing) {
   const auto found = m_values.find(application + "\n" + section + "\n" + key);
   return found == m_values.end() ? whenMissing : found->second;
 }

@@ -48,7 +48,8 @@ class PaneTree::Pane : public tarnsift::SplitterPane {
     m_second = std::make_unique<Pane>(m_tree, second);
   }
   SplitterPane& Child(int position) override {
-    if (!m_first || position < 1 || position > 2) throw platform::KeyError(fmt::format("the pane has no child {}", position));
+    if (!m_first || position < 1 || position > 2)
+      throw platform::KeyError(fmt::format("the pane has no child {}", position));
     return position == 1 ? *m_first : *m_second;
   }
 
@@ -102,8 +103,10 @@ class PaneTree::Pane : public tarnsift::SplitterPane {
       return;
     }
     std::string word;
-    while (in.peek() != ' ' && in.peek() != ')' && in.peek() != std::char_traits<char>::eof()) word += static_cast<char>(in.get());
-    if (word.size() < 2 || (word.back() != '+' && word.back() != '-')) throw platform::Error("the stored layout is not one");
+    while (in.peek() != ' ' && in.peek() != ')' && in.peek() != std::char_traits<char>::eof())
+      word += static_cast<char>(in.get());
+    if (word.size() < 2 || (word.back() != '+' && word.back() != '-'))
+      throw platform::Error("the stored layout is not one");
     m_visible = word.back() == '+';
     m_key = word.substr(0, word.size() - 1);
   }
@@ -124,16 +127,22 @@ class PaneTree::Pane : public tarnsift::SplitterPane {
 PaneTree::PaneTree() : m_root(std::make_unique<Pane>(*this, "")) {}
 PaneTree::~PaneTree() = default;
 
-tarnsift::SplitterPane& PaneTree::RootPane() { return *m_root; }
+tarnsift::SplitterPane& PaneTree::RootPane() {
+  return *m_root;
+}
 
 tarnsift::SplitterPane& PaneTree::Panes(const std::string& key) {
   if (Pane* pane = m_root->find(key)) return *pane;
   throw platform::KeyError("the splitter has no pane '" + key + "'");
 }
 
-void PaneTree::setRedraw(bool redraw) { m_redraw = redraw; }
+void PaneTree::setRedraw(bool redraw) {
+  m_redraw = redraw;
+}
 
-void PaneTree::Arrange() { arranged(); }
+void PaneTree::Arrange() {
+  arranged();
+}
 
 void PaneTree::Arrange(double left, double top, double width, double height) {
   m_left = left, m_top = top, m_width = std::max(0.0, width), m_height = std::max(0.0, height);
@@ -146,7 +155,9 @@ void PaneTree::arranged() {
   PanesArranged.raise();
 }
 
-std::string PaneTree::SaveLayout() { return m_root->text(); }
+std::string PaneTree::SaveLayout() {
+  return m_root->text();
+}
 
 void PaneTree::LoadLayout(const std::string& layout) {
   auto fresh = std::make_unique<Pane>(*this, "");

@@ -26,17 +26,18 @@ std::uint64_t checksum(std::string_view bytes) {
     sum = (sum ^ word) * 1099511628211ULL;
     sum ^= sum >> 29;
   }
-  for (const char c : bytes) sum = (sum ^ static_cast<unsigned char>(c)) * 1099511628211ULL;
+  for (const char c : bytes)
+    sum = (sum ^ static_cast<unsigned char>(c)) * 1099511628211ULL;
   return sum;
 }
 
 class Writer {
  public:
-  template <typename T>
+  template<typename T>
   void value(const T& item) {
     m_bytes.append(reinterpret_cast<const char*>(&item), sizeof item);
   }
-  template <typename T>
+  template<typename T>
   void table(const std::vector<T>& items) {
     value(static_cast<std::uint64_t>(items.size()));
     m_bytes.append(reinterpret_cast<const char*>(items.data()), items.size() * sizeof(T));
@@ -51,13 +52,13 @@ class Writer {
 class Reader {
  public:
   Reader(std::string_view bytes, const std::string& path) : m_bytes(bytes), m_path(path) {}
-  template <typename T>
+  template<typename T>
   void value(T& item) {
     need(sizeof item);
     std::memcpy(&item, m_bytes.data(), sizeof item);
     m_bytes.remove_prefix(sizeof item);
   }
-  template <typename T>
+  template<typename T>
   void table(std::vector<T>& items) {
     std::uint64_t count = 0;
     value(count);
@@ -72,7 +73,9 @@ class Reader {
     m_bytes.remove_prefix(count);
     return part;
   }
-  [[noreturn]] void damaged() const { throw platform::FileError(m_path, "the analysis file is damaged; verify the program again"); }
+  [[noreturn]] void damaged() const {
+    throw platform::FileError(m_path, "the analysis file is damaged; verify the program again");
+  }
 
  private:
   void need(std::size_t count) const {
@@ -100,7 +103,9 @@ class TextTable {
   std::unordered_map<std::string, TextId> m_ids;
 };
 
-PlaceRecord packed(const cobol::Position& at) { return {at.file, at.line, at.column, at.length}; }
+PlaceRecord packed(const cobol::Position& at) {
+  return {at.file, at.line, at.column, at.length};
+}
 
 ConstructRecord packed(const cobol::Construct& construct, TextTable& texts) {
   ConstructRecord record;
@@ -151,7 +156,8 @@ void packInstances(const cobol::Analysis& analysis, StoreData& data, TextTable& 
   }
   for (const auto& instance : analysis.instances) {
     auto& at = instance.isUsage() ? usageAt[instance.construct] : otherAt[instance.construct];
-    data.instances[at++] = {instance.construct, packed(instance.at), texts.id(cobol::textOf(cobol::keywordOf(instance.verb))),
+    data.instances[at++] = {instance.construct, packed(instance.at),
+                            texts.id(cobol::textOf(cobol::keywordOf(instance.verb))),
                             static_cast<std::uint32_t>(instance.access)};
   }
 }
@@ -159,9 +165,11 @@ void packInstances(const cobol::Analysis& analysis, StoreData& data, TextTable& 
 void packRelations(const cobol::Analysis& analysis, StoreData& data) {
   data.relations.reserve(analysis.relationships.size());
   for (const auto& relation : analysis.relationships) {
-    data.relations.push_back({relation.from, relation.to, static_cast<std::uint32_t>(relation.kind), static_cast<std::uint32_t>(data.sites.size()),
+    data.relations.push_back({relation.from, relation.to, static_cast<std::uint32_t>(relation.kind),
+                              static_cast<std::uint32_t>(data.sites.size()),
                               static_cast<std::uint32_t>(relation.sites.size())});
-    for (const auto& site : relation.sites) data.sites.push_back(packed(site));
+    for (const auto& site : relation.sites)
+      data.sites.push_back(packed(site));
   }
 }
 
@@ -169,11 +177,17 @@ void packRelations(const cobol::Analysis& analysis, StoreData& data) {
 bool consistent(const StoreData& data) {
   const auto textOk = [&](TextId id) { return id < data.textEnds.size(); };
   const auto fileOk = [&](const PlaceRecord& place) { return data.files.empty() || place.file < data.files.size(); };
-  if (data.textEnds.empty() || data.textEnds.back() != data.textBytes.size() || !std::is_sorted(data.textEnds.begin(), data.textEnds.end())) return false;
+  if (data.textEnds.empty() || data.textEnds.back() != data.textBytes.size() ||
+      !std::is_sorted(data.textEnds.begin(), data.textEnds.end()))
+    return false;
   if (data.byKvid.size() != data.constructs.size()) return false;
   for (const auto& c : data.constructs) {
-    const auto indexOk = [&](std::int32_t i) { return i >= -1 && i < static_cast<std::int32_t>(data.constructs.size()); };
-    if (!textOk(c.kvid) || !textOk(c.name) || !textOk(c.picture) || !textOk(c.usage) || !textOk(c.value) || !textOk(c.dims)) return false;
+    const auto indexOk = [&](std::int32_t i) {
+      return i >= -1 && i < static_cast<std::int32_t>(data.constructs.size());
+    };
+    if (!textOk(c.kvid) || !textOk(c.name) || !textOk(c.picture) || !textOk(c.usage) || !textOk(c.value) ||
+        !textOk(c.dims))
+      return false;
     if (!indexOk(c.parent) || !indexOk(c.record) || !indexOk(c.redefines) || !fileOk(c.declared)) return false;
     if (std::uint64_t{c.firstInstance} + c.instances > data.instances.size() || c.usages > c.instances) return false;
   }
@@ -182,7 +196,9 @@ bool consistent(const StoreData& data) {
   for (const auto& i : data.instances)
     if (i.construct >= data.constructs.size() || !fileOk(i.place) || !textOk(i.verb)) return false;
   for (const auto& r : data.relations)
-    if (r.from >= data.constructs.size() || r.to >= data.constructs.size() || std::uint64_t{r.firstSite} + r.sites > data.sites.size()) return false;
+    if (r.from >= data.constructs.size() || r.to >= data.constructs.size() ||
+        std::uint64_t{r.firstSite} + r.sites > data.sites.size())
+      return false;
   for (const auto& f : data.files)
     if (!textOk(f.path) || !textOk(f.encoding)) return false;
   for (const auto& p : data.places)
@@ -197,8 +213,10 @@ bool consistent(const StoreData& data) {
 } // namespace
 
 int StoreData::find(std::string_view kvid) const {
-  const auto found = std::lower_bound(byKvid.begin(), byKvid.end(), kvid,
-                                      [this](std::uint32_t index, std::string_view key) { return text(constructs[index].kvid) < key; });
+  const auto found =
+      std::lower_bound(byKvid.begin(), byKvid.end(), kvid, [this](std::uint32_t index, std::string_view key) {
+        return text(constructs[index].kvid) < key;
+      });
   return found != byKvid.end() && text(constructs[*found].kvid) == kvid ? static_cast<int>(*found) : -1;
 }
 
@@ -213,17 +231,20 @@ StoreData packAnalysis(const cobol::Analysis& analysis, std::uint64_t generation
     data.files.push_back({texts.id(storedPath(file.path)), texts.id(file.encoding), file.size, file.hash, file.lines,
                           static_cast<std::uint32_t>(file.format)});
   data.constructs.reserve(analysis.constructs.size());
-  for (const auto& construct : analysis.constructs) data.constructs.push_back(packed(construct, texts));
+  for (const auto& construct : analysis.constructs)
+    data.constructs.push_back(packed(construct, texts));
   data.byKvid.resize(data.constructs.size());
   std::iota(data.byKvid.begin(), data.byKvid.end(), 0U);
-  std::sort(data.byKvid.begin(), data.byKvid.end(),
-            [&](std::uint32_t a, std::uint32_t b) { return analysis.constructs[a].kvid < analysis.constructs[b].kvid; });
+  std::sort(data.byKvid.begin(), data.byKvid.end(), [&](std::uint32_t a, std::uint32_t b) {
+    return analysis.constructs[a].kvid < analysis.constructs[b].kvid;
+  });
   packInstances(analysis, data, texts);
   packRelations(analysis, data);
-  for (const auto& place : analysis.places) data.places.push_back({texts.id(place.kindWord), texts.id(place.name), packed(place.at)});
+  for (const auto& place : analysis.places)
+    data.places.push_back({texts.id(place.kindWord), texts.id(place.name), packed(place.at)});
   for (const auto& remark : analysis.diagnostics)
-    data.diagnostics.push_back({static_cast<std::uint32_t>(remark.code), static_cast<std::uint32_t>(remark.severity), packed(remark.at),
-                                texts.id(platform::toValidUtf8(remark.text))});
+    data.diagnostics.push_back({static_cast<std::uint32_t>(remark.code), static_cast<std::uint32_t>(remark.severity),
+                                packed(remark.at), texts.id(platform::toValidUtf8(remark.text))});
   for (const auto& copy : analysis.copies)
     data.copies.push_back({texts.id(copy.name), texts.id(copy.library), copy.file, packed(copy.at)});
   return data;
@@ -282,16 +303,20 @@ StoreData readStoreBytes(std::string_view bytes, const std::string& path) {
   return data;
 }
 
-StoreData readStore(const std::string& path) { return readStoreBytes(platform::readText(path), path); }
+StoreData readStore(const std::string& path) {
+  return readStoreBytes(platform::readText(path), path);
+}
 
 std::string_view kindWord(std::uint8_t kind) {
-  static constexpr std::string_view kWords[] = {"group", "item",     "filler",   "renames",   "condition", "switch",
-                                                "constant", "index", "register", "call-slot", "file-slot", "undeclared"};
+  static constexpr std::string_view kWords[] = {"group",     "item",      "filler",    "renames",
+                                                "condition", "switch",    "constant",  "index",
+                                                "register",  "call-slot", "file-slot", "undeclared"};
   return kind < std::size(kWords) ? kWords[kind] : "";
 }
 
 std::string_view sectionWord(std::uint8_t section) {
-  static constexpr std::string_view kWords[] = {"", "file", "working-storage", "local-storage", "linkage", "communication", "report", "screen"};
+  static constexpr std::string_view kWords[] = {"",        "file",          "working-storage", "local-storage",
+                                                "linkage", "communication", "report",          "screen"};
   return section < std::size(kWords) ? kWords[section] : "";
 }
 

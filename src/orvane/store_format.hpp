@@ -10,7 +10,8 @@
 
 namespace orvane {
 
-// The analysis file `*.kva`: a head, tables of fixed records, one table of texts, a checksum. Little-endian; written whole.
+// The analysis file `*.kva`: a head, tables of fixed records, one table of texts, a checksum. Little-endian; written
+// whole.
 
 using TextId = std::uint32_t; ///< index into StoreData::texts
 
@@ -93,7 +94,8 @@ struct StoreData {
 };
 
 /// Packs an analysis; `storedPath` turns a native path into the one that is stored.
-StoreData packAnalysis(const cobol::Analysis& analysis, std::uint64_t generation, const std::function<std::string(const std::string&)>& storedPath);
+StoreData packAnalysis(const cobol::Analysis& analysis, std::uint64_t generation,
+                       const std::function<std::string(const std::string&)>& storedPath);
 
 /// The file's bytes, and back. Damaged bytes are a platform::Error that names the file.
 std::string storeBytes(const StoreData& data);

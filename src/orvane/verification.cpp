@@ -52,7 +52,7 @@ struct Task {
   std::string reason; ///< why it failed
   Facts facts;
   CarryCounts decisions;
-  std::int64_t written = 0; ///< microseconds since 1970 UTC
+  std::int64_t written = 0;               ///< microseconds since 1970 UTC
   std::unique_ptr<NewProgramFiles> files; ///< not in their place yet
 };
 

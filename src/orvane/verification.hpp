@@ -41,7 +41,7 @@ struct VerifyResult {
   std::vector<std::string> problems; ///< source paths that could not be looked through
   std::uint64_t lines = 0; ///< of the verified programs' own sources, unchanged ones included; so the next ones
   std::uint64_t constructs = 0, relationships = 0;
-  std::map<std::string, std::uint64_t> diagnostics;   ///< warnings and errors by code
+  std::map<std::string, std::uint64_t> diagnostics;    ///< warnings and errors by code
   std::map<std::string, std::size_t> missingCopybooks; ///< name to number of programs
   CarryCounts decisions;
   bool cancelled = false;

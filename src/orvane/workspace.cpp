@@ -6,9 +6,13 @@ namespace orvane {
 
 using tarnsift::Ref;
 
-void Workspace::RegisterObject(const std::string&, const std::string& key, const Ref<tarnsift::Object>& object) { m_objects[key] = object; }
+void Workspace::RegisterObject(const std::string&, const std::string& key, const Ref<tarnsift::Object>& object) {
+  m_objects[key] = object;
+}
 
-void Workspace::RegisterControl(tarnsift::KVWorkSpace& control, const std::string& key) { m_controls[key] = &control; }
+void Workspace::RegisterControl(tarnsift::KVWorkSpace& control, const std::string& key) {
+  m_controls[key] = &control;
+}
 
 // Keys mean something to a source view only.
 void Workspace::Notify(const std::string&, const std::string&, int&) {}

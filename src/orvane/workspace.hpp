@@ -11,9 +11,11 @@ namespace orvane {
 /// The workspace control without a screen: the current program with its analysis store, the file on view.
 class Workspace : public tarnsift::KVWorkSpace {
  public:
-  Workspace(BaseFolder base, tarnsift::Ref<tarnsift::SearchHost> search) : m_base(std::move(base)), m_search(std::move(search)) {}
+  Workspace(BaseFolder base, tarnsift::Ref<tarnsift::SearchHost> search)
+      : m_base(std::move(base)), m_search(std::move(search)) {}
 
-  void RegisterObject(const std::string& text, const std::string& key, const tarnsift::Ref<tarnsift::Object>& object) override;
+  void RegisterObject(const std::string& text, const std::string& key,
+                      const tarnsift::Ref<tarnsift::Object>& object) override;
   void RegisterControl(tarnsift::KVWorkSpace& control, const std::string& key) override;
   void setOwnerForm(platform::Object* form) override { m_ownerForm = form; }
   platform::Object* OwnerForm() override { return m_ownerForm; }

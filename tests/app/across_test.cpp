@@ -8,13 +8,15 @@
 
 namespace {
 
-std::string programText(const std::string& name, const std::string& files, const std::string& storage, const std::string& statements,
-                        const std::string& linkage = "", const std::string& parameters = "") {
+std::string programText(const std::string& name, const std::string& files, const std::string& storage,
+                        const std::string& statements, const std::string& linkage = "",
+                        const std::string& parameters = "") {
   std::string text = "IDENTIFICATION DIVISION.\nPROGRAM-ID. " + name + ".\n";
   std::string records;
   for (const auto& [file, dd, record] : {std::tuple<std::string, std::string, std::string>{"F", "MASTER", files}}) {
     if (record.empty()) continue;
-    text += "ENVIRONMENT DIVISION.\nINPUT-OUTPUT SECTION.\nFILE-CONTROL.\n    SELECT " + file + " ASSIGN TO " + dd + ".\n";
+    text +=
+        "ENVIRONMENT DIVISION.\nINPUT-OUTPUT SECTION.\nFILE-CONTROL.\n    SELECT " + file + " ASSIGN TO " + dd + ".\n";
     records = "FILE SECTION.\nFD  " + file + ".\n" + record;
   }
   text += "DATA DIVISION.\n" + records + "WORKING-STORAGE SECTION.\n" + storage;
@@ -24,23 +26,33 @@ std::string programText(const std::string& name, const std::string& files, const
 
 } // namespace
 
-// MAIN passes a number to CHECKER; CHECKER writes it into a file that READER has in other words; LONER calls who knows what.
+// MAIN passes a number to CHECKER; CHECKER writes it into a file that READER has in other words; LONER calls who knows
+// what.
 class Across : public CommandTest {
  protected:
   void SetUp() override {
-    write("src/MAIN.cbl", programText("MAIN", "", "01 W-KEY PIC 9(8).\n01 PARMS.\n   05 P-FLAG PIC X.\n   05 P-KEY PIC 9(8).\n01 PROG PIC X(8).\n",
-                                      "    MOVE W-KEY TO P-KEY.\n    CALL 'CHECKER' USING PARMS.\n    CALL PROG USING W-KEY.\n"));
-    write("src/CHECKER.cbl", programText("CHECKER", "01 M-REC.\n   05 M-DATE PIC 9(6).\n   05 M-NUMBER PIC 9(8).\n   05 M-TEXT PIC X(10).\n", "01 W PIC X.\n",
-                                         "    MOVE L-NUMBER TO M-NUMBER.\n    MOVE L-FLAG TO M-TEXT.\n    WRITE M-REC.\n",
-                                         "01 L-PARMS.\n   05 L-FLAG PIC X.\n   05 L-NUMBER PIC 9(8).\n", " USING L-PARMS"));
-    write("src/READER.cbl", programText("READER", "01 R-LINE PIC X(24).\n", "01 R-AREA.\n   05 R-DAY PIC 9(6).\n   05 R-ID PIC 9(8).\n   05 R-REST PIC X(10).\n01 R-LAST PIC 9(8).\n",
-                                        "    READ F INTO R-AREA.\n    MOVE R-ID TO R-LAST.\n"));
-    write("src/LONER.cbl", programText("LONER", "", "01 X-KEY PIC 9(8).\n01 PROG PIC X(8).\n", "    CALL PROG USING X-KEY.\n"));
+    write("src/MAIN.cbl",
+          programText("MAIN", "",
+                      "01 W-KEY PIC 9(8).\n01 PARMS.\n   05 P-FLAG PIC X.\n   05 P-KEY PIC 9(8).\n01 PROG PIC X(8).\n",
+                      "    MOVE W-KEY TO P-KEY.\n    CALL 'CHECKER' USING PARMS.\n    CALL PROG USING W-KEY.\n"));
+    write("src/CHECKER.cbl",
+          programText("CHECKER",
+                      "01 M-REC.\n   05 M-DATE PIC 9(6).\n   05 M-NUMBER PIC 9(8).\n   05 M-TEXT PIC X(10).\n",
+                      "01 W PIC X.\n", "    MOVE L-NUMBER TO M-NUMBER.\n    MOVE L-FLAG TO M-TEXT.\n    WRITE M-REC.\n",
+                      "01 L-PARMS.\n   05 L-FLAG PIC X.\n   05 L-NUMBER PIC 9(8).\n", " USING L-PARMS"));
+    write("src/READER.cbl",
+          programText(
+              "READER", "01 R-LINE PIC X(24).\n",
+              "01 R-AREA.\n   05 R-DAY PIC 9(6).\n   05 R-ID PIC 9(8).\n   05 R-REST PIC X(10).\n01 R-LAST PIC 9(8).\n",
+              "    READ F INTO R-AREA.\n    MOVE R-ID TO R-LAST.\n"));
+    write("src/LONER.cbl",
+          programText("LONER", "", "01 X-KEY PIC 9(8).\n01 PROG PIC X(8).\n", "    CALL PROG USING X-KEY.\n"));
   }
   std::string affected() {
     std::string text;
     for (const auto& name : good("-C base datanames --status affected --json").objects())
-      text += fmt::format("{} {}: {}\n", name["program"].get<std::string>(), name["name"].get<std::string>(), name["comment"].get<std::string>());
+      text += fmt::format("{} {}: {}\n", name["program"].get<std::string>(), name["name"].get<std::string>(),
+                          name["comment"].get<std::string>());
     return text;
   }
 };
@@ -106,7 +118,8 @@ TEST_F(Across, TheSearchThatTheAnalystMadeStaysTheDefault) {
   EXPECT_EQ(options.find("Across:"), std::string::npos);
 }
 
-// What samples/README.md names as holders of the account number, reached from one field of one program that reads movements.
+// What samples/README.md names as holders of the account number, reached from one field of one program that reads
+// movements.
 TEST_F(Across, OneFieldOfTheBankLeadsToTheAccountNumberEverywhereAndToNoCustomer) {
   const std::string samples = TARNSIFT_SOURCE_DIR "/samples/bank";
   good("impact " + samples + "/cobol --copybooks " + samples + "/copy -C base --project bank --like WS-F-ACCT");
@@ -116,9 +129,10 @@ TEST_F(Across, OneFieldOfTheBankLeadsToTheAccountNumberEverywhereAndToNoCustomer
     names.insert(name["program"].get<std::string>() + " " + name["name"].get<std::string>());
     programs.insert(name["program"]);
   }
-  for (const char* name : {"BKB010 TR-ACCOUNT-NUMBER", "BKB020 PP-ACCOUNT", "BKB030 WS-HIGHEST-ACCT", "BKB040 DL-ACCOUNT", "BKB050 LK-ACCT", "BKB060 ML-ACCT",
-                           "BKB080 HV-ACCOUNT-NO", "BKF900 LAST-ACCOUNT", "BKO100 ACCNOI", "BKO110 WA-ACCT-NO", "BKO120 WJ-ACC-NO", "BKO150 OL-ACC-KEY",
-                           "BKS100 WS-ACC-KEY", "BKS110 WS-LAST-REFUSED"})
+  for (const char* name :
+       {"BKB010 TR-ACCOUNT-NUMBER", "BKB020 PP-ACCOUNT", "BKB030 WS-HIGHEST-ACCT", "BKB040 DL-ACCOUNT",
+        "BKB050 LK-ACCT", "BKB060 ML-ACCT", "BKB080 HV-ACCOUNT-NO", "BKF900 LAST-ACCOUNT", "BKO100 ACCNOI",
+        "BKO110 WA-ACCT-NO", "BKO120 WJ-ACC-NO", "BKO150 OL-ACC-KEY", "BKS100 WS-ACC-KEY", "BKS110 WS-LAST-REFUSED"})
     EXPECT_TRUE(names.contains(name)) << name;
   EXPECT_EQ(programs.size(), 14U);
   for (const std::string& name : names) {

@@ -45,7 +45,8 @@ std::map<std::string, Section> documented() {
 std::set<std::string> wordsOf(const std::string& text, const std::string& pattern) {
   std::set<std::string> words;
   const std::regex word(pattern);
-  for (std::sregex_iterator at(text.begin(), text.end(), word), end; at != end; ++at) words.insert((*at)[1]);
+  for (std::sregex_iterator at(text.begin(), text.end(), word), end; at != end; ++at)
+    words.insert((*at)[1]);
   return words;
 }
 
@@ -57,8 +58,11 @@ TEST_F(CliDocument, NamesEveryCommandAndOptionOfTheProgramAndNoOther) {
   const std::string help = good("--help").out;
   const auto sections = documented();
   std::set<std::string> named;
-  for (const auto& [command, section] : sections) named.insert(command);
-  EXPECT_EQ(wordsOf(help.substr(help.find("Subcommands:"), help.find("Examples:") - help.find("Subcommands:")), "\n  ([a-z-]+) "), named);
+  for (const auto& [command, section] : sections)
+    named.insert(command);
+  EXPECT_EQ(wordsOf(help.substr(help.find("Subcommands:"), help.find("Examples:") - help.find("Subcommands:")),
+                    "\n  ([a-z-]+) "),
+            named);
   for (const auto& [command, section] : sections) {
     const std::string own = good(command + " --help").out;
     auto options = wordsOf(own.substr(0, own.find("Example")), "(?:  |,)(--[a-z-]+)");
@@ -69,22 +73,31 @@ TEST_F(CliDocument, NamesEveryCommandAndOptionOfTheProgramAndNoOther) {
 }
 
 TEST_F(CliDocument, NamesEveryJsonKeyThatIsPrinted) {
-  write("src/ONE.cbl", fixedForm("IDENTIFICATION DIVISION.\nPROGRAM-ID. ONE.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n"
-                                 "01 A PIC X.\n01 B PIC X.\n01 GONE PIC X.\nPROCEDURE DIVISION.\nMOVE A TO B.\nSTOP RUN.\n"));
+  write("src/ONE.cbl",
+        fixedForm("IDENTIFICATION DIVISION.\nPROGRAM-ID. ONE.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n"
+                  "01 A PIC X.\n01 B PIC X.\n01 GONE PIC X.\nPROCEDURE DIVISION.\nMOVE A TO B.\nSTOP RUN.\n"));
   good("init");
   good("add --project p src");
   good("verify");
   good("filter --like GONE --to clean");
-  write("src/ONE.cbl", platform::replaceAll(platform::readText(m_place.file("src/ONE.cbl")), "01 GONE PIC X.", "01 NEWER PIC 9."));
+  write("src/ONE.cbl",
+        platform::replaceAll(platform::readText(m_place.file("src/ONE.cbl")), "01 GONE PIC X.", "01 NEWER PIC 9."));
   good("verify");
   const auto sections = documented();
-  for (const auto& [command, arguments] : std::map<std::string, std::string>{
-           {"programs", ""}, {"datanames", ""}, {"usages", "A"}, {"relations", ""}, {"diagnostics", ""}, {"carried", ""}, {"synonyms-of", "A"}, {"columns", ""}}) {
+  for (const auto& [command, arguments] : std::map<std::string, std::string>{{"programs", ""},
+                                                                             {"datanames", ""},
+                                                                             {"usages", "A"},
+                                                                             {"relations", ""},
+                                                                             {"diagnostics", ""},
+                                                                             {"carried", ""},
+                                                                             {"synonyms-of", "A"},
+                                                                             {"columns", ""}}) {
     const auto objects = good(command + " --json " + arguments).objects();
     ASSERT_FALSE(objects.empty()) << command;
     for (const auto& object : objects) {
       std::set<std::string> keys;
-      for (const auto& [key, value] : object.items()) keys.insert(key);
+      for (const auto& [key, value] : object.items())
+        keys.insert(key);
       EXPECT_EQ(keys, sections.at(command).keys) << command;
     }
   }

@@ -10,8 +10,8 @@
 
 CommandTest::Result CommandTest::run(const std::string& line) const {
   const std::string files = m_place.file(".out");
-  const std::string shell = "cd '" + folder + "' && XDG_CONFIG_HOME='" + m_place.file(".config") + "' '" TARNSIFT_COMMAND "' " + line + " >'" + files +
-                            "' 2>'" + files + ".err' </dev/null";
+  const std::string shell = "cd '" + folder + "' && XDG_CONFIG_HOME='" + m_place.file(".config") +
+                            "' '" TARNSIFT_COMMAND "' " + line + " >'" + files + "' 2>'" + files + ".err' </dev/null";
   const int status = std::system(shell.c_str());
   Result result;
   result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
@@ -30,8 +30,8 @@ void CommandTest::runAndKill(const std::string& line, int milliseconds) const {
   const pid_t child = ::fork();
   ASSERT_GE(child, 0);
   if (child == 0) {
-    const std::string shell = "cd '" + folder + "' && XDG_CONFIG_HOME='" + m_place.file(".config") + "' exec '" TARNSIFT_COMMAND "' " + line +
-                              " >/dev/null 2>&1 </dev/null";
+    const std::string shell = "cd '" + folder + "' && XDG_CONFIG_HOME='" + m_place.file(".config") +
+                              "' exec '" TARNSIFT_COMMAND "' " + line + " >/dev/null 2>&1 </dev/null";
     ::execl("/bin/sh", "sh", "-c", shell.c_str(), nullptr);
     ::_exit(127);
   }
@@ -50,13 +50,15 @@ void CommandTest::write(const std::string& name, const std::string& text) const 
 std::vector<nlohmann::json> CommandTest::Result::objects() const {
   std::vector<nlohmann::json> all;
   std::istringstream lines(out);
-  for (std::string line; std::getline(lines, line);) all.push_back(nlohmann::json::parse(line));
+  for (std::string line; std::getline(lines, line);)
+    all.push_back(nlohmann::json::parse(line));
   return all;
 }
 
 std::string fixedForm(const std::string& text) {
   std::istringstream lines(text);
   std::string fixed;
-  for (std::string line; std::getline(lines, line);) fixed += "       " + line + "\n";
+  for (std::string line; std::getline(lines, line);)
+    fixed += "       " + line + "\n";
   return fixed;
 }

@@ -12,8 +12,10 @@ TEST_F(Component, TheLibraryExportsItsFourEntryPointsAndNothingElse) {
   ASSERT_EQ(std::system(("nm -D --defined-only '" TARNSIFT_LIBRARY "' > '" + listing + "'").c_str()), 0);
   std::set<std::string> names;
   std::istringstream lines(platform::readText(listing));
-  for (std::string address, kind, name; lines >> address >> kind >> name;) names.insert(name);
-  EXPECT_EQ(names, (std::set<std::string>{"DllCanUnloadNow", "DllGetClassObject", "DllRegisterServer", "DllUnregisterServer"}));
+  for (std::string address, kind, name; lines >> address >> kind >> name;)
+    names.insert(name);
+  EXPECT_EQ(names, (std::set<std::string>{"DllCanUnloadNow", "DllGetClassObject", "DllRegisterServer",
+                                          "DllUnregisterServer"}));
 }
 
 TEST_F(Component, RegistersPerUserAndHandsOutItsClassByName) {

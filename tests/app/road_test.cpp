@@ -7,13 +7,16 @@
 namespace {
 
 // A caller, a copybook that both share, and a program that has nothing to do with accounts.
-const char* const kRecord = "01 ACCT-REC.\n   05 ACCT-NO PIC 9(8).\n   05 ACCT-NO-X REDEFINES ACCT-NO PIC X(8).\n   05 ACCT-NAME PIC X(20).\n";
+const char* const kRecord =
+    "01 ACCT-REC.\n   05 ACCT-NO PIC 9(8).\n   05 ACCT-NO-X REDEFINES ACCT-NO PIC X(8).\n   05 ACCT-NAME PIC X(20).\n";
 const char* const kPay = "IDENTIFICATION DIVISION.\nPROGRAM-ID. PAY.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n"
                          "COPY ACCTREC.\n01 WS-KEY PIC 9(8).\n01 WS-LAST PIC 9(8).\n01 WS-OTHER PIC X(20).\n"
-                         "PROCEDURE DIVISION.\nMAIN.\n    MOVE ACCT-NO TO WS-KEY.\n    IF WS-KEY = WS-LAST\n       DISPLAY WS-LAST\n    END-IF.\n"
+                         "PROCEDURE DIVISION.\nMAIN.\n    MOVE ACCT-NO TO WS-KEY.\n    IF WS-KEY = WS-LAST\n       "
+                         "DISPLAY WS-LAST\n    END-IF.\n"
                          "    MOVE ACCT-NAME TO WS-OTHER.\n    STOP RUN.\n";
-const char* const kPlain = "IDENTIFICATION DIVISION.\nPROGRAM-ID. PLAIN.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n01 N PIC 9.\n"
-                           "PROCEDURE DIVISION.\n    ADD 1 TO N.\n    STOP RUN.\n";
+const char* const kPlain =
+    "IDENTIFICATION DIVISION.\nPROGRAM-ID. PLAIN.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n01 N PIC 9.\n"
+    "PROCEDURE DIVISION.\n    ADD 1 TO N.\n    STOP RUN.\n";
 
 } // namespace
 
@@ -78,8 +81,9 @@ TEST_F(Road, FilterAndSynonymsFillTheListsStepByStep) {
                      "ACCT-NO-X working matches 'Names:*ACCT* but not *-REC' search criteria\n"
                      "WS-KEY affected matches 'Declaration:Size 8' search criteria\n"
                      "WS-LAST affected matches 'Declaration:Size 8' search criteria\n");
-  EXPECT_EQ(good("filter --like NOTHING --to working").out,
-            "None of the lists was changed.\nWorking 2 (+0), Affected 2 (+0), Clean 0 (+0); 0 of 2 program(s) changed\n");
+  EXPECT_EQ(
+      good("filter --like NOTHING --to working").out,
+      "None of the lists was changed.\nWorking 2 (+0), Affected 2 (+0), Clean 0 (+0); 0 of 2 program(s) changed\n");
   const auto programs = good("programs --json").objects();
   EXPECT_EQ(programs.at(0)["working"], 2);
   EXPECT_EQ(programs.at(0)["affected"], 2);
@@ -109,7 +113,8 @@ TEST_F(Road, ReportsComeInThreeFormatsFromTheSameRecords) {
   const auto code = good("report code --format json").objects();
   std::string marked;
   for (const auto& line : code)
-    if (line["marked"].get<bool>()) marked += fmt::format("{}:{}\n", line["file"].get<std::string>(), line["line"].get<int>());
+    if (line["marked"].get<bool>())
+      marked += fmt::format("{}:{}\n", line["file"].get<std::string>(), line["line"].get<int>());
   EXPECT_EQ(marked, "src\\PAY.cbl:11\nsrc\\PAY.cbl:15\ncopy\\ACCTREC.cpy:2\ncopy\\ACCTREC.cpy:4\n");
   const std::string file = good("report affected").out;
   EXPECT_TRUE(file.ends_with("Output/accounts Affected Datanames.html\n")) << file;
@@ -123,7 +128,8 @@ TEST_F(Road, ReportsSpeakTheLanguageAskedFor) {
             "プログラム,データ名,コメント,ファイル,行,桁\r\n"
             "PAY,ACCT-NO,검색 조건 'Names:ACCT-NO'에 일치,copy\\ACCTREC.cpy,2,14\r\n"
             "PAY,ACCT-NAME,検索条件 'Names:ACCT-NAME' に一致,copy\\ACCTREC.cpy,4,14\r\n");
-  EXPECT_EQ(good("--language ko report possible --format json").objects().at(0)["status"], "영향 있음") << "keys stay as they are";
+  EXPECT_EQ(good("--language ko report possible --format json").objects().at(0)["status"], "영향 있음")
+      << "keys stay as they are";
   EXPECT_TRUE(good("report affected --language ja").out.ends_with("Output/accounts 影響を受けるデータ名.html\n"));
   EXPECT_EQ(run("report affected --language de").status, 2);
 }
@@ -151,7 +157,8 @@ TEST_F(Road, DecisionsOutliveAChangedSource) {
   EXPECT_NE(first.find("decisions carried 2, moved 1, archived 0, restored 0\n"), std::string::npos) << first;
   const std::string comment = " clean matches 'Names:WS-*' search criteria\n";
   EXPECT_EQ(lists(), "WS-KEY" + comment + "WS-OTHER" + comment + "WS-LAST" + comment);
-  for (auto at = changed.find("WS-LAST"); at != std::string::npos; at = changed.find("WS-LAST")) changed.replace(at, 7, "WS-NEW");
+  for (auto at = changed.find("WS-LAST"); at != std::string::npos; at = changed.find("WS-LAST"))
+    changed.replace(at, 7, "WS-NEW");
   write("src/PAY.cbl", fixedForm(changed));
   EXPECT_NE(good("verify").out.find("archived 1, restored 0; 'tarnsift carried' lists"), std::string::npos);
   EXPECT_EQ(lists(), "WS-KEY" + comment + "WS-OTHER" + comment);
@@ -163,18 +170,21 @@ TEST_F(Road, DecisionsOutliveAChangedSource) {
   write("src/PAY.cbl", fixedForm(kPay));
   EXPECT_NE(good("verify").out.find("archived 0, restored 1\n"), std::string::npos);
   EXPECT_EQ(good("carried").out, "nothing was left behind\n");
-  EXPECT_EQ(lists(), "WS-KEY" + comment + "WS-LAST" + comment + "WS-OTHER" + comment) << "what was decided comes back with the name";
+  EXPECT_EQ(lists(), "WS-KEY" + comment + "WS-LAST" + comment + "WS-OTHER" + comment)
+      << "what was decided comes back with the name";
 }
 
 TEST_F(Road, LookingShowsUsesAndRelations) {
   project();
   std::string uses;
   for (const auto& use : good("usages ws-key --json").objects())
-    uses += fmt::format("{}:{} {}\n", use["line"].get<int>(), use["column"].get<int>(), use["access"].get<std::string>());
+    uses +=
+        fmt::format("{}:{} {}\n", use["line"].get<int>(), use["column"].get<int>(), use["access"].get<std::string>());
   EXPECT_EQ(uses, "11:28 write\n12:15 read\n");
   std::string pairs;
   for (const auto& pair : good("relations --json WS-KEY").objects())
-    pairs += fmt::format("{} {} {}\n", pair["from_name"].get<std::string>(), pair["kind"].get<std::string>(), pair["to_name"].get<std::string>());
+    pairs += fmt::format("{} {} {}\n", pair["from_name"].get<std::string>(), pair["kind"].get<std::string>(),
+                         pair["to_name"].get<std::string>());
   EXPECT_EQ(pairs, "ACCT-NO Move WS-KEY\nWS-KEY Comparison WS-LAST\n");
   const auto slots = good("datanames --like 'WS-KEY' --json").objects();
   EXPECT_EQ(slots.at(0)["position"], 0);
@@ -183,12 +193,15 @@ TEST_F(Road, LookingShowsUsesAndRelations) {
 }
 
 TEST_F(Road, WhatTheAnalyserRemarkedIsKeptAndCounted) {
-  write("src/ODD.cbl", fixedForm("IDENTIFICATION DIVISION.\nPROGRAM-ID. ODD.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\nCOPY NOWHERE.\n01 A PIC X.\n"
+  write("src/ODD.cbl", fixedForm("IDENTIFICATION DIVISION.\nPROGRAM-ID. ODD.\nDATA DIVISION.\nWORKING-STORAGE "
+                                 "SECTION.\nCOPY NOWHERE.\n01 A PIC X.\n"
                                  "PROCEDURE DIVISION.\n    MOVE MISSING-NAME TO A.\n    STOP RUN.\n"));
   good("init");
   good("add --project accounts src --copybooks copy");
   const std::string out = good("verify").out;
-  EXPECT_NE(out.find("warnings and errors: CopyMissing 1, Unresolved 1; 'tarnsift diagnostics' lists them\n"), std::string::npos) << out;
+  EXPECT_NE(out.find("warnings and errors: CopyMissing 1, Unresolved 1; 'tarnsift diagnostics' lists them\n"),
+            std::string::npos)
+      << out;
   const std::string text = good("diagnostics --program ODD").out;
   EXPECT_NE(text.find("ODD.cbl:5:"), std::string::npos) << text;
   EXPECT_NE(text.find("MISSING-NAME"), std::string::npos) << text;
@@ -204,8 +217,10 @@ TEST_F(Road, WhatTheAnalyserRemarkedIsKeptAndCounted) {
 }
 
 TEST_F(Road, TheDialectCanBeSetInShort) {
-  write("src/BIN.cbl", fixedForm("IDENTIFICATION DIVISION.\nPROGRAM-ID. BIN.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n01 P POINTER.\n"
-                                 "PROCEDURE DIVISION.\n    STOP RUN.\n"));
+  write(
+      "src/BIN.cbl",
+      fixedForm("IDENTIFICATION DIVISION.\nPROGRAM-ID. BIN.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n01 P POINTER.\n"
+                "PROCEDURE DIVISION.\n    STOP RUN.\n"));
   project();
   EXPECT_EQ(good("datanames --like P --json").objects().at(0)["size"], 4);
   good("verify --dialect gnu");

@@ -11,15 +11,17 @@
 
 namespace {
 
-const char* const kProgram = "IDENTIFICATION DIVISION.\nPROGRAM-ID. ONE.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\nCOPY GONE.\n"
-                             "01 A PIC X.\n01 B PIC X.\nPROCEDURE DIVISION.\n    MOVE A TO B.\n    STOP RUN.\n";
+const char* const kProgram =
+    "IDENTIFICATION DIVISION.\nPROGRAM-ID. ONE.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\nCOPY GONE.\n"
+    "01 A PIC X.\n01 B PIC X.\nPROCEDURE DIVISION.\n    MOVE A TO B.\n    STOP RUN.\n";
 
 } // namespace
 
 class Trouble : public CommandTest {
  protected:
   void project(int programs = 1) {
-    for (int i = 0; i < programs; ++i) write("src/P" + std::to_string(i) + ".cbl", fixedForm(kProgram));
+    for (int i = 0; i < programs; ++i)
+      write("src/P" + std::to_string(i) + ".cbl", fixedForm(kProgram));
     good("init");
     good("add --project p src");
   }
@@ -48,11 +50,15 @@ TEST_F(Trouble, WrongUsageIsStatusTwoInOneLine) {
 TEST_F(Trouble, SourcesThatCannotBeAnalysedStayOutWithTheReasonAndTheRestGoesOn) {
   project();
   write("src/TEXT.cbl", "Dear colleague,\nthis is a letter.\n");
-  write("src/BINARY.cbl", std::string("\x7f" "ELF\0\1\2\3\xff\xfe", 10) + std::string(4000, '\x90'));
+  write("src/BINARY.cbl", std::string("\x7f"
+                                      "ELF\0\1\2\3\xff\xfe",
+                                      10) +
+                              std::string(4000, '\x90'));
   write("src/LOCKED.cbl", fixedForm(kProgram));
   ::chmod(m_place.file("src/LOCKED.cbl").c_str(), 0);
   const Result result = good("verify");
-  EXPECT_NE(result.out.find("copybooks not found: GONE"), std::string::npos) << "a missing copybook is recorded, the program verified";
+  EXPECT_NE(result.out.find("copybooks not found: GONE"), std::string::npos)
+      << "a missing copybook is recorded, the program verified";
   EXPECT_NE(result.error.find("TEXT: not verified: "), std::string::npos) << result.error;
   EXPECT_NE(result.error.find("BINARY: not verified: "), std::string::npos);
   if (::geteuid() != 0) {
@@ -139,24 +145,30 @@ TEST_F(Trouble, AKilledVerificationOrFilterIsGoneOnWith) {
   }
   good("filter --like A --to affected");
   std::int64_t listed = 0;
-  for (const auto& program : good("programs --json").objects()) listed += program["affected"].get<std::int64_t>();
+  for (const auto& program : good("programs --json").objects())
+    listed += program["affected"].get<std::int64_t>();
   EXPECT_EQ(listed, 60);
-  EXPECT_EQ(good("datanames --status affected --json").objects().size(), 60U) << "rows and counts agree after the kills";
+  EXPECT_EQ(good("datanames --status affected --json").objects().size(), 60U)
+      << "rows and counts agree after the kills";
   for (const auto& file : platform::walkFiles(m_place.file("Analysis")))
-    EXPECT_TRUE(file.ends_with(".kva") || file.ends_with(".mdb") || file.ends_with(".kvm")) << file << " was left behind";
+    EXPECT_TRUE(file.ends_with(".kva") || file.ends_with(".mdb") || file.ends_with(".kvm"))
+        << file << " was left behind";
 }
 
 TEST_F(Trouble, AFullDiskLeavesNothingHalfWritten) {
   std::string items;
-  for (int i = 0; i < 3000; ++i) items += "01 ITEM-" + std::to_string(i) + " PIC X(8).\n";
+  for (int i = 0; i < 3000; ++i)
+    items += "01 ITEM-" + std::to_string(i) + " PIC X(8).\n";
   std::string text = kProgram;
   text.insert(text.find("01 A"), items);
   project();
   write("src/P0.cbl", fixedForm(text));
   // Files may not grow beyond 256 KiB in this shell: verification cannot write its database.
-  const std::string shell = "cd '" + folder + "' && (trap '' XFSZ; ulimit -f 512; '" TARNSIFT_COMMAND "' verify) >'" + m_place.file(".out") + "' 2>&1";
+  const std::string shell = "cd '" + folder + "' && (trap '' XFSZ; ulimit -f 512; '" TARNSIFT_COMMAND "' verify) >'" +
+                            m_place.file(".out") + "' 2>&1";
   EXPECT_NE(std::system(shell.c_str()), 0);
-  EXPECT_NE(platform::readText(m_place.file(".out")).find("not verified"), std::string::npos) << platform::readText(m_place.file(".out"));
+  EXPECT_NE(platform::readText(m_place.file(".out")).find("not verified"), std::string::npos)
+      << platform::readText(m_place.file(".out"));
   EXPECT_TRUE(platform::walkFiles(m_place.file("Analysis")).empty());
   EXPECT_NE(good("verify").out.find("verified 1"), std::string::npos);
 }

@@ -35,8 +35,8 @@ const char* const kText = R"(       IDENTIFICATION DIVISION.
 )";
 
 std::string matching(const std::string& criterion) {
-  static const orvane::StoreData data =
-      orvane::packAnalysis(cobol::analyse(kText, cobol::Options{}, {}), 1, [](const std::string& path) { return path; });
+  static const orvane::StoreData data = orvane::packAnalysis(cobol::analyse(kText, cobol::Options{}, {}), 1,
+                                                             [](const std::string& path) { return path; });
   const orvane::Criterion matches = orvane::criterionNamed(criterion);
   std::string names;
   for (std::uint32_t i = 0; i < data.constructs.size(); ++i)
@@ -78,17 +78,20 @@ TEST(Criteria, MatchWhatTheySayAndNothingElse) {
       {"Across:file FDD at 9-12", ""},
   };
   std::set<std::string> tested;
-  for (const auto& [criterion, names] : kCases) EXPECT_EQ(matching(criterion), names) << criterion;
+  for (const auto& [criterion, names] : kCases)
+    EXPECT_EQ(matching(criterion), names) << criterion;
   for (const auto& kind : orvane::criterionKinds()) {
     const std::string head = std::string(kind.tab) + ":" + std::string(kind.word);
-    EXPECT_TRUE(std::any_of(std::begin(kCases), std::end(kCases), [&](const auto& c) { return std::string(c.first).starts_with(head); })) << head;
+    EXPECT_TRUE(std::any_of(std::begin(kCases), std::end(kCases), [&](const auto& c) {
+      return std::string(c.first).starts_with(head);
+    })) << head;
   }
 }
 
 TEST(Criteria, RefuseWhatTheyDoNotUnderstand) {
-  for (const char* name : {"", "Names", "Names:[A", "Declaration:Level x", "Declaration:Size 8-2", "Declaration:Size", "Declaration:Kind thing",
-                           "Use:Unused really", "Use:", "Across:file", "Across:file FDD at 0-8", "Across:call SUB(1) at x",
-                           "Colour:Red"})
+  for (const char* name : {"", "Names", "Names:[A", "Declaration:Level x", "Declaration:Size 8-2", "Declaration:Size",
+                           "Declaration:Kind thing", "Use:Unused really", "Use:", "Across:file",
+                           "Across:file FDD at 0-8", "Across:call SUB(1) at x", "Colour:Red"})
     EXPECT_THROW(orvane::criterionNamed(name), platform::Error) << name;
   EXPECT_EQ(orvane::nameOfPatterns("", "OLD*"), "Names:* but not OLD*");
 }

@@ -32,7 +32,8 @@ TEST_F(RepositoryTest, ObjectsHaveAttributesMembersAndAnOrder) {
   std::string names;
   const auto members = m_repository->SelectObjects("cobol", project->Id(), "NAME");
   EXPECT_EQ(members->Count(), 2U) << "joined twice is joined once";
-  for (; !members->AtEnd(); members->MoveNext()) names += members->Current()->DisplayName() + " ";
+  for (; !members->AtEnd(); members->MoveNext())
+    names += members->Current()->DisplayName() + " ";
   EXPECT_EQ(names, "Alpha beta ");
   EXPECT_TRUE(second->IsMemberOf(project->Id()));
   EXPECT_FALSE(second->IsMemberOf(first->Id()));
@@ -49,8 +50,9 @@ TEST_F(RepositoryTest, ObjectsHaveAttributesMembersAndAnOrder) {
 TEST_F(RepositoryTest, ProjectNamesThatCannotBeAreRefusedAndNothingIsMade) {
   orvane::createProject(m_base, *m_repository, "a.b [x]");
   orvane::createProject(m_base, *m_repository, std::string(48, 'n') + "1");
-  for (const std::string& name : {std::string(""), std::string("  "), std::string("a/b"), std::string("a\\b"), std::string(".."), std::string("A.B [X]"),
-                                  std::string(48, 'n') + "2", std::string(300, 'x'), std::string("a\nb")})
+  for (const std::string& name :
+       {std::string(""), std::string("  "), std::string("a/b"), std::string("a\\b"), std::string(".."),
+        std::string("A.B [X]"), std::string(48, 'n') + "2", std::string(300, 'x'), std::string("a\nb")})
     EXPECT_THROW(orvane::createProject(m_base, *m_repository, name), platform::Error) << name;
   EXPECT_EQ(orvane::projectNames(*m_repository).size(), 2U);
   EXPECT_NO_THROW(orvane::createProject(m_base, *m_repository, "\xE9\x8A\x80\xE8\xA1\x8C & 'Co'"));
@@ -97,7 +99,9 @@ TEST(PaneTree, CutsHidesAndRestores) {
   int arranged = 0;
   tree.PanesArranged.connect([&] { ++arranged; });
   build(tree);
-  EXPECT_EQ(picture(tree), "Programs 0,705 5000x5715\nLists 5060,705 4940x3715\nSynonyms 5060,4765 4940x1655\nSource 0,6765 10000x2655\n");
+  EXPECT_EQ(
+      picture(tree),
+      "Programs 0,705 5000x5715\nLists 5060,705 4940x3715\nSynonyms 5060,4765 4940x1655\nSource 0,6765 10000x2655\n");
   tree.Panes("Synonyms").setVisible(false);
   EXPECT_EQ(arranged, 2);
   EXPECT_FLOAT_EQ(tree.Panes("Lists").Height(), 5715) << "a hidden pane leaves its place";
@@ -107,15 +111,17 @@ TEST(PaneTree, CutsHidesAndRestores) {
   other.Arrange(0, 420, 10000, 9000);
   EXPECT_EQ(picture(other), picture(tree));
   tree.Arrange(0, 0, 100, 50); // smaller than a sash and a caption: no negative size
-  for (const char* key : {"Programs", "Lists", "Source"}) EXPECT_GE(tree.Panes(key).Height(), 0);
+  for (const char* key : {"Programs", "Lists", "Source"})
+    EXPECT_GE(tree.Panes(key).Height(), 0);
 }
 
 TEST(PaneTree, RefusesALayoutThatIsNotOneAndStaysAsItWas) {
   orvane::PaneTree tree;
   build(tree);
   const std::string before = tree.SaveLayout();
-  for (const std::string& layout : {std::string(""), std::string("nonsense"), std::string("(1 5000 Programs+ Source+)"), std::string("(9 1 A+ B+)"),
-                                    before.substr(0, before.size() - 1), std::string(100000, '(')}) {
+  for (const std::string& layout :
+       {std::string(""), std::string("nonsense"), std::string("(1 5000 Programs+ Source+)"), std::string("(9 1 A+ B+)"),
+        before.substr(0, before.size() - 1), std::string(100000, '(')}) {
     EXPECT_THROW(tree.LoadLayout(layout), platform::Error) << layout.substr(0, 40);
     EXPECT_EQ(tree.SaveLayout(), before);
   }
@@ -140,10 +146,12 @@ TEST(StoreFormat, RefusesDamageAnywhere) {
   construct.kvid = "P:A";
   construct.name = "A";
   analysis.constructs = {construct};
-  const std::string bytes = orvane::storeBytes(orvane::packAnalysis(analysis, 7, [](const std::string& path) { return path; }));
+  const std::string bytes =
+      orvane::storeBytes(orvane::packAnalysis(analysis, 7, [](const std::string& path) { return path; }));
   EXPECT_EQ(orvane::readStoreBytes(bytes, "x").find("P:A"), 0);
   EXPECT_EQ(orvane::readStoreBytes(bytes, "x").find("P:B"), -1);
-  for (std::size_t cut = 0; cut < bytes.size(); cut += 13) EXPECT_THROW(orvane::readStoreBytes(bytes.substr(0, cut), "x"), platform::FileError);
+  for (std::size_t cut = 0; cut < bytes.size(); cut += 13)
+    EXPECT_THROW(orvane::readStoreBytes(bytes.substr(0, cut), "x"), platform::FileError);
   for (std::size_t at = 0; at < bytes.size(); at += 7) {
     std::string wrong = bytes;
     wrong[at] = static_cast<char>(wrong[at] ^ 0x55);

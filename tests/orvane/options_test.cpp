@@ -12,7 +12,9 @@ namespace {
 
 constexpr const char* kRoot = "//CASE[@ID='Tarnsift']";
 
-platform::Node rootOf(const platform::Document& document) { return document.selectSingleNode(kRoot); }
+platform::Node rootOf(const platform::Document& document) {
+  return document.selectSingleNode(kRoot);
+}
 
 // Every place that a session reads, from the root of its branch, and the default there; "*": a list with children.
 struct Place {
@@ -44,8 +46,10 @@ void expectPlaces(const platform::Document& document) {
   for (const Place& place : kPlaces) {
     const platform::Node node = rootOf(document).selectSingleNode(place.path);
     ASSERT_TRUE(node) << place.path;
-    if (std::string(place.value) == "*") EXPECT_TRUE(node.firstChild()) << place.path;
-    else EXPECT_EQ(node.getAttribute("VALUE").asText(), place.value) << place.path;
+    if (std::string(place.value) == "*")
+      EXPECT_TRUE(node.firstChild()) << place.path;
+    else
+      EXPECT_EQ(node.getAttribute("VALUE").asText(), place.value) << place.path;
   }
 }
 
@@ -57,7 +61,8 @@ TEST(OptionTemplate, HasEveryNodeThatASessionReadsWithItsDefault) {
   EXPECT_EQ(document.selectNodes("//TEXT[@NAME='DefaultSearchName']").size(), 1U) << "found through the whole document";
   const platform::Node first = rootOf(document).selectSingleNode(".//BOOL[@NAME='OverrideStatus']");
   EXPECT_EQ(first.parent().getAttribute("NAME"), Value("Search")) << "the filter's stands before the synonym search's";
-  EXPECT_EQ(document.selectNodes("//LIST[@NAME='HighAffinityRels']/CASE").size() + document.selectNodes("//LIST[@NAME='LowAffinityRels']/CASE").size(),
+  EXPECT_EQ(document.selectNodes("//LIST[@NAME='HighAffinityRels']/CASE").size() +
+                document.selectNodes("//LIST[@NAME='LowAffinityRels']/CASE").size(),
             cobol::relationKinds().size());
   EXPECT_TRUE(document.selectSingleNode("//LIST[@NAME='HighAffinityRels']/CASE[@NAME='Move'][@CHECKED='true']"));
   EXPECT_TRUE(document.selectSingleNode("//LIST[@NAME='LowAffinityRels']/CASE[@NAME='GroupMove']"));
@@ -68,8 +73,10 @@ TEST(OptionTemplate, HasEveryNodeThatASessionReadsWithItsDefault) {
 TEST(OptionMerge, AddsWhatIsMissingAndKeepsValuesAndStrangers) {
   auto document = platform::Document::loadText(
       "<OPTIONS><CASE ID='Tarnsift'><BOOL NAME='ApplySelected' VALUE='false'/><BOOL NAME='FromTomorrow' VALUE='yes'/>"
-      "<GROUP NAME='Synonyms'><BOOL NAME='HighAffinity' VALUE='false'><LIST NAME='HighAffinityRels'><CASE NAME='Move' CHECKED='false'/>"
-      "<CASE NAME='Gone' CHECKED='true'/></LIST></BOOL></GROUP></CASE><CASE ID='Other'><TEXT NAME='Kept' VALUE='1'/></CASE></OPTIONS>");
+      "<GROUP NAME='Synonyms'><BOOL NAME='HighAffinity' VALUE='false'><LIST NAME='HighAffinityRels'><CASE NAME='Move' "
+      "CHECKED='false'/>"
+      "<CASE NAME='Gone' CHECKED='true'/></LIST></BOOL></GROUP></CASE><CASE ID='Other'><TEXT NAME='Kept' "
+      "VALUE='1'/></CASE></OPTIONS>");
   orvane::mergeOntoTemplate(document);
   const auto value = [&](const std::string& path, const char* attribute = "VALUE") {
     const platform::Node node = document.selectSingleNode(path);
@@ -82,7 +89,8 @@ TEST(OptionMerge, AddsWhatIsMissingAndKeepsValuesAndStrangers) {
   EXPECT_EQ(value("//LIST[@NAME='HighAffinityRels']/CASE[@NAME='Gone']", "CHECKED"), "true");
   EXPECT_EQ(value("//LIST[@NAME='HighAffinityRels']/CASE[@NAME='Addition']", "CHECKED"), "true");
   EXPECT_EQ(value("//CASE[@ID='Other']/TEXT"), "1");
-  EXPECT_EQ(rootOf(document).selectSingleNode(".//BOOL[@NAME='OverrideStatus']").parent().getAttribute("NAME"), Value("Search"));
+  EXPECT_EQ(rootOf(document).selectSingleNode(".//BOOL[@NAME='OverrideStatus']").parent().getAttribute("NAME"),
+            Value("Search"));
   const std::string once = document.text();
   orvane::mergeOntoTemplate(document);
   EXPECT_EQ(document.text(), once) << "a second merge changes nothing";
@@ -91,15 +99,20 @@ TEST(OptionMerge, AddsWhatIsMissingAndKeepsValuesAndStrangers) {
 TEST(OptionMerge, BringsValuesOfEarlierDocumentsToTheirPlace) {
   // As it was before the pages, and as the upgrade leaves it.
   auto earliest = platform::Document::loadText(
-      "<OPTIONS><CASE ID='Tarnsift'><GROUP NAME='PositiveFilters'><STRINGS NAME='P'><STRING VALUE='ACCT*'/></STRINGS></GROUP>"
+      "<OPTIONS><CASE ID='Tarnsift'><GROUP NAME='PositiveFilters'><STRINGS NAME='P'><STRING "
+      "VALUE='ACCT*'/></STRINGS></GROUP>"
       "<STRINGS NAME='NameNegative'><STRING VALUE='*OLD'/></STRINGS><BOOL NAME='ApplySelected' VALUE='false'/>"
       "<BOOL NAME='OverrideStatus' VALUE='true'/><BOOL NAME='ViewAllRedefines' VALUE='true'/></CASE></OPTIONS>");
   auto upgraded = platform::Document::loadText(
-      "<OPTIONS><CASE ID='Tarnsift'><LIST NAME='Pages'><CASE NAME='Filters'><LIST NAME='FilterTypes'><CASE NAME='Patterns'>"
-      "<GROUP NAME='PositiveFilters'><STRINGS NAME='P'><STRING VALUE='ACCT*'/></STRINGS></GROUP><STRINGS NAME='NameNegative'>"
+      "<OPTIONS><CASE ID='Tarnsift'><LIST NAME='Pages'><CASE NAME='Filters'><LIST NAME='FilterTypes'><CASE "
+      "NAME='Patterns'>"
+      "<GROUP NAME='PositiveFilters'><STRINGS NAME='P'><STRING VALUE='ACCT*'/></STRINGS></GROUP><STRINGS "
+      "NAME='NameNegative'>"
       "<STRING VALUE='*OLD'/></STRINGS></CASE></LIST></CASE><CASE NAME='Parameters'><GROUP NAME='Search'>"
-      "<BOOL NAME='ApplySelected' VALUE='false'/><BOOL NAME='OverrideStatus' VALUE='true'/><BOOL NAME='RefreshLists' VALUE='false'/></GROUP>"
-      "<BOOL NAME='ViewAllRedefines' VALUE='true'/><BOOL NAME='ShowUnused' VALUE='true'/></CASE></LIST></CASE></OPTIONS>");
+      "<BOOL NAME='ApplySelected' VALUE='false'/><BOOL NAME='OverrideStatus' VALUE='true'/><BOOL NAME='RefreshLists' "
+      "VALUE='false'/></GROUP>"
+      "<BOOL NAME='ViewAllRedefines' VALUE='true'/><BOOL NAME='ShowUnused' "
+      "VALUE='true'/></CASE></LIST></CASE></OPTIONS>");
   for (auto* document : {&earliest, &upgraded}) {
     orvane::mergeOntoTemplate(*document);
     const platform::Node root = rootOf(*document);
@@ -108,10 +121,15 @@ TEST(OptionMerge, BringsValuesOfEarlierDocumentsToTheirPlace) {
     EXPECT_EQ(on(".//BOOL[@NAME='OverrideStatus']"), "true");
     EXPECT_EQ(on(".//GROUP[@NAME='SynonymSearch']/BOOL[@NAME='OverrideStatus']"), "false");
     EXPECT_EQ(on("./GROUP[@NAME='Synonyms']/BOOL[@NAME='Redefines']/BOOL[@NAME='ViewAllRedefines']"), "true");
-    EXPECT_TRUE(root.selectSingleNode("./LIST/CASE[@NAME='Filters']//GROUP[@NAME='PositiveFilters']//STRING[@VALUE='ACCT*']"));
-    EXPECT_TRUE(root.selectSingleNode("./LIST/CASE[@NAME='Filters']//STRINGS[@NAME='NameNegative']/STRING[@VALUE='*OLD']"));
+    EXPECT_TRUE(
+        root.selectSingleNode("./LIST/CASE[@NAME='Filters']//GROUP[@NAME='PositiveFilters']//STRING[@VALUE='ACCT*']"));
+    EXPECT_TRUE(
+        root.selectSingleNode("./LIST/CASE[@NAME='Filters']//STRINGS[@NAME='NameNegative']/STRING[@VALUE='*OLD']"));
   }
-  EXPECT_EQ(rootOf(upgraded).selectSingleNode("./GROUP[@NAME='AffectedCodeReport']/BOOL[@NAME='ShowUnused']").getAttribute("VALUE"), Value("true"));
+  EXPECT_EQ(rootOf(upgraded)
+                .selectSingleNode("./GROUP[@NAME='AffectedCodeReport']/BOOL[@NAME='ShowUnused']")
+                .getAttribute("VALUE"),
+            Value("true"));
 }
 
 TEST(OptionDocument, SavesWhatIsTheAnalystsAndNotWhatIsTheCommands) {
@@ -121,13 +139,17 @@ TEST(OptionDocument, SavesWhatIsTheAnalystsAndNotWhatIsTheCommands) {
     platform::Ref<OptionDocument> options(new OptionDocument(file));
     options->overrideForSession("//BOOL[@NAME='ApplySelected']", "false");
     EXPECT_TRUE(options->Document().selectSingleNode("//BOOL[@NAME='ApplySelected'][@VALUE='false']"));
-    options->Document().selectSingleNode("//TEXT[@NAME='DefaultSearchName']").setAttribute("VALUE", "Names:\xE6\x97\xA5 & <b>");
+    options->Document()
+        .selectSingleNode("//TEXT[@NAME='DefaultSearchName']")
+        .setAttribute("VALUE", "Names:\xE6\x97\xA5 & <b>");
     options->Save();
-    EXPECT_TRUE(options->Document().selectSingleNode("//BOOL[@NAME='ApplySelected'][@VALUE='false']")) << "still so in this session";
+    EXPECT_TRUE(options->Document().selectSingleNode("//BOOL[@NAME='ApplySelected'][@VALUE='false']"))
+        << "still so in this session";
   }
   platform::Ref<OptionDocument> again(new OptionDocument(file));
   EXPECT_TRUE(again->Document().selectSingleNode("//BOOL[@NAME='ApplySelected'][@VALUE='true']"));
-  EXPECT_EQ(again->Document().selectSingleNode("//TEXT[@NAME='DefaultSearchName']").getAttribute("VALUE"), Value("Names:\xE6\x97\xA5 & <b>"));
+  EXPECT_EQ(again->Document().selectSingleNode("//TEXT[@NAME='DefaultSearchName']").getAttribute("VALUE"),
+            Value("Names:\xE6\x97\xA5 & <b>"));
   platform::WriteFileAtomically(file, "<OPTIONS><CASE");
   try {
     OptionDocument damaged(file);

@@ -20,7 +20,8 @@ std::string picture(ListView& list) {
 }
 
 void fill(ListView& list, const std::string& letters) {
-  for (const char letter : letters) list.ListItems.Add(std::string("K") + letter, std::string(1, letter));
+  for (const char letter : letters)
+    list.ListItems.Add(std::string("K") + letter, std::string(1, letter));
 }
 
 } // namespace
@@ -77,7 +78,8 @@ TEST(ListView, RemovalByPositionAndByKeyMixInABatch) {
 
 TEST(ListView, SortsStablyWithoutCaseBySubColumnAndKeepsSortedOnAdd) {
   ListView list("lv", 0);
-  for (const auto& [key, text, count] : {std::tuple("1", "b", "         9"), {"2", "A", "        12"}, {"3", "c", "         9"}})
+  for (const auto& [key, text, count] :
+       {std::tuple("1", "b", "         9"), {"2", "A", "        12"}, {"3", "c", "         9"}})
     list.ListItems.Add(key, text).setSubItems(2, count);
   list.sortBy(3);
   EXPECT_EQ(picture(list), "b c A") << "padded counts sort by value, equal ones keep their order";

@@ -14,12 +14,28 @@ TEST(Wildcard, MatchesTheWholeTextAndRefusesBrokenPatterns) {
     const char* pattern;
     bool matches;
   };
-  for (const Case& c : {
-           Case{"CUST-ID", "CUST*", true}, {"CUST-ID", "*ID", true}, {"CUST-ID", "*CUST", false}, {"CUST-ID", "cust*", false},
-           {"", "", true}, {"", "*", true}, {"A", "", false}, {"A1", "A#", true}, {"AB", "A#", false}, {"AB", "A?", true},
-           {"A", "A?", false}, {"X-7", "[A-Z]-[0-9]", true}, {"X-7", "[!A-W]-#", true}, {"X-7", "[!X]*", false},
-           {"A*B", "A[*]B", true}, {"AXB", "A[*]B", false}, {"A-B", "A[-]B", true}, {"AB", "A[]B", true},
-           {"AAAB", "*A*AB", true}, {"ABABAC", "*ABAC", true}, {"\xE6\x97\xA5X", "?X", true}, {"A]", "A]", true}}) {
+  for (const Case& c : {Case{"CUST-ID", "CUST*", true},
+                        {"CUST-ID", "*ID", true},
+                        {"CUST-ID", "*CUST", false},
+                        {"CUST-ID", "cust*", false},
+                        {"", "", true},
+                        {"", "*", true},
+                        {"A", "", false},
+                        {"A1", "A#", true},
+                        {"AB", "A#", false},
+                        {"AB", "A?", true},
+                        {"A", "A?", false},
+                        {"X-7", "[A-Z]-[0-9]", true},
+                        {"X-7", "[!A-W]-#", true},
+                        {"X-7", "[!X]*", false},
+                        {"A*B", "A[*]B", true},
+                        {"AXB", "A[*]B", false},
+                        {"A-B", "A[-]B", true},
+                        {"AB", "A[]B", true},
+                        {"AAAB", "*A*AB", true},
+                        {"ABABAC", "*ABAC", true},
+                        {"\xE6\x97\xA5X", "?X", true},
+                        {"A]", "A]", true}}) {
     EXPECT_EQ(like(c.text, c.pattern), c.matches) << c.text << " like " << c.pattern;
   }
   EXPECT_THROW(like("Hello", "[AB"), PatternError);

@@ -23,10 +23,11 @@ TEST(Session, RunFillsTheWindowWithTheProgramsAndTheirListsAndGivesZero) {
   EXPECT_EQ(platform::App().HelpFile, "tarnsift.help");
   EXPECT_EQ(host.window().menu("mnuHelpWindow").Caption + "|" + host.window().menu("mnuHelpAbout").Caption,
             "Tarnsift Help|&About The Product");
-  EXPECT_EQ(
-      host.captions,
-      (std::map<std::string, std::string>{
-          {"Programs", "Programs - 2 item(s)"}, {"Lists", "Lists"}, {"Synonyms", "Synonyms for variable 'CUST-NO' - 0 item(s)"}, {"Source", "Source"}}));
+  EXPECT_EQ(host.captions,
+            (std::map<std::string, std::string>{{"Programs", "Programs - 2 item(s)"},
+                                                {"Lists", "Lists"},
+                                                {"Synonyms", "Synonyms for variable 'CUST-NO' - 0 item(s)"},
+                                                {"Source", "Source"}}));
   EXPECT_THAT(host.messages(), ElementsAre());
 }
 

@@ -39,16 +39,19 @@ const std::map<std::string, Texts>& tables() {
 std::string wordsOf(const std::string& text, const char* pattern) {
   std::multiset<std::string> found;
   const std::regex word(pattern);
-  for (std::sregex_iterator at(text.begin(), text.end(), word), end; at != end; ++at) found.insert(at->str());
+  for (std::sregex_iterator at(text.begin(), text.end(), word), end; at != end; ++at)
+    found.insert(at->str());
   std::string words;
-  for (const auto& one : found) words += one + " ";
+  for (const auto& one : found)
+    words += one + " ";
   return words;
 }
 
 // What a translation has to keep: placeholders, the access key, the dots, the colon, blanks at the ends.
 std::string skeletonOf(const std::string& text) {
   const std::string plain = std::regex_replace(text, std::regex("\\(&[A-Z]\\)"), "");
-  return wordsOf(text, "%[0-9]") + "|" + platform::upper(wordsOf(text, "&[A-Za-z]")) + "|" + wordsOf(plain, "^ +|\\.\\.\\.$|:$| +$");
+  return wordsOf(text, "%[0-9]") + "|" + platform::upper(wordsOf(text, "&[A-Za-z]")) + "|" +
+         wordsOf(plain, "^ +|\\.\\.\\.$|:$| +$");
 }
 
 TEST(Strings, TheThreeTablesSayTheSameThings) {
@@ -61,13 +64,15 @@ TEST(Strings, TheThreeTablesSayTheSameThings) {
         ADD_FAILURE() << language << " lacks " << id;
         continue;
       }
-      EXPECT_EQ(skeletonOf(translated->second), skeletonOf(text)) << language << " " << id << ": " << translated->second;
+      EXPECT_EQ(skeletonOf(translated->second), skeletonOf(text))
+          << language << " " << id << ": " << translated->second;
       if (translated->second.find('&') != std::string::npos) {
         EXPECT_TRUE(std::regex_search(translated->second, std::regex("[^ ]\\(&[A-Z]\\)(\\.\\.\\.|:)?$")))
             << language << " " << id << ": " << translated->second;
       }
       if (text != "OK") {
-        EXPECT_TRUE(std::any_of(translated->second.begin(), translated->second.end(), [](char c) { return (c & 0x80) != 0; }))
+        EXPECT_TRUE(
+            std::any_of(translated->second.begin(), translated->second.end(), [](char c) { return (c & 0x80) != 0; }))
             << language << " " << id << " is not translated";
       }
     }
@@ -109,7 +114,8 @@ TEST(Strings, TheWindowOpensWithTheWordsOfEachLanguage) {
                   window.menu("mnuFile").Caption + " " + window.menu("mnuMoveTo", 1).Caption + " " +
                   window.tbToolbar.Button("Synonyms").ToolTipText + " " + window.menu("mnuHelpWindow").Caption,
               words);
-    for (const auto& entry : menuEntries()) EXPECT_NE(window.menu(entry.name, entry.index).Caption, "") << entry.name;
+    for (const auto& entry : menuEntries())
+      EXPECT_NE(window.menu(entry.name, entry.index).Caption, "") << entry.name;
     host.close();
   }
   platform::resetLanguage();
@@ -126,12 +132,16 @@ class Locale : public ::testing::Test {
   }
   void TearDown() override {
     platform::resetLanguage();
-    for (const char* name : kNames) ::unsetenv(name);
-    for (const auto& [name, value] : m_before) ::setenv(name.c_str(), value.c_str(), 1);
+    for (const char* name : kNames)
+      ::unsetenv(name);
+    for (const auto& [name, value] : m_before)
+      ::setenv(name.c_str(), value.c_str(), 1);
   }
   static std::string cancelIn(const std::map<std::string, std::string>& variables) {
-    for (const char* name : kNames) ::unsetenv(name);
-    for (const auto& [name, value] : variables) ::setenv(name.c_str(), value.c_str(), 1);
+    for (const char* name : kNames)
+      ::unsetenv(name);
+    for (const auto& [name, value] : variables)
+      ::setenv(name.c_str(), value.c_str(), 1);
     return LoadResString(189);
   }
 

@@ -7,7 +7,7 @@ namespace {
 constexpr const char* kRedefines = "//BOOL[@NAME='Redefines']";
 constexpr const char* kAllRedefines = "//BOOL[@NAME='ViewAllRedefines']";
 
-/// k1 is the seed: relations both ways, one with itself, one of a kind that is off, a FILLER; ranges equal, over and
+/// k1 is the name asked about: relations both ways, one with itself, one of a kind that is off, a FILLER; ranges equal, over and
 /// beside it.
 const Program kProgram = {
     .id = "A",

@@ -81,8 +81,8 @@ struct Kind {
 };
 constexpr Kind kKinds[] = {
     {"program", 6}, {"tab", 10},          {"focus synonyms", 10}, {"focus programs", 2}, {"entry", 8},   {"mark", 12},
-    {"move", 24},   {"delete", 3},        {"clear list", 1},     {"clear all", 1},      {"unused", 3},  {"comment", 6},
-    {"select", 5},  {"select all", 3},    {"filter", 9},         {"find synonyms", 6},  {"options", 5}, {"pane", 4},
+    {"move", 24},   {"delete", 3},        {"clear list", 1},      {"clear all", 1},      {"unused", 3},  {"comment", 6},
+    {"select", 5},  {"select all", 3},    {"filter", 9},          {"find synonyms", 6},  {"options", 5}, {"pane", 4},
     {"sort", 2},    {"mark programs", 4}, {"reopen", 1}};
 
 std::string told(const Command& command) {

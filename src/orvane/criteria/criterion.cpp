@@ -33,13 +33,16 @@ bool isHidden(const ConstructRecord& record) {
 
 std::string knownNames() {
   std::vector<std::string> names;
-  for (const auto& kind : kKinds) names.emplace_back(kind.example);
+  for (const auto& kind : kKinds)
+    names.emplace_back(kind.example);
   return platform::joined(names, ", ");
 }
 
 } // namespace
 
-std::span<const CriterionKind> criterionKinds() { return kKinds; }
+std::span<const CriterionKind> criterionKinds() {
+  return kKinds;
+}
 
 Criterion criterionNamed(const std::string& name) {
   const auto colon = name.find(':');
@@ -49,10 +52,13 @@ Criterion criterionNamed(const std::string& name) {
   for (const CriterionKind& kind : kKinds) {
     if (!platform::equalsIgnoringCase(kind.tab, tab)) continue;
     if (!kind.word.empty() && !platform::equalsIgnoringCase(kind.word, rest.substr(0, blank))) continue;
-    const std::string argument = kind.word.empty() ? rest : blank == std::string::npos ? "" : std::string(platform::trimmed(rest.substr(blank)));
+    const std::string argument = kind.word.empty()            ? rest
+                                 : blank == std::string::npos ? ""
+                                                              : std::string(platform::trimmed(rest.substr(blank)));
     if (argument.empty() != kind.argument.empty())
       throw platform::Error(kind.argument.empty() ? fmt::format("the criterion '{}' takes nothing more", name)
-                                                  : fmt::format("the criterion '{}' needs a {}, as in {}", name, kind.argument, kind.example));
+                                                  : fmt::format("the criterion '{}' needs a {}, as in {}", name,
+                                                                kind.argument, kind.example));
     Criterion matches = kind.make(argument);
     if (kind.asksForKind) return matches;
     return [matches = std::move(matches)](const StoreData& data, std::uint32_t construct) {

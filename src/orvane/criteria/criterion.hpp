@@ -18,7 +18,7 @@ struct CriterionKind {
   std::string_view word;     ///< "" where the argument alone stands behind the tab
   std::string_view argument; ///< what the argument is, for messages; "" when it takes none
   std::string_view example;
-  bool asksForKind = false;  ///< may match FILLER and slots, which the others never do
+  bool asksForKind = false; ///< may match FILLER and slots, which the others never do
   /// Throws platform::Error for an argument that cannot be used.
   Criterion (*make)(const std::string& argument);
 };

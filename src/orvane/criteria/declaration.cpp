@@ -57,11 +57,14 @@ Criterion sizeIs(const std::string& argument) {
 
 Criterion kindIs(const std::string& argument) {
   std::vector<std::string> known;
-  for (std::uint8_t kind = 0; !kindWord(kind).empty(); ++kind) known.emplace_back(kindWord(kind));
+  for (std::uint8_t kind = 0; !kindWord(kind).empty(); ++kind)
+    known.emplace_back(kindWord(kind));
   const std::string wanted = platform::lower(argument);
   if (std::find(known.begin(), known.end(), wanted) == known.end())
     throw platform::Error(fmt::format("there is no kind '{}'; there are {}", argument, platform::joined(known, ", ")));
-  return [wanted](const StoreData& data, std::uint32_t construct) { return kindWord(data.constructs[construct].kind) == wanted; };
+  return [wanted](const StoreData& data, std::uint32_t construct) {
+    return kindWord(data.constructs[construct].kind) == wanted;
+  };
 }
 
 } // namespace orvane

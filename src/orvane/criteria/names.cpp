@@ -15,7 +15,8 @@ std::string nameOfPatterns(const std::string& like, const std::string& unlike) {
 Criterion namesLike(const std::string& argument) {
   const auto butNot = argument.find(kButNot);
   const std::string like = platform::upper(argument.substr(0, butNot));
-  const std::string unlike = butNot == std::string::npos ? "" : platform::upper(argument.substr(butNot + kButNot.size()));
+  const std::string unlike =
+      butNot == std::string::npos ? "" : platform::upper(argument.substr(butNot + kButNot.size()));
   platform::like("", like); // refuses a broken pattern before any program is read
   platform::like("", unlike);
   return [like, unlike](const StoreData& data, std::uint32_t construct) {

@@ -24,11 +24,14 @@ Criterion isUnused(const std::string&) {
 }
 
 Criterion isReadOnly(const std::string&) {
-  return [](const StoreData& data, std::uint32_t construct) { return allUsagesAre(data, construct, cobol::Access::read); };
+  return
+      [](const StoreData& data, std::uint32_t construct) { return allUsagesAre(data, construct, cobol::Access::read); };
 }
 
 Criterion isWrittenOnly(const std::string&) {
-  return [](const StoreData& data, std::uint32_t construct) { return allUsagesAre(data, construct, cobol::Access::write); };
+  return [](const StoreData& data, std::uint32_t construct) {
+    return allUsagesAre(data, construct, cobol::Access::write);
+  };
 }
 
 Criterion isInFileRecord(const std::string&) {
@@ -40,8 +43,9 @@ Criterion isInFileRecord(const std::string&) {
 // Relations are sorted by their first end.
 Criterion isPassedToCall(const std::string&) {
   return [](const StoreData& data, std::uint32_t construct) {
-    const auto from = std::lower_bound(data.relations.begin(), data.relations.end(), construct,
-                                       [](const RelationRecord& relation, std::uint32_t end) { return relation.from < end; });
+    const auto from =
+        std::lower_bound(data.relations.begin(), data.relations.end(), construct,
+                         [](const RelationRecord& relation, std::uint32_t end) { return relation.from < end; });
     for (auto relation = from; relation != data.relations.end() && relation->from == construct; ++relation)
       if (relation->kind == static_cast<std::uint32_t>(cobol::RelationKind::Argument)) return true;
     return false;
@@ -51,7 +55,8 @@ Criterion isPassedToCall(const std::string&) {
 Criterion isInEmbeddedStatement(const std::string&) {
   return [](const StoreData& data, std::uint32_t construct) {
     const auto usages = usagesOf(data, construct);
-    return std::any_of(usages.begin(), usages.end(), [&](const InstanceRecord& usage) { return data.text(usage.verb) == "EXEC"; });
+    return std::any_of(usages.begin(), usages.end(),
+                       [&](const InstanceRecord& usage) { return data.text(usage.verb) == "EXEC"; });
   };
 }
 

@@ -8,8 +8,8 @@
 #include <unordered_map>
 
 #include <dlfcn.h>
-#include <unistd.h>
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include "platform/runtime/text.hpp"
 
@@ -51,10 +51,12 @@ bool writeRegistrations(const std::vector<Registration>& all) {
   const fs::path file = registrationFile();
   std::error_code failed;
   fs::create_directories(file.parent_path(), failed);
-  const fs::path aside = file.string() + "." + std::to_string(std::hash<std::string>{}(file.string() + std::to_string(::getpid())));
+  const fs::path aside =
+      file.string() + "." + std::to_string(std::hash<std::string>{}(file.string() + std::to_string(::getpid())));
   {
     std::ofstream out(aside, std::ios::trunc);
-    for (const auto& entry : all) out << entry.progId << '\t' << entry.classId << '\t' << entry.library << '\n';
+    for (const auto& entry : all)
+      out << entry.progId << '\t' << entry.classId << '\t' << entry.library << '\n';
     out.flush();
     if (!out) return false;
   }
@@ -64,7 +66,8 @@ bool writeRegistrations(const std::vector<Registration>& all) {
 }
 
 void removeClasses(std::vector<Registration>& all, const std::vector<ServerClass>& classes) {
-  for (const auto& gone : classes) std::erase_if(all, [&](const Registration& r) { return equalsIgnoringCase(r.progId, gone.progId); });
+  for (const auto& gone : classes)
+    std::erase_if(all, [&](const Registration& r) { return equalsIgnoringCase(r.progId, gone.progId); });
 }
 
 using NamedObjects = std::unordered_map<std::string, Ref<Object>, IgnoringCaseHash, IgnoringCaseEqual>;
@@ -95,7 +98,9 @@ long serverGetClassObject(const std::vector<ServerClass>& classes, const char* c
   return kClassNotAvailable;
 }
 
-long serverCanUnloadNow(bool locked) { return locked || liveFactories > 0 ? kFalse : kOk; }
+long serverCanUnloadNow(bool locked) {
+  return locked || liveFactories > 0 ? kFalse : kOk;
+}
 
 long serverRegister(const std::vector<ServerClass>& classes, const void* addressInLibrary) {
   Dl_info library{};
@@ -105,7 +110,8 @@ long serverRegister(const std::vector<ServerClass>& classes, const void* address
   if (failed) return kRegistrationFailed;
   auto all = readRegistrations();
   removeClasses(all, classes);
-  for (const auto& offered : classes) all.push_back({offered.progId, offered.classId, path.string()});
+  for (const auto& offered : classes)
+    all.push_back({offered.progId, offered.classId, path.string()});
   return writeRegistrations(all) ? kOk : kRegistrationFailed;
 }
 
@@ -115,9 +121,13 @@ long serverUnregister(const std::vector<ServerClass>& classes) {
   return writeRegistrations(all) ? kOk : kRegistrationFailed;
 }
 
-void classes::registerObject(const std::string& name, Ref<Object> object) { namedObjects()[name] = std::move(object); }
+void classes::registerObject(const std::string& name, Ref<Object> object) {
+  namedObjects()[name] = std::move(object);
+}
 
-void classes::unregisterObject(const std::string& name) { namedObjects().erase(name); }
+void classes::unregisterObject(const std::string& name) {
+  namedObjects().erase(name);
+}
 
 Ref<Object> classes::object(std::string_view name) {
   const auto found = namedObjects().find(name);
@@ -141,7 +151,8 @@ std::string registeredLibrary(std::string_view progId) {
 void registerLibrary(const std::string& path) {
   using Register = long (*)();
   const auto doRegister = reinterpret_cast<Register>(entryPoint(path, "DllRegisterServer"));
-  if (doRegister() != kOk) throw Error(fmt::format("{}: its classes cannot be registered in {}", path, registrationFile()));
+  if (doRegister() != kOk)
+    throw Error(fmt::format("{}: its classes cannot be registered in {}", path, registrationFile()));
 }
 
 Ref<Object> createObject(std::string_view progId) {

@@ -21,7 +21,7 @@ class ClassFactory : public Object {
 
 /// A class that a server offers.
 struct ServerClass {
-  std::string progId;    ///< e.g. "Tarnsift.TarnsiftEngine"
+  std::string progId; ///< e.g. "Tarnsift.TarnsiftEngine"
   ClassId classId;
   std::function<Ref<Object>()> create;
 };
@@ -46,7 +46,7 @@ void registerObject(const std::string& name, Ref<Object> object);
 void unregisterObject(const std::string& name);
 /// Throws KeyError when nothing was registered under the name.
 Ref<Object> object(std::string_view name);
-template <typename T>
+template<typename T>
 T& the(std::string_view name) {
   auto* found = dynamic_cast<T*>(object(name).get());
   if (!found) throw Error("the object '" + std::string(name) + "' does not have the interface that was asked for");
@@ -54,11 +54,11 @@ T& the(std::string_view name) {
 }
 } // namespace classes
 
-/// The per-user file that maps class names to libraries: $XDG_CONFIG_HOME/tarnsift/classes, one line a class: name, class
-/// id, library, separated by tabs.
+/// The per-user file that maps class names to libraries: $XDG_CONFIG_HOME/tarnsift/classes, one line a class: name,
+/// class id, library, separated by tabs.
 std::string registrationFile();
-/// Loads the library that the class is registered for and makes an object. Throws Error when the name is not registered or
-/// the library cannot be loaded, saying which.
+/// Loads the library that the class is registered for and makes an object. Throws Error when the name is not registered
+/// or the library cannot be loaded, saying which.
 Ref<Object> createObject(std::string_view progId);
 /// The library that a class name is registered for; empty when it is not.
 std::string registeredLibrary(std::string_view progId);

@@ -9,7 +9,16 @@ namespace platform {
 /// Mouse buttons, shift states and key codes as events carry them.
 enum MouseButton : int { kLeftButton = 1, kRightButton = 2 };
 enum ShiftState : int { kNoShift = 0, kShift = 1, kCtrl = 2, kAlt = 4 };
-enum KeyCode : int { kKeyReturn = 13, kKeyEscape = 27, kKeyDelete = 46, kKeyA = 65, kKeyF5 = 116, kKeyF6 = 117, kKeyF8 = 119, kKeyF10 = 121 };
+enum KeyCode : int {
+  kKeyReturn = 13,
+  kKeyEscape = 27,
+  kKeyDelete = 46,
+  kKeyA = 65,
+  kKeyF5 = 116,
+  kKeyF6 = 117,
+  kKeyF8 = 119,
+  kKeyF10 = 121
+};
 enum MousePointer : int { kPointerDefault = 0, kPointerHourglass = 11 };
 
 class Form;

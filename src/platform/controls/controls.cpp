@@ -50,7 +50,8 @@ void Toolbar::click(std::string_view key) {
 
 void Toolbar::clickMenu(std::string_view key, std::size_t index) {
   ToolbarButton& button = Button(key);
-  if (index == 0 || index > button.ButtonMenus.size()) throw KeyError(fmt::format("the button '{}' has no entry {}", key, index));
+  if (index == 0 || index > button.ButtonMenus.size())
+    throw KeyError(fmt::format("the button '{}' has no entry {}", key, index));
   if (button.Enabled) ButtonMenuClick.raise(button.ButtonMenus[index - 1]);
 }
 
@@ -61,9 +62,15 @@ void TabStrip::select(std::size_t position) {
   Click.raise();
 }
 
-double TabStrip::ClientLeft() const { return Left + screen().metrics().tabBorder; }
-double TabStrip::ClientTop() const { return Top + screen().metrics().tabHeight; }
-double TabStrip::ClientWidth() const { return std::max(0.0, Width - 2 * screen().metrics().tabBorder); }
+double TabStrip::ClientLeft() const {
+  return Left + screen().metrics().tabBorder;
+}
+double TabStrip::ClientTop() const {
+  return Top + screen().metrics().tabHeight;
+}
+double TabStrip::ClientWidth() const {
+  return std::max(0.0, Width - 2 * screen().metrics().tabBorder);
+}
 double TabStrip::ClientHeight() const {
   return std::max(0.0, Height - screen().metrics().tabHeight - screen().metrics().tabBorder);
 }
@@ -95,7 +102,8 @@ void ProgressBar::setValue(int value) {
 void OptionButton::choose() {
   if (Parent())
     for (const auto& control : Parent()->controls())
-      if (auto* other = dynamic_cast<OptionButton*>(control.get()); other && other->Name() == Name()) other->m_value = false;
+      if (auto* other = dynamic_cast<OptionButton*>(control.get()); other && other->Name() == Name())
+        other->m_value = false;
   m_value = true;
   Changed.raise();
 }
@@ -110,7 +118,9 @@ void ComboBox::pick(std::size_t position) {
   Click.raise();
 }
 
-void CommonDialog::ShowHelp() { screen().showHelp(HelpFile, HelpCommand, HelpContext); }
+void CommonDialog::ShowHelp() {
+  screen().showHelp(HelpFile, HelpCommand, HelpContext);
+}
 
 namespace {
 std::vector<Form*>& loaded() {
@@ -119,7 +129,9 @@ std::vector<Form*>& loaded() {
 }
 } // namespace
 
-std::vector<Form*> loadedForms() { return loaded(); }
+std::vector<Form*> loadedForms() {
+  return loaded();
+}
 
 void Form::setEnabled(bool enabled) {
   m_enabled = enabled;
@@ -165,7 +177,8 @@ Control* Form::find(std::string_view name, int index) const {
 
 void Form::own(std::unique_ptr<Control> control) {
   const auto key = std::pair(lower(control->Name()), control->Index());
-  if (!m_byName.emplace(key, control.get()).second) throw KeyError(fmt::format("{} has a control '{}' already", m_name, control->Name()));
+  if (!m_byName.emplace(key, control.get()).second)
+    throw KeyError(fmt::format("{} has a control '{}' already", m_name, control->Name()));
   control->m_parent = this;
   m_controls.push_back(std::move(control));
 }

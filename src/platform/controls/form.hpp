@@ -52,7 +52,7 @@ class Form : public Object {
 
   Control* ActiveControl = nullptr;
 
-  template <typename C>
+  template<typename C>
   C& add(std::string name, int index = -1) {
     auto made = std::make_unique<C>(name, index);
     C& control = *made;
@@ -61,7 +61,7 @@ class Form : public Object {
   }
   Control* find(std::string_view name, int index = -1) const; ///< nullptr when there is none
   /// The control of that type. Throws KeyError when there is none.
-  template <typename C>
+  template<typename C>
   C& get(std::string_view name, int index = -1) const {
     auto* control = dynamic_cast<C*>(find(name, index));
     if (!control) throw KeyError("the window " + m_name + " has no control '" + std::string(name) + "' of that kind");

@@ -48,7 +48,7 @@ class ComboBox : public Control {
   using Control::Control;
   std::vector<std::string> Items;
   const std::string& Text() const { return m_text; }
-  void setText(std::string text); ///< by typing or by the program: raises Change
+  void setText(std::string text);  ///< by typing or by the program: raises Change
   void pick(std::size_t position); ///< from 1, by the analyst: takes the text and raises Click
   Event<> Change;
   Event<> Click;

@@ -33,16 +33,22 @@ void ListItem::setSubItems(std::size_t index, std::string text) {
   m_subItems[index - 1] = std::move(text);
 }
 
-std::size_t ListItem::Index() const { return m_owner->ListItems.positionOf(*this); }
+std::size_t ListItem::Index() const {
+  return m_owner->ListItems.positionOf(*this);
+}
 
-void ListItem::EnsureVisible() { m_owner->m_visibleRow = this; }
+void ListItem::EnsureVisible() {
+  m_owner->m_visibleRow = this;
+}
 
 const ColumnHeader& ColumnHeaders::Item(std::size_t position) const {
   if (position == 0 || position > m_headers.size()) throw KeyError(fmt::format("there is no column {}", position));
   return m_headers[position - 1];
 }
 
-ColumnHeader& ColumnHeaders::Item(std::size_t position) { return const_cast<ColumnHeader&>(std::as_const(*this).Item(position)); }
+ColumnHeader& ColumnHeaders::Item(std::size_t position) {
+  return const_cast<ColumnHeader&>(std::as_const(*this).Item(position));
+}
 
 std::size_t ColumnHeaders::IndexOf(std::string_view key) const {
   for (std::size_t i = 0; i < m_headers.size(); ++i)
@@ -82,19 +88,25 @@ void ListItems::compact() const {
 }
 
 void ListItems::renumber() const {
-  for (std::size_t slot = m_firstWrongNumber; slot < m_slots.size(); ++slot) 
+  for (std::size_t slot = m_firstWrongNumber; slot < m_slots.size(); ++slot)
     if (m_slots[slot]) m_slots[slot]->m_slot = slot; // a hole of a batch stays until it ends
   m_firstWrongNumber = npos;
 }
 
-ListItem& ListItems::Item(std::size_t position) { return *m_slots[slotOf(position)]; }
-const ListItem& ListItems::Item(std::size_t position) const { return *m_slots[slotOf(position)]; }
+ListItem& ListItems::Item(std::size_t position) {
+  return *m_slots[slotOf(position)];
+}
+const ListItem& ListItems::Item(std::size_t position) const {
+  return *m_slots[slotOf(position)];
+}
 
 ListItem* ListItems::find(std::string_view key) {
   const auto found = m_byKey.find(key);
   return found == m_byKey.end() ? nullptr : found->second;
 }
-const ListItem* ListItems::find(std::string_view key) const { return const_cast<ListItems*>(this)->find(key); }
+const ListItem* ListItems::find(std::string_view key) const {
+  return const_cast<ListItems*>(this)->find(key);
+}
 
 ListItem& ListItems::Item(std::string_view key) {
   if (ListItem* item = find(key)) return *item;
@@ -130,7 +142,9 @@ ListItem& ListItems::Add(std::string key, std::string text, int smallIcon) {
   return item;
 }
 
-void ListItems::Remove(std::size_t position) { removeSlot(slotOf(position)); }
+void ListItems::Remove(std::size_t position) {
+  removeSlot(slotOf(position));
+}
 
 void ListItems::Remove(std::string_view key) {
   ListItem& item = Item(key);
@@ -163,8 +177,10 @@ void ListItems::removeSlot(std::size_t slot) {
 // The next row takes the focus; without one the last, without any row none.
 ListItem* ListItems::heirAt(std::size_t slot) const {
   ListItem* heir = nullptr;
-  for (std::size_t next = slot + 1; next < m_slots.size() && !heir; ++next) heir = m_slots[next].get();
-  for (std::size_t previous = slot; previous > 0 && !heir; --previous) heir = m_slots[previous - 1].get();
+  for (std::size_t next = slot + 1; next < m_slots.size() && !heir; ++next)
+    heir = m_slots[next].get();
+  for (std::size_t previous = slot; previous > 0 && !heir; --previous)
+    heir = m_slots[previous - 1].get();
   return heir;
 }
 
@@ -183,7 +199,9 @@ void ListItems::Clear() {
 
 bool ListItems::before(const ListItem& a, const ListItem& b) const {
   const std::size_t column = *m_owner.m_sortColumn;
-  const auto textOf = [column](const ListItem& item) -> std::string_view { return column == 1 ? item.Text : item.SubItems(column - 1); };
+  const auto textOf = [column](const ListItem& item) -> std::string_view {
+    return column == 1 ? item.Text : item.SubItems(column - 1);
+  };
   const int order = compareIgnoringCase(textOf(a), textOf(b));
   return m_owner.m_descending ? order > 0 : order < 0;
 }
@@ -215,7 +233,8 @@ void ListView::setSelectedItem(ListItem* item) {
 }
 
 void ListView::selectAll(bool selected) {
-  for (std::size_t i = 1; i <= ListItems.Count(); ++i) ListItems.Item(i).setSelected(selected);
+  for (std::size_t i = 1; i <= ListItems.Count(); ++i)
+    ListItems.Item(i).setSelected(selected);
   Changed.raise();
 }
 

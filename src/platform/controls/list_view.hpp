@@ -117,16 +117,17 @@ class ListView : public Control {
   void setSelectedItem(ListItem* item);
   void selectAll(bool selected); ///< sets the mark of every row
 
-  /// Sorting by a column, 1-based; nullopt: rows stay in order of addition. Stable, by code points without regard to case.
+  /// Sorting by a column, 1-based; nullopt: rows stay in order of addition. Stable, by code points without regard to
+  /// case.
   void sortBy(std::optional<std::size_t> column, bool descending = false);
   std::optional<std::size_t> sortColumn() const { return m_sortColumn; }
   bool sortDescending() const { return m_descending; }
   /// The row that EnsureVisible was last called for; the screen scrolls to it.
   const ListItem* visibleRow() const { return m_visibleRow; }
 
-  Event<int, int> KeyUp;                      ///< key code, shift state
-  Event<int, int, double, double> MouseUp;    ///< button, shift state, x, y
-  Event<std::size_t> ColumnClick;             ///< column position from 1
+  Event<int, int> KeyUp;                   ///< key code, shift state
+  Event<int, int, double, double> MouseUp; ///< button, shift state, x, y
+  Event<std::size_t> ColumnClick;          ///< column position from 1
 
   /// While one lives, changes to the rows are gathered; one change is announced at the end. They nest.
   class Batch {

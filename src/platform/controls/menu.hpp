@@ -12,8 +12,8 @@ namespace platform {
 class MenuItem : public Control {
  public:
   using Control::Control;
-  std::string Caption;    ///< '&' marks the access key; "-" is a separator
-  std::string Shortcut;   ///< e.g. "F5", "Ctrl+A", "Del"
+  std::string Caption;  ///< '&' marks the access key; "-" is a separator
+  std::string Shortcut; ///< e.g. "F5", "Ctrl+A", "Del"
   int HelpContextID = 0;
   bool Checked = false;
   std::vector<MenuItem*> Children; ///< owned by the form

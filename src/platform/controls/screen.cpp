@@ -16,7 +16,9 @@ Screen& screen() {
   return *current();
 }
 
-void setScreen(Screen* screen) { current() = screen; }
+void setScreen(Screen* screen) {
+  current() = screen;
+}
 
 Answer HeadlessScreen::messageBox(const std::string& text, int style, const std::string& title) {
   messages.push_back({text, style, title});
@@ -32,7 +34,8 @@ void HeadlessScreen::runModal(Form& form, Form*) {
   const auto found = dialogs.find(form.Name());
   if (found == dialogs.end()) {
     form.Hide();
-    throw Error(fmt::format("nobody is there to answer the dialog '{}'", form.Caption.empty() ? form.Name() : form.Caption));
+    throw Error(
+        fmt::format("nobody is there to answer the dialog '{}'", form.Caption.empty() ? form.Name() : form.Caption));
   }
   found->second(form);
   if (form.Visible()) {
@@ -59,6 +62,8 @@ void HeadlessScreen::pendingEvents() {
   if (onPendingEvents) onPendingEvents();
 }
 
-void HeadlessScreen::showHelp(const std::string&, int command, int context) { helpShown.emplace_back(command, context); }
+void HeadlessScreen::showHelp(const std::string&, int command, int context) {
+  helpShown.emplace_back(command, context);
+}
 
 } // namespace platform

@@ -16,10 +16,10 @@ enum class Answer : int { Ok = 1, Cancel = 2 };
 
 /// Measures that only a toolkit knows, in twips.
 struct Metrics {
-  double tabHeight = 330;    ///< of a tab strip's tabs
-  double tabBorder = 45;     ///< round a tab strip's client area
-  double bandHeight = 420;   ///< of one band of a cool bar
-  double buttonWidth = 345;  ///< of a toolbar button
+  double tabHeight = 330;   ///< of a tab strip's tabs
+  double tabBorder = 45;    ///< round a tab strip's client area
+  double bandHeight = 420;  ///< of one band of a cool bar
+  double buttonWidth = 345; ///< of a toolbar button
   double separatorWidth = 120;
 };
 
@@ -53,9 +53,10 @@ class HeadlessScreen : public Screen {
     int style = 0;
     std::string title;
   };
-  std::vector<Message> messages;              ///< everything that was said, oldest first
-  std::deque<Answer> answers;                 ///< of questions (boxes with a Cancel button), in order
-  std::map<std::string, std::function<void(Form&)>> dialogs; ///< by form name: what the analyst does there; must hide it
+  std::vector<Message> messages; ///< everything that was said, oldest first
+  std::deque<Answer> answers;    ///< of questions (boxes with a Cancel button), in order
+  std::map<std::string, std::function<void(Form&)>>
+      dialogs;                                ///< by form name: what the analyst does there; must hide it
   std::function<void(MenuItem&)> onPopup;     ///< what the analyst does with a pop-up; none: closes it
   std::vector<std::string> popups;            ///< names of the menus that were popped up
   std::vector<std::pair<int, int>> helpShown; ///< command, context

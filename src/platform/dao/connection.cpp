@@ -49,10 +49,14 @@ std::string reasonOf(sqlite3* handle, int code) {
 std::string immutableName(const std::string& path) {
   std::string name = "file:";
   for (const char c : path) {
-    if (c == '%') name += "%25";
-    else if (c == '?') name += "%3f";
-    else if (c == '#') name += "%23";
-    else name += c;
+    if (c == '%')
+      name += "%25";
+    else if (c == '?')
+      name += "%3f";
+    else if (c == '#')
+      name += "%23";
+    else
+      name += c;
   }
   return name + "?immutable=1";
 }
@@ -212,7 +216,8 @@ void Connection::open(OpenMode mode, std::chrono::milliseconds busyTimeout) {
   const bool settled = mode == OpenMode::settled;
   const int flags = SQLITE_OPEN_NOMUTEX | (settled ? SQLITE_OPEN_READONLY | SQLITE_OPEN_URI : SQLITE_OPEN_READWRITE) |
                     (mode == OpenMode::build ? SQLITE_OPEN_CREATE : 0);
-  const int result = sqlite3_open_v2(settled ? immutableName(m_path).c_str() : m_path.c_str(), &m_handle, flags, nullptr);
+  const int result =
+      sqlite3_open_v2(settled ? immutableName(m_path).c_str() : m_path.c_str(), &m_handle, flags, nullptr);
   if (result != SQLITE_OK) fail(result, {});
   sqlite3_extended_result_codes(m_handle, 1);
   sqlite3_busy_timeout(m_handle, static_cast<int>(busyTimeout.count()));

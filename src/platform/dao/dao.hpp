@@ -187,8 +187,8 @@ class DBEngine {
   /// A connection of its own to an existing database, at a native path, read-write and in WAL mode. Creates nothing; a
   /// file that is missing, no database, damaged, locked for longer than the busy timeout, or read-only is told at once.
   std::shared_ptr<Database> OpenDatabase(const std::string& path);
-  /// For a reading of a database that no process changes meanwhile, which the caller knows: read only, without locks and
-  /// side files, so much cheaper. What a killed process left in a log beside the file is seen, too.
+  /// For a reading of a database that no process changes meanwhile, which the caller knows: read only, without locks
+  /// and side files, so much cheaper. What a killed process left in a log beside the file is seen, too.
   std::shared_ptr<Database> OpenSettled(const std::string& path);
   /// 8 (dbRefreshCache) closes the connections that nobody uses; other actions do nothing.
   void Idle(int action);

@@ -136,7 +136,8 @@ std::shared_ptr<Database> DBEngine::OpenDatabase(const std::string& path) {
 std::shared_ptr<Database> DBEngine::OpenSettled(const std::string& path) {
   release(path); // the log of a connection of our own is in the file then
   if (fileExists(path + "-wal") || fileExists(path + "-journal")) return OpenDatabase(path);
-  return std::make_shared<Database>(std::make_shared<Connection>(path, OpenMode::settled, std::chrono::milliseconds(0), nullptr));
+  return std::make_shared<Database>(
+      std::make_shared<Connection>(path, OpenMode::settled, std::chrono::milliseconds(0), nullptr));
 }
 
 void DBEngine::Idle(int action) {

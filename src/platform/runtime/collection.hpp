@@ -12,7 +12,7 @@
 namespace platform {
 
 /// Items in order of addition, each under a unique key; keys compare without regard to case.
-template <typename T>
+template<typename T>
 class Collection {
  public:
   /// Throws KeyError when the key is there already.

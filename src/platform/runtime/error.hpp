@@ -6,7 +6,8 @@
 
 namespace platform {
 
-/// What ends an operation. The message is one line, ready for the analyst: what, where, and what to do where that is known.
+/// What ends an operation. The message is one line, ready for the analyst: what, where, and what to do where that is
+/// known.
 class Error : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -65,7 +66,7 @@ class PatternError : public Error {
 };
 
 /// Runs one step whose failure is a normal answer. False when the step failed. Catches the platform's errors only.
-template <typename Step>
+template<typename Step>
 bool ignoring(Step&& step) {
   try {
     std::forward<Step>(step)();

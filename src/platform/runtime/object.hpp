@@ -10,8 +10,8 @@ namespace platform {
 
 class Value;
 
-/// Base of everything that is handed over between component and host: reference counted, with members that can be called by
-/// name at run time.
+/// Base of everything that is handed over between component and host: reference counted, with members that can be
+/// called by name at run time.
 class Object {
  public:
   Object() = default;
@@ -33,7 +33,7 @@ class Object {
 };
 
 /// Counted reference to an Object.
-template <typename T>
+template<typename T>
 class Ref {
  public:
   Ref() = default;
@@ -41,11 +41,8 @@ class Ref {
   Ref(T* object) : m_object(object) { retain(); }
   Ref(const Ref& other) : m_object(other.m_object) { retain(); }
   Ref(Ref&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
-  template <typename U>
-    requires std::is_convertible_v<U*, T*>
-  Ref(const Ref<U>& other) : m_object(other.get()) {
-    retain();
-  }
+  template<typename U>
+  requires std::is_convertible_v<U*, T*> Ref(const Ref<U>& other) : m_object(other.get()) { retain(); }
   ~Ref() { drop(); }
   Ref& operator=(Ref other) noexcept {
     std::swap(m_object, other.m_object);
@@ -69,7 +66,7 @@ class Ref {
   T* m_object = nullptr;
 };
 
-template <typename T, typename... Arguments>
+template<typename T, typename... Arguments>
 Ref<T> makeObject(Arguments&&... arguments) {
   return Ref<T>(new T(std::forward<Arguments>(arguments)...));
 }

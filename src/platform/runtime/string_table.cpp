@@ -46,7 +46,8 @@ Application& App() {
 void setStringTable(Language language, std::span<const StringEntry> entries) {
   Table& table = tables()[static_cast<int>(language)];
   table.clear();
-  for (const auto& entry : entries) table.emplace(entry.id, entry.text);
+  for (const auto& entry : entries)
+    table.emplace(entry.id, entry.text);
 }
 
 std::string LoadResString(int id) {
@@ -57,8 +58,14 @@ std::string LoadResString(int id) {
   throw KeyError("the string table has no text " + std::to_string(id));
 }
 
-Language language() { return chosen().value_or(ofLocale()); }
-void setLanguage(Language language) { chosen() = language; }
-void resetLanguage() { chosen().reset(); }
+Language language() {
+  return chosen().value_or(ofLocale());
+}
+void setLanguage(Language language) {
+  chosen() = language;
+}
+void resetLanguage() {
+  chosen().reset();
+}
 
 } // namespace platform

@@ -6,13 +6,21 @@ namespace platform {
 
 namespace {
 
-char upperOf(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-char lowerOf(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char upperOf(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+char lowerOf(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 
 // The length of the valid UTF-8 sequence at the start of the text, 0 when there is none.
 std::size_t sequenceLength(std::string_view text) {
   const auto lead = static_cast<unsigned char>(text.front());
-  std::size_t length = lead < 0x80 ? 1 : lead >= 0xC2 && lead < 0xE0 ? 2 : (lead & 0xF0) == 0xE0 ? 3 : lead >= 0xF0 && lead < 0xF5 ? 4 : 0;
+  std::size_t length = lead < 0x80                   ? 1
+                       : lead >= 0xC2 && lead < 0xE0 ? 2
+                       : (lead & 0xF0) == 0xE0       ? 3
+                       : lead >= 0xF0 && lead < 0xF5 ? 4
+                                                     : 0;
   if (length == 0 || length > text.size()) return 0;
   for (std::size_t i = 1; i < length; ++i)
     if ((static_cast<unsigned char>(text[i]) & 0xC0) != 0x80) return 0;
@@ -29,13 +37,15 @@ std::size_t sequenceLength(std::string_view text) {
 
 std::string upper(std::string_view text) {
   std::string result(text);
-  for (char& c : result) c = upperOf(c);
+  for (char& c : result)
+    c = upperOf(c);
   return result;
 }
 
 std::string lower(std::string_view text) {
   std::string result(text);
-  for (char& c : result) c = lowerOf(c);
+  for (char& c : result)
+    c = lowerOf(c);
   return result;
 }
 
@@ -53,7 +63,8 @@ std::string_view trimmed(std::string_view text) {
 }
 
 std::string replaceAll(std::string text, std::string_view what, std::string_view by) {
-  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size())) text.replace(at, what.size(), by);
+  for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + by.size()))
+    text.replace(at, what.size(), by);
   return text;
 }
 
@@ -79,13 +90,15 @@ std::string joined(const std::vector<std::string>& pieces, std::string_view sepa
 
 std::string_view firstCodePoints(std::string_view text, std::size_t count) {
   std::size_t at = 0;
-  for (; count > 0 && at < text.size(); --count) at += std::max<std::size_t>(1, sequenceLength(text.substr(at)));
+  for (; count > 0 && at < text.size(); --count)
+    at += std::max<std::size_t>(1, sequenceLength(text.substr(at)));
   return text.substr(0, at);
 }
 
 std::size_t countCodePoints(std::string_view text) {
   std::size_t count = 0;
-  for (std::size_t at = 0; at < text.size(); ++count) at += std::max<std::size_t>(1, sequenceLength(text.substr(at)));
+  for (std::size_t at = 0; at < text.size(); ++count)
+    at += std::max<std::size_t>(1, sequenceLength(text.substr(at)));
   return count;
 }
 
@@ -94,8 +107,10 @@ std::string toValidUtf8(std::string_view text) {
   result.reserve(text.size());
   while (!text.empty()) {
     const std::size_t length = sequenceLength(text);
-    if (length == 0) result += "\xEF\xBF\xBD";
-    else result += text.substr(0, length);
+    if (length == 0)
+      result += "\xEF\xBF\xBD";
+    else
+      result += text.substr(0, length);
     text.remove_prefix(std::max<std::size_t>(1, length));
   }
   return result;
@@ -103,7 +118,8 @@ std::string toValidUtf8(std::string_view text) {
 
 std::size_t IgnoringCaseHash::operator()(std::string_view text) const {
   std::uint64_t hash = 14695981039346656037ULL;
-  for (const char c : text) hash = (hash ^ static_cast<unsigned char>(upperOf(c))) * 1099511628211ULL;
+  for (const char c : text)
+    hash = (hash ^ static_cast<unsigned char>(upperOf(c))) * 1099511628211ULL;
   return static_cast<std::size_t>(hash ^ (hash >> 32));
 }
 

@@ -25,13 +25,13 @@ class Value {
   Value(std::string value) : m_data(std::move(value)) {}
   Value(std::string_view value) : m_data(std::string(value)) {}
   Value(const char* value) : m_data(std::string(value)) {}
-  template <typename T>
+  template<typename T>
   Value(const Ref<T>& object) : m_data(Ref<Object>(object)) {}
 
   bool isNull() const { return std::holds_alternative<std::monostate>(m_data); }
   bool isText() const { return std::holds_alternative<std::string>(m_data); }
   /// The value when it is of exactly that type, else nullptr.
-  template <typename T>
+  template<typename T>
   const T* getIf() const {
     return std::get_if<T>(&m_data);
   }
@@ -45,7 +45,7 @@ class Value {
   /// Null gives the empty text, Booleans "true" and "false".
   std::string asText() const;
   /// The object as that interface; an empty reference for Null. Throws Error when it is something else.
-  template <typename T>
+  template<typename T>
   Ref<T> as() const {
     if (isNull()) return {};
     auto* held = std::get_if<Ref<Object>>(&m_data);

@@ -12,7 +12,9 @@ namespace platform {
 
 namespace {
 
-std::string_view nextCharacter(std::string_view text) { return firstCodePoints(text, 1); }
+std::string_view nextCharacter(std::string_view text) {
+  return firstCodePoints(text, 1);
+}
 
 // UTF-8 keeps the order of code points, so characters compare as byte strings.
 bool inSet(std::string_view character, std::string_view set) {
@@ -33,8 +35,8 @@ bool inSet(std::string_view character, std::string_view set) {
 
 // One element of a pattern other than '*'.
 struct Element {
-  std::string_view text;  // as it stands in the pattern, brackets included
-  std::string_view set;   // of a bracketed list, without brackets and '!'
+  std::string_view text; // as it stands in the pattern, brackets included
+  std::string_view set;  // of a bracketed list, without brackets and '!'
   bool negated = false;
   bool bracketed = false;
 };

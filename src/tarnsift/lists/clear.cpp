@@ -16,12 +16,16 @@ namespace {
 // Of one list, or of all three when there is none.
 std::string clearStatement(std::optional<int> list) {
   const Globals& session = globals();
-  std::string statement = "update Constructs " " set " + session.ClassificationColumn + " = Null, " + session.StatusColumn + "  = Null ";
+  std::string statement = "update Constructs "
+                          " set " +
+                          session.ClassificationColumn + " = Null, " + session.StatusColumn + "  = Null ";
   if (list) statement += " where " + session.StatusColumn + "=" + std::to_string(*list);
   return statement;
 }
 
-bool cleared(std::optional<int> list, int candidate) { return !list || *list == candidate; }
+bool cleared(std::optional<int> list, int candidate) {
+  return !list || *list == candidate;
+}
 
 void clearLists(frmMain& window, std::optional<int> list) {
   StartProgress(window, platform::LoadResString(522), static_cast<int>(window.lvPrograms.ListItems.Count()) + 1);
@@ -33,7 +37,8 @@ void clearLists(frmMain& window, std::optional<int> list) {
       openProgramDatabase(row.Tag)->Execute(clearStatement(list));
       for (int candidate = 0; candidate < kSynonymsList; ++candidate)
         if (cleared(list, candidate)) row.setSubItems(static_cast<std::size_t>(candidate) + 1, PadCount("0"));
-      // The lists on the screen are those of the loaded program: they go with its rows, whatever becomes of a later program.
+      // The lists on the screen are those of the loaded program: they go with its rows, whatever becomes of a later
+      // program.
       for (int candidate = 0; candidate < kSynonymsList && row.Key() == window.LoadedProgram; ++candidate)
         if (cleared(list, candidate)) listOf(window, candidate).ListItems.Clear();
       window.ProgramInWork.clear();
@@ -49,7 +54,11 @@ void clearLists(frmMain& window, std::optional<int> list) {
 
 } // namespace
 
-void mnuEditClearList_Click(frmMain& window, int Index) { clearLists(window, Index); }
-void mnuEditClearAll_Click(frmMain& window) { clearLists(window, std::nullopt); }
+void mnuEditClearList_Click(frmMain& window, int Index) {
+  clearLists(window, Index);
+}
+void mnuEditClearAll_Click(frmMain& window) {
+  clearLists(window, std::nullopt);
+}
 
 } // namespace tarnsift

@@ -20,7 +20,9 @@ void mnuComment_Click(frmMain& window) {
   const std::size_t column = commentColumn(list);
   const std::string prompt = theProductStrings().Format(platform::LoadResString(515), {entry->Text, "\r\n"});
   std::string comment;
-  if (!theCommentDialog().Ask(comment, prompt, platform::App().Title, entry->SubItems(column), 0, platform::App().HelpFile, kCommentHelp)) return;
+  if (!theCommentDialog().Ask(comment, prompt, platform::App().Title, entry->SubItems(column), 0,
+                              platform::App().HelpFile, kCommentHelp))
+    return;
   seekConstruct(window, entry->Key());
   window.ConstructsTable->Edit();
   window.ConstructsTable->setField(globals().ClassificationColumn, comment);

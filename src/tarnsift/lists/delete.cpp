@@ -17,7 +17,8 @@ using platform::ListView;
 
 std::size_t countSelected(const ListView& list) {
   std::size_t count = 0;
-  for (std::size_t i = 1; i <= list.ListItems.Count(); ++i) count += list.ListItems.Item(i).Selected() ? 1 : 0;
+  for (std::size_t i = 1; i <= list.ListItems.Count(); ++i)
+    count += list.ListItems.Item(i).Selected() ? 1 : 0;
   return count;
 }
 

@@ -7,7 +7,8 @@ namespace tarnsift {
 void seekConstruct(frmMain& window, const std::string& key) {
   if (!window.ConstructsTable) throw platform::Error("the program's database is not open; choose the program again");
   window.ConstructsTable->Seek("=", key);
-  if (window.ConstructsTable->NoMatch()) throw platform::Error("the dataname " + key + " is no longer in the program's database; choose the program again");
+  if (window.ConstructsTable->NoMatch())
+    throw platform::Error("the dataname " + key + " is no longer in the program's database; choose the program again");
 }
 
 void followSelection(frmMain& window) {

@@ -15,8 +15,8 @@ namespace {
 using platform::ListView;
 using platform::LoadResString;
 
-// A row that is selected already keeps the selection round it. A program outside the pane, which the window did not list,
-// leaves the pane as it is.
+// A row that is selected already keeps the selection round it. A program outside the pane, which the window did not
+// list, leaves the pane as it is.
 void showProgramRow(frmMain& window) {
   platform::ListItem* row = window.lvPrograms.ListItems.find(window.LoadedProgram);
   if (!row) return;
@@ -38,7 +38,8 @@ void openTables(frmMain& window) {
 void addEntry(frmMain& window, const platform::Recordset& row) {
   const std::int64_t status = row.Field(globals().StatusColumn).asInteger();
   if (status < kWorking || status > kRejected)
-    throw platform::Error(row.Field("Name").asText() + " has the status " + std::to_string(status) + ", which is no list");
+    throw platform::Error(row.Field("Name").asText() + " has the status " + std::to_string(status) +
+                          ", which is no list");
   ListView& list = *window.lvList[static_cast<std::size_t>(status)];
   const std::size_t comment = list.ColumnHeaders.IndexOf("Comment") - 1;
   platform::ListItem& entry = list.ListItems.Add(row.Field("KVID").asText(), row.Field("Name").asText());
@@ -47,12 +48,14 @@ void addEntry(frmMain& window, const platform::Recordset& row) {
 }
 
 void clearLists(frmMain& window) {
-  for (ListView* list : window.lvList) list->ListItems.Clear();
+  for (ListView* list : window.lvList)
+    list->ListItems.Clear();
 }
 
 void fillLists(frmMain& window) {
   ListView::Batch working(*window.lvList[0]), affected(*window.lvList[1]), clean(*window.lvList[2]);
-  const auto rows = window.ProgramDatabase->OpenRecordset("select * from Constructs where " + globals().StatusColumn + " is not Null");
+  const auto rows = window.ProgramDatabase->OpenRecordset("select * from Constructs where " + globals().StatusColumn +
+                                                          " is not Null");
   StartProgress(window, LoadResString(512), static_cast<int>(rows->RecordCount()));
   for (; !rows->Eof(); rows->MoveNext()) {
     StartStep(window, "");
@@ -79,7 +82,8 @@ void showEntry(frmMain& window) {
   platform::ignoring([&] {
     platform::screen().pendingEvents();
     // Events may have taken the entry away.
-    if (platform::ListItem* still = window.lvList[static_cast<std::size_t>(window.ActiveList)]->SelectedItem()) still->EnsureVisible();
+    if (platform::ListItem* still = window.lvList[static_cast<std::size_t>(window.ActiveList)]->SelectedItem())
+      still->EnsureVisible();
   });
 }
 
@@ -88,7 +92,8 @@ void tellLoadFailure(frmMain& window, const platform::Error& error) {
   window.MousePointer = platform::kPointerDefault;
   if (window.KVWS->CurrentProgram() != window.LoadedProgram) return;
   window.ActivityLog->Write(window.LoadedProgram + ": " + error.what());
-  platform::screen().messageBox(theProductStrings().Format(LoadResString(513), {window.LoadedProgram}), platform::kCritical, "");
+  platform::screen().messageBox(theProductStrings().Format(LoadResString(513), {window.LoadedProgram}),
+                                platform::kCritical, "");
 }
 
 void loadLists(frmMain& window) {
@@ -136,6 +141,8 @@ void KVWS_ProgramChanged(frmMain& window) {
   } while (window.ReloadPending);
 }
 
-void SyncWorkspaceProgram(frmMain& window) { window.KVWS->setCurrentProgram(window.LoadedProgram); }
+void SyncWorkspaceProgram(frmMain& window) {
+  window.KVWS->setCurrentProgram(window.LoadedProgram);
+}
 
 } // namespace tarnsift

@@ -18,7 +18,9 @@ using platform::ListView;
 // The counters are written whatever happens to a later row: what was moved so far stays moved.
 class Move {
  public:
-  Move(frmMain& window, int target) : m_window(window), m_source(listOf(window, window.ActiveList)), m_target(listOf(window, target)), m_index(target) {}
+  Move(frmMain& window, int target)
+      : m_window(window), m_source(listOf(window, window.ActiveList)), m_target(listOf(window, target)),
+        m_index(target) {}
   ~Move() {
     platform::ignoring([this] { addCounters(currentProgramRow(m_window), m_counts); });
   }

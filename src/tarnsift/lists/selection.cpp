@@ -13,10 +13,13 @@ namespace {
 using platform::ListView;
 
 void chooseFocusedProgram(frmMain& window) {
-  if (const platform::ListItem* row = window.lvPrograms.SelectedItem()) window.KVWS->setCurrentProgram(std::string(row->Key()));
+  if (const platform::ListItem* row = window.lvPrograms.SelectedItem())
+    window.KVWS->setCurrentProgram(std::string(row->Key()));
 }
 
-void popupEdit(frmMain& window) { platform::screen().popupMenu(window, window.menu("mnuEdit"), -1, -1); }
+void popupEdit(frmMain& window) {
+  platform::screen().popupMenu(window, window.menu("mnuEdit"), -1, -1);
+}
 
 // The source and the relatives follow the focused entry.
 void showFocused(frmMain& window, int Index) {
@@ -26,7 +29,9 @@ void showFocused(frmMain& window, int Index) {
 
 } // namespace
 
-void lvPrograms_KeyUp(frmMain& window) { chooseFocusedProgram(window); }
+void lvPrograms_KeyUp(frmMain& window) {
+  chooseFocusedProgram(window);
+}
 
 // A left click with Shift or Ctrl only marks rows.
 void lvPrograms_MouseUp(frmMain& window, int button, int shift) {
@@ -39,7 +44,9 @@ void lvPrograms_GotFocus(frmMain& window) {
   UpdateCommandStates(window);
 }
 
-void lvPrograms_ColumnClick(frmMain& window, std::size_t column) { theListViewSorter().SortBy(window.lvPrograms, column); }
+void lvPrograms_ColumnClick(frmMain& window, std::size_t column) {
+  theListViewSorter().SortBy(window.lvPrograms, column);
+}
 
 void lvList_GotFocus(frmMain& window, int Index) {
   window.Splitter->Panes(Index == kSynonymsList ? "Synonyms" : "Lists").Activate();
@@ -61,7 +68,8 @@ void lvList_MouseUp(frmMain& window, int Index, int button, int shift) {
 }
 
 void lvList_ColumnClick(frmMain& window, std::size_t column) {
-  for (ListView* list : window.lvList) theListViewSorter().SortBy(*list, column);
+  for (ListView* list : window.lvList)
+    theListViewSorter().SortBy(*list, column);
 }
 
 void tsLists_Click(frmMain& window) {

@@ -14,10 +14,13 @@ using platform::Node;
 constexpr int kDialogWidth = 6120;
 constexpr int kDialogHeight = 5355;
 
-bool isTicked(const Node& column) { return column && column.getAttribute("CHECKED") == Value("true"); }
+bool isTicked(const Node& column) {
+  return column && column.getAttribute("CHECKED") == Value("true");
+}
 
 Node columnsNode(const std::string& language) {
-  return globals().OptionsRoot.selectSingleNode("./LIST[@NAME='Languages']/CASE[@NAME='" + language + "']/LIST[@NAME='Columns']");
+  return globals().OptionsRoot.selectSingleNode("./LIST[@NAME='Languages']/CASE[@NAME='" + language +
+                                                "']/LIST[@NAME='Columns']");
 }
 
 void enableColumns(frmMain& window, bool enabled) {
@@ -28,7 +31,8 @@ void enableColumns(frmMain& window, bool enabled) {
 // Position 1 (the name) and the last one (the comment) stay.
 void removeLanguageColumns(frmMain& window) {
   for (platform::ListView* list : window.lvList)
-    for (std::size_t position = list->ColumnHeaders.Count() - 1; position >= 2; --position) list->ColumnHeaders.Remove(position);
+    for (std::size_t position = list->ColumnHeaders.Count() - 1; position >= 2; --position)
+      list->ColumnHeaders.Remove(position);
 }
 
 bool choiceChanged(const frmMain& window, const Node& columns) {
@@ -94,7 +98,8 @@ void FillEntryColumns(frmMain& window, int ListIndex, platform::ListItem& entry,
 void refillEntries(frmMain& window) {
   const Globals& session = globals();
   platform::ListView::Batch working(listOf(window, 0)), affected(listOf(window, 1)), clean(listOf(window, 2));
-  const auto rows = window.ProgramDatabase->OpenRecordset("select * from Constructs where " + session.StatusColumn + " is not Null");
+  const auto rows =
+      window.ProgramDatabase->OpenRecordset("select * from Constructs where " + session.StatusColumn + " is not Null");
   for (; !rows->Eof(); rows->MoveNext()) {
     const int L = static_cast<int>(rows->Field(session.StatusColumn).asInteger());
     const std::string key = rows->Field("KVID").asText();
@@ -106,15 +111,20 @@ void refillEntries(frmMain& window) {
   }
 }
 
-void mnuViewOptions_Click(frmMain& window) { showOptions(window, ".//CASE[@ID='Tarnsift']"); }
+void mnuViewOptions_Click(frmMain& window) {
+  showOptions(window, ".//CASE[@ID='Tarnsift']");
+}
 
 void mnuViewColumns_Click(frmMain& window) {
   if (!window.KVWS) return;
   std::string path = "//CASE[@ID='Tarnsift']/LIST[@NAME='Languages']";
-  if (const Ref<AnalysisStore> store = window.KVWS->AnalysisStore()) path += "/CASE[@NAME='" + store->Model()->Name() + "']";
+  if (const Ref<AnalysisStore> store = window.KVWS->AnalysisStore())
+    path += "/CASE[@NAME='" + store->Model()->Name() + "']";
   showOptions(window, path);
 }
 
-void showFilters(frmMain& window) { showOptions(window, "//CASE[@ID='Tarnsift']/LIST/CASE[@NAME='Filters']"); }
+void showFilters(frmMain& window) {
+  showOptions(window, "//CASE[@ID='Tarnsift']/LIST/CASE[@NAME='Filters']");
+}
 
 } // namespace tarnsift

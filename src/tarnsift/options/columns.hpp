@@ -6,8 +6,8 @@
 
 namespace tarnsift {
 
-/// Makes the columns of the four lists match the option document for that language model (nothing: no language). True when
-/// the headers were rebuilt.
+/// Makes the columns of the four lists match the option document for that language model (nothing: no language). True
+/// when the headers were rebuilt.
 bool ApplyColumnChoice(frmMain& window, const Ref<StoreModel>& model);
 /// Fills the language columns of an entry of the loaded program.
 void FillEntryColumns(frmMain& window, int ListIndex, platform::ListItem& entry, const std::string& key);

@@ -13,6 +13,8 @@ inline std::string optionValue(const std::string& path, const char* attribute = 
 }
 
 /// Whether a BOOL is on: its VALUE equals "true", case counts.
-inline bool optionIsOn(const std::string& path) { return optionValue(path) == "true"; }
+inline bool optionIsOn(const std::string& path) {
+  return optionValue(path) == "true";
+}
 
 } // namespace tarnsift

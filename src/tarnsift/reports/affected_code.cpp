@@ -19,7 +19,8 @@ std::string EscapeHtml(std::string_view text) {
   static constexpr std::pair<std::string_view, std::string_view> kEscapes[] = {
       {"&", "&amp;"}, {"<", "&lt;"}, {">", "&gt;"}, {"\"", "&quot;"}, {"'", "&rsquo;"}};
   std::string escaped(text);
-  for (const auto& [plain, code] : kEscapes) escaped = platform::replaceAll(std::move(escaped), plain, code);
+  for (const auto& [plain, code] : kEscapes)
+    escaped = platform::replaceAll(std::move(escaped), plain, code);
   return escaped;
 }
 
@@ -33,9 +34,11 @@ void LineMarks::mark(std::int64_t line) {
     LineMark& mark = m_marks[static_cast<std::size_t>(neighbour)];
     if (mark == LineMark::hidden) mark = LineMark::context;
   };
-  for (std::int64_t k = 1; k <= m_neighbourhood && line - k > 0; ++k) context(line - k);
+  for (std::int64_t k = 1; k <= m_neighbourhood && line - k > 0; ++k)
+    context(line - k);
   m_marks[static_cast<std::size_t>(line)] = LineMark::bold;
-  for (std::int64_t k = 1; k <= m_neighbourhood && line + k <= m_lineCount; ++k) context(line + k);
+  for (std::int64_t k = 1; k <= m_neighbourhood && line + k <= m_lineCount; ++k)
+    context(line + k);
 }
 
 namespace {
@@ -55,7 +58,8 @@ std::string styleSheet() {
 // Where the affected names of the program stand, gathered in one walk for all its files.
 LinesByFile markedLines(AnalysisStore& store, bool showUnused) {
   LinesByFile lines;
-  const auto rows = store.Database()->OpenRecordset("select * from Constructs where " + globals().StatusColumn + " = 1");
+  const auto rows =
+      store.Database()->OpenRecordset("select * from Constructs where " + globals().StatusColumn + " = 1");
   for (; !rows->Eof(); rows->MoveNext()) {
     Ref<StoreConstruct> construct;
     platform::ignoring([&] { construct = store.ObjectById(rows->Field("KVID").asText()); });
@@ -76,7 +80,8 @@ class AffectedCodeReport {
   explicit AffectedCodeReport(frmMain& window)
       : m_window(window), m_writer(*window.ReportWriter),
         m_neighbourhood(static_cast<int>(std::clamp<std::int64_t>(
-            Value(optionValue("./GROUP[@NAME='AffectedCodeReport']/NUMBER[@NAME='NeighbourhoodSize']")).asInteger(), 0, kMostContext))) {
+            Value(optionValue("./GROUP[@NAME='AffectedCodeReport']/NUMBER[@NAME='NeighbourhoodSize']")).asInteger(), 0,
+            kMostContext))) {
     if (!m_window.blbSource) m_window.blbSource = theHostFactory().createBarelineBox();
   }
 
@@ -99,7 +104,8 @@ class AffectedCodeReport {
     source.LoadFile(belowBase(file.Path()));
     m_fileHead = "    " + file.Path();
     LineMarks marks(source.LineCount(), m_neighbourhood);
-    for (const std::int64_t line : lines) marks.mark(line);
+    for (const std::int64_t line : lines)
+      marks.mark(line);
     bool Skipping = true;
     for (std::size_t j = 1; j <= source.LineCount(); ++j) {
       const LineMark mark = marks.of(j);
@@ -151,8 +157,9 @@ class AffectedCodeReport {
 void reportAffectedCode(frmMain& window) {
   AffectedCodeReport report(window);
   StartProgress(window, LoadResString(518), static_cast<int>(window.lvPrograms.ListItems.Count()));
-  window.ReportWriter->BeginReport("<LCRecordFormat><ProgramName RAW=\"no\"/><Source RAW=\"no\"/><LineNo/></LCRecordFormat>", LoadResString(519),
-                                   styleSheet());
+  window.ReportWriter->BeginReport(
+      "<LCRecordFormat><ProgramName RAW=\"no\"/><Source RAW=\"no\"/><LineNo/></LCRecordFormat>", LoadResString(519),
+      styleSheet());
   for (std::size_t i = 1; i <= window.lvPrograms.ListItems.Count(); ++i) {
     const platform::ListItem& program = window.lvPrograms.ListItems.Item(i);
     StartStep(window, program.Text);

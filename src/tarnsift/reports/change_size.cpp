@@ -14,7 +14,8 @@ SizeLimits proposeSizeLimits(std::span<const std::int64_t> counts) {
     highest = std::max(highest, count);
   }
   const std::int64_t s = lowest + (lowest < highest ? 1 : 0);
-  return {static_cast<std::int32_t>(s), static_cast<std::int32_t>((s + highest) / 2), static_cast<std::int32_t>(highest)};
+  return {static_cast<std::int32_t>(s), static_cast<std::int32_t>((s + highest) / 2),
+          static_cast<std::int32_t>(highest)};
 }
 
 std::string_view changeSize(std::int64_t count, const SizeLimits& limits) {

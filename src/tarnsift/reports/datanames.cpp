@@ -13,18 +13,24 @@ using platform::formatSixDigits;
 using platform::LoadResString;
 
 std::string recordFormat(int Status) {
-  const auto column = [](const std::string& key, const std::string& caption) { return "<" + key + " CAPTION=\"" + caption + "\"/>"; };
-  const std::string file = theProductStrings().Format("%1 [%2,%3]", {LoadResString(550), LoadResString(551), LoadResString(552)});
+  const auto column = [](const std::string& key, const std::string& caption) {
+    return "<" + key + " CAPTION=\"" + caption + "\"/>";
+  };
+  const std::string file =
+      theProductStrings().Format("%1 [%2,%3]", {LoadResString(550), LoadResString(551), LoadResString(552)});
   return "<LCRecordFormat>" + column("Program", LoadResString(539)) + column("Dataname", LoadResString(547)) +
-         (Status == 0 ? column("Status", LoadResString(548)) : "") + column("Comment", LoadResString(549)) + column("File", file) +
-         "</LCRecordFormat>";
+         (Status == 0 ? column("Status", LoadResString(548)) : "") + column("Comment", LoadResString(549)) +
+         column("File", file) + "</LCRecordFormat>";
 }
 
 std::string statusText(const Value& status) {
   switch (status.asInteger()) {
-  case kAccepted: return LoadResString(541);
-  case kRejected: return LoadResString(553);
-  default: return LoadResString(554);
+  case kAccepted:
+    return LoadResString(541);
+  case kRejected:
+    return LoadResString(553);
+  default:
+    return LoadResString(554);
   }
 }
 
@@ -34,13 +40,15 @@ std::int64_t shownCount(const platform::ListItem& program, int Status) {
   return countOf(program.SubItems(1)) + countOf(program.SubItems(2)) + countOf(program.SubItems(3));
 }
 
-void writeRow(frmMain& window, const platform::ListItem& program, const platform::Recordset& row, StoreConstruct& construct, int Status) {
+void writeRow(frmMain& window, const platform::ListItem& program, const platform::Recordset& row,
+              StoreConstruct& construct, int Status) {
   ReportWriter& writer = *window.ReportWriter;
   writer.BeginRecord();
   writer.Field("Program", program.Text);
   writer.Field("Dataname", row.Field("Name"));
   writer.Field("Comment", NullToText(row.Field(globals().ClassificationColumn)));
-  writer.Field("File", construct.FileName() + " [" + formatSixDigits(construct.Line()) + "," + formatSixDigits(construct.Column()) + "]");
+  writer.Field("File", construct.FileName() + " [" + formatSixDigits(construct.Line()) + "," +
+                           formatSixDigits(construct.Column()) + "]");
   if (Status == 0) writer.Field("Status", statusText(row.Field(globals().StatusColumn)));
   writer.EndRecord();
 }
@@ -53,21 +61,27 @@ void writeProgram(frmMain& window, const platform::ListItem& program, int Status
   for (; !rows->Eof(); rows->MoveNext()) {
     Ref<StoreConstruct> construct;
     platform::ignoring([&] { construct = store->ObjectById(rows->Field("KVID").asText()); });
-    if (construct) writeRow(window, program, *rows, *construct, Status);
-    else ++lost;
+    if (construct)
+      writeRow(window, program, *rows, *construct, Status);
+    else
+      ++lost;
   }
-  if (lost > 0) window.ActivityLog->Write(program.Text + ": " + std::to_string(lost) + " name(s) are not in its analysis; verify it again");
+  if (lost > 0)
+    window.ActivityLog->Write(program.Text + ": " + std::to_string(lost) +
+                              " name(s) are not in its analysis; verify it again");
 }
 
 } // namespace
 
 void reportDatanames(frmMain& window, int Status, const std::string& title) {
   window.ReportWriter->BeginReport(recordFormat(Status), title, "");
-  StartProgress(window, theProductStrings().Format(LoadResString(517), {title}), static_cast<int>(window.lvPrograms.ListItems.Count()));
+  StartProgress(window, theProductStrings().Format(LoadResString(517), {title}),
+                static_cast<int>(window.lvPrograms.ListItems.Count()));
   for (std::size_t i = 1; i <= window.lvPrograms.ListItems.Count(); ++i) {
     const platform::ListItem& program = window.lvPrograms.ListItems.Item(i);
     StartStep(window, program.Text);
-    if (shownCount(program, Status) != 0) reportProgram(window, program, [&] { writeProgram(window, program, Status); });
+    if (shownCount(program, Status) != 0)
+      reportProgram(window, program, [&] { writeProgram(window, program, Status); });
     FinishStep(window, 1);
   }
   FinishProgress(window);

@@ -4,9 +4,9 @@
 
 namespace tarnsift {
 
-/// Writes the part of one program; when its store or database cannot be read the report goes on without the rest of that
-/// program, and the log says why.
-template <typename Write>
+/// Writes the part of one program; when its store or database cannot be read the report goes on without the rest of
+/// that program, and the log says why.
+template<typename Write>
 void reportProgram(frmMain& window, const platform::ListItem& program, Write&& write) {
   try {
     write();

@@ -17,9 +17,7 @@ namespace {
 // The search values hold only round the search, also when it fails.
 class SearchScope {
  public:
-  SearchScope(SearchHost& host, const std::string& keys) : m_host(host) {
-    m_host.setScopeList(keys);
-  }
+  SearchScope(SearchHost& host, const std::string& keys) : m_host(host) { m_host.setScopeList(keys); }
   ~SearchScope() {
     m_host.setScopeList("");
     m_host.setGlobalSearch(false);
@@ -60,7 +58,8 @@ void mnuFileSearchTo_Click(frmMain& window, int Index) {
     host->setDefaultSearchCriteriaName(window.DefaultSearchName);
     host->setGlobalSearch(true);
     const Ref<AnalysisStore> store = window.KVWS->AnalysisStore();
-    const Value found = host->FindConstructs(store ? store->Model() : nullptr, platform::App().Title, *window.KVWS, false, "");
+    const Value found =
+        host->FindConstructs(store ? store->Model() : nullptr, platform::App().Title, *window.KVWS, false, "");
     if (found.asBool()) ApplySearchResults(window, Index);
   }
   const std::string used = host->LastSearchCriteriaName();

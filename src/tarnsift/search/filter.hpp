@@ -4,7 +4,8 @@
 
 namespace tarnsift {
 
-/// Apply Filter: runs a criterion of the search host and merges what it found. `Index` is the list, or 3 to take names out.
+/// Apply Filter: runs a criterion of the search host and merges what it found. `Index` is the list, or 3 to take names
+/// out.
 void mnuFileSearchTo_Click(frmMain& window, int Index);
 /// The toolbar's drop-down: the search runs after the pop-up has closed.
 void popupSearch(frmMain& window);

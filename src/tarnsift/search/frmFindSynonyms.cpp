@@ -16,8 +16,9 @@ constexpr int kListsToCaptions[] = {196, 197, 198};
 } // namespace
 
 frmFindSynonyms::frmFindSynonyms()
-    : Form("frmFindSynonyms"), frmFindFor(add<platform::Frame>("frmFindFor")), frFindTo(add<platform::Frame>("frFindTo")),
-      cmdOK(add<platform::CommandButton>("cmdOK")), cmdCancel(add<platform::CommandButton>("cmdCancel")) {
+    : Form("frmFindSynonyms"), frmFindFor(add<platform::Frame>("frmFindFor")),
+      frFindTo(add<platform::Frame>("frFindTo")), cmdOK(add<platform::CommandButton>("cmdOK")),
+      cmdCancel(add<platform::CommandButton>("cmdCancel")) {
   addRef();
   for (int i = 0; i < 3; ++i) {
     optListsIn[static_cast<std::size_t>(i)] = &add<platform::OptionButton>("optListsIn", i);

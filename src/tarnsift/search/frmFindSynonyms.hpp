@@ -6,8 +6,8 @@
 
 namespace tarnsift {
 
-/// The dialog of Find Synonyms: the list to search in and the list that receives. It stays loaded, so the next use shows
-/// the last choice.
+/// The dialog of Find Synonyms: the list to search in and the list that receives. It stays loaded, so the next use
+/// shows the last choice.
 class frmFindSynonyms : public platform::Form {
  public:
   frmFindSynonyms();

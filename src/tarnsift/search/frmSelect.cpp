@@ -10,7 +10,9 @@ namespace tarnsift {
 
 using platform::LoadResString;
 
-frmSelect::frmSelect() : Form("frmSelect"), cmdOK(add<platform::CommandButton>("cmdOK")), cmdCancel(add<platform::CommandButton>("cmdCancel")) {
+frmSelect::frmSelect()
+    : Form("frmSelect"), cmdOK(add<platform::CommandButton>("cmdOK")),
+      cmdCancel(add<platform::CommandButton>("cmdCancel")) {
   addRef();
   for (int i = 0; i < 2; ++i) {
     lblFilter[static_cast<std::size_t>(i)] = &add<platform::Label>("lblFilter", i);
@@ -47,7 +49,9 @@ void frmSelect::LoadCaptions() {
   cmdCancel.Caption = LoadResString(189);
 }
 
-void frmSelect::UpdateSelectButton() { cmdOK.Enabled = !cmbSelect[0]->Text().empty() || !cmbSelect[1]->Text().empty(); }
+void frmSelect::UpdateSelectButton() {
+  cmdOK.Enabled = !cmbSelect[0]->Text().empty() || !cmbSelect[1]->Text().empty();
+}
 
 void frmSelect::cmdOK_Click() {
   for (platform::ComboBox* box : cmbSelect) {

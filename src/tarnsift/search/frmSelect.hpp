@@ -7,11 +7,13 @@
 
 namespace tarnsift {
 
-/// The pattern dialog: a pattern of names and one of names to leave out, each with a history for the length of the session.
+/// The pattern dialog: a pattern of names and one of names to leave out, each with a history for the length of the
+/// session.
 class frmSelect : public platform::Form {
  public:
   frmSelect();
-  /// Shows the dialog and waits. True when the analyst accepted; both patterns then are in upper case, either may be empty.
+  /// Shows the dialog and waits. True when the analyst accepted; both patterns then are in upper case, either may be
+  /// empty.
   bool Edit(platform::Form& owner, std::string& NamePositive, std::string& NameNegative);
 
  private:

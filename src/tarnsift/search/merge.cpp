@@ -34,14 +34,16 @@ struct Merge {
 std::string noteFor(std::string criterionName) {
   const std::string tab = Split(criterionName, ":");
   std::string text = GetCaption("tab", tab) + ":" + GetCaption("criterion", criterionName);
-  if (platform::countCodePoints(text) > kLongestCriterion) text = std::string(platform::firstCodePoints(text, kLongestCriterion)) + "...";
+  if (platform::countCodePoints(text) > kLongestCriterion)
+    text = std::string(platform::firstCodePoints(text, kLongestCriterion)) + "...";
   return theProductStrings().Format(LoadResString(531), {text});
 }
 
 platform::Node matchElement(frmMain& window, const platform::Document& results) {
   const Ref<AnalysisStore> store = window.KVWS->AnalysisStore();
   if (!store) return {};
-  return results.selectSingleNode("//MODELS/MODEL[@Name='" + store->Model()->Name() + "']" + "/MATCHES[@ListName='" + App().Title + "']");
+  return results.selectSingleNode("//MODELS/MODEL[@Name='" + store->Model()->Name() + "']" + "/MATCHES[@ListName='" +
+                                  App().Title + "']");
 }
 
 bool hasNewMatches(const platform::Node& matches, const std::string& key) {
@@ -55,19 +57,26 @@ bool hasNewMatches(const platform::Node& matches, const std::string& key) {
 void emptyTarget(frmMain& window, ProgramWork& program, Merge& merge) {
   const Globals& session = globals();
   const std::string target = std::to_string(merge.Target);
-  const auto held = program.database->OpenRecordset("select count(*) as cnt " "from Constructs where " + session.StatusColumn + "=" + target);
+  const auto held = program.database->OpenRecordset("select count(*) as cnt "
+                                                    "from Constructs where " +
+                                                    session.StatusColumn + "=" + target);
   if (!held->Eof()) {
     program.counters.at(static_cast<std::size_t>(merge.Target)) -= held->Field("cnt").asInteger();
     merge.changed = true;
   }
   // The comments go first: they are found by the status.
-  program.database->Execute("update Constructs " "set " + session.ClassificationColumn + "=Null " + "where " + session.StatusColumn + "=" + target);
-  program.database->Execute("update Constructs " "set " + session.StatusColumn + "=Null " + "where " + session.StatusColumn + "=" + target);
+  program.database->Execute("update Constructs "
+                            "set " +
+                            session.ClassificationColumn + "=Null " + "where " + session.StatusColumn + "=" + target);
+  program.database->Execute("update Constructs "
+                            "set " +
+                            session.StatusColumn + "=Null " + "where " + session.StatusColumn + "=" + target);
   if (program.onScreen) window.lvList.at(static_cast<std::size_t>(merge.Target))->ListItems.Clear();
 }
 
 bool mustWrite(const Merge& merge, const Value& status) {
-  return (status.isNull() && merge.Target != kDeleteTarget) || merge.Override || (!status.isNull() && merge.Target == kDeleteTarget);
+  return (status.isNull() && merge.Target != kDeleteTarget) || merge.Override ||
+         (!status.isNull() && merge.Target == kDeleteTarget);
 }
 
 void placeMatches(frmMain& window, ProgramWork& program, const Merge& merge) {
@@ -86,7 +95,8 @@ void mergeProgram(frmMain& window, platform::ListItem& row, Merge& merge) {
   ProgramWork program(window, row);
   if (merge.Refresh && merge.Target != kDeleteTarget) emptyTarget(window, program, merge);
   placeMatches(window, program, merge);
-  for (const auto counter : program.counters) merge.changed = merge.changed || counter != 0;
+  for (const auto counter : program.counters)
+    merge.changed = merge.changed || counter != 0;
   program.finish();
 }
 

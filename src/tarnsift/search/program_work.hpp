@@ -10,8 +10,8 @@
 
 namespace tarnsift {
 
-/// One program while a command over programs changes it: a connection of its own and the changes of its counts. When the
-/// work ends early the row is left named in `ProgramInWork`, so that its counts can be made anew.
+/// One program while a command over programs changes it: a connection of its own and the changes of its counts. When
+/// the work ends early the row is left named in `ProgramInWork`, so that its counts can be made anew.
 class ProgramWork {
  public:
   ProgramWork(frmMain& window, platform::ListItem& program)
@@ -38,7 +38,8 @@ class ProgramWork {
 class OpenStore {
  public:
   explicit OpenStore(const platform::ListItem& program)
-      : m_store(theProgramStore().Open(platform::nativePath(belowBase(program.Tag)), theRepositoryAccess().StoreClassOf(program.Key()))) {}
+      : m_store(theProgramStore().Open(platform::nativePath(belowBase(program.Tag)),
+                                       theRepositoryAccess().StoreClassOf(program.Key()))) {}
   ~OpenStore() { m_store->Close(); }
   OpenStore(const OpenStore&) = delete;
   OpenStore& operator=(const OpenStore&) = delete;
@@ -52,7 +53,8 @@ class OpenStore {
 class ListBatches {
  public:
   explicit ListBatches(frmMain& window)
-      : m_programs(window.lvPrograms), m_working(*window.lvList[0]), m_affected(*window.lvList[1]), m_clean(*window.lvList[2]) {}
+      : m_programs(window.lvPrograms), m_working(*window.lvList[0]), m_affected(*window.lvList[1]),
+        m_clean(*window.lvList[2]) {}
 
  private:
   platform::ListView::Batch m_programs, m_working, m_affected, m_clean;

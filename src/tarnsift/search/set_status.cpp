@@ -8,7 +8,8 @@ namespace tarnsift {
 
 namespace {
 
-void showPlaced(frmMain& window, const platform::Recordset& row, int Target, const Value& status, const std::string& Note) {
+void showPlaced(frmMain& window, const platform::Recordset& row, int Target, const Value& status,
+                const std::string& Note) {
   const std::string key = row.Field("KVID").asText();
   if (Target != kDeleteTarget) {
     platform::ListView& list = *window.lvList.at(static_cast<std::size_t>(Target));
@@ -19,12 +20,14 @@ void showPlaced(frmMain& window, const platform::Recordset& row, int Target, con
       FillEntryColumns(window, Target, entry, key);
     });
   }
-  if (!status.isNull() && status.asInteger() != Target) window.lvList.at(static_cast<std::size_t>(status.asInteger()))->ListItems.Remove(key);
+  if (!status.isNull() && status.asInteger() != Target)
+    window.lvList.at(static_cast<std::size_t>(status.asInteger()))->ListItems.Remove(key);
 }
 
 } // namespace
 
-void SetConstructStatus(frmMain& window, platform::Recordset& Table, int Target, Counters& counters, bool OnScreen, const std::string& Note) {
+void SetConstructStatus(frmMain& window, platform::Recordset& Table, int Target, Counters& counters, bool OnScreen,
+                        const std::string& Note) {
   const Globals& session = globals();
   const Value status = Table.Field(session.StatusColumn);
   if (Target != kDeleteTarget) ++counters.at(static_cast<std::size_t>(Target));

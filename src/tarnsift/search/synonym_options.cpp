@@ -6,7 +6,9 @@ namespace tarnsift {
 
 namespace {
 
-bool isOn(const platform::Node& option) { return option && option.getAttribute("VALUE") == Value("true"); }
+bool isOn(const platform::Node& option) {
+  return option && option.getAttribute("VALUE") == Value("true");
+}
 
 void appendRelations(std::string& relations, const platform::Node& affinity, const std::string& listPath) {
   if (!isOn(affinity)) return;
@@ -24,7 +26,8 @@ void appendRelations(std::string& relations, const platform::Node& affinity, con
 void ReadSynonymOptions(frmMain& window) {
   const platform::Node& root = globals().OptionsRoot;
   window.SynonymRelations.clear();
-  appendRelations(window.SynonymRelations, root.selectSingleNode("./GROUP[@NAME='Synonyms']/BOOL[@NAME='HighAffinity']"),
+  appendRelations(window.SynonymRelations,
+                  root.selectSingleNode("./GROUP[@NAME='Synonyms']/BOOL[@NAME='HighAffinity']"),
                   "./LIST[@NAME='HighAffinityRels']");
   appendRelations(window.SynonymRelations, root.selectSingleNode("./GROUP[@NAME='Synonyms']/BOOL[@NAME='LowAffinity']"),
                   "./LIST[@NAME='LowAffinityRels']");

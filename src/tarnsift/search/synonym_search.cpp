@@ -25,18 +25,21 @@ struct Walk {
 class ProgramWalk {
  public:
   ProgramWalk(frmMain& window, platform::ListItem& row, const Walk& walk)
-      : m_window(window), m_program(window, row), m_walk(walk), m_table(m_program.database->OpenRecordset("Constructs")) {
+      : m_window(window), m_program(window, row), m_walk(walk),
+        m_table(m_program.database->OpenRecordset("Constructs")) {
     m_table->setIndex("ID");
     if (m_window.ShowRedefines && m_window.ViewAllRedefines) m_largestSize = largestSize(*m_program.database);
   }
 
   void run() {
-    const auto seeds = m_program.database->OpenRecordset("select * from Constructs " "where " + globals().StatusColumn + "=" +
-                                                         std::to_string(m_walk.From));
+    const auto seeds = m_program.database->OpenRecordset("select * from Constructs "
+                                                         "where " +
+                                                         globals().StatusColumn + "=" + std::to_string(m_walk.From));
     for (; !seeds->Eof(); seeds->MoveNext()) {
       const Seed seed = seedAt(*seeds);
       if (!m_window.SynonymRelations.empty())
-        for (const int Side : {1, 2}) followRelations(seed, Side);
+        for (const int Side : {1, 2})
+          followRelations(seed, Side);
       if (seed.size != 0 && m_window.ShowRedefines) followRedefinitions(seed);
     }
     m_program.finish();
@@ -44,7 +47,8 @@ class ProgramWalk {
 
  private:
   void followRelations(const Seed& seed, int Side) {
-    for (auto rows = openRelated(*m_program.database, seed, Side, m_window.SynonymRelations); !rows->Eof(); rows->MoveNext()) {
+    for (auto rows = openRelated(*m_program.database, seed, Side, m_window.SynonymRelations); !rows->Eof();
+         rows->MoveNext()) {
       if (platform::equalsIgnoringCase(rows->Field("KVID").asText(), seed.key)) continue;
       place(*rows, rows->Field("RelID").asText() + " of " + seed.name);
     }
@@ -53,11 +57,12 @@ class ProgramWalk {
   void followRedefinitions(const Seed& seed) {
     const auto rows = m_window.ViewAllRedefines ? openOverlapping(*m_program.database, seed, m_largestSize)
                                                 : openSameRange(*m_program.database, seed);
-    for (; !rows->Eof(); rows->MoveNext()) place(*rows, "redef of " + seed.name);
+    for (; !rows->Eof(); rows->MoveNext())
+      place(*rows, "redef of " + seed.name);
   }
 
-  // A name is placed when it is in no list or, with Override, in another one than the seeds'. The status is read from the
-  // row itself: an earlier seed of this run may have placed it.
+  // A name is placed when it is in no list or, with Override, in another one than the seeds'. The status is read from
+  // the row itself: an earlier seed of this run may have placed it.
   void place(const platform::Recordset& candidate, const std::string& note) {
     if (platform::equalsIgnoringCase(candidate.Field("Name").asText(), "FILLER")) return;
     m_table->Seek("=", candidate.Field("KVID"));

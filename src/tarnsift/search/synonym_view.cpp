@@ -17,7 +17,8 @@ using platform::ListItem;
 using platform::ListView;
 
 // One row a construct, however many ways lead to it; a stored comment stands alone, notes are joined.
-void AddSynonymRow(frmMain& window, const std::string& Key, const std::string& Name, const Value& Comment, const Value& Status, const std::string& Note) {
+void AddSynonymRow(frmMain& window, const std::string& Key, const std::string& Name, const Value& Comment,
+                   const Value& Status, const std::string& Note) {
   ListView& list = listOf(window, kSynonymsList);
   const std::size_t column = commentColumn(list);
   ListItem* row = list.ListItems.find(Key);
@@ -35,8 +36,8 @@ void AddSynonymRow(frmMain& window, const std::string& Key, const std::string& N
 
 void addRow(frmMain& window, const platform::Recordset& row, const std::string& note) {
   if (platform::equalsIgnoringCase(row.Field("Name").asText(), "FILLER")) return;
-  AddSynonymRow(window, row.Field("KVID").asText(), row.Field("Name").asText(), row.Field(globals().ClassificationColumn),
-                row.Field(globals().StatusColumn), note);
+  AddSynonymRow(window, row.Field("KVID").asText(), row.Field("Name").asText(),
+                row.Field(globals().ClassificationColumn), row.Field(globals().StatusColumn), note);
 }
 
 void addRelatives(frmMain& window, const Seed& seed) {
@@ -47,8 +48,10 @@ void addRelatives(frmMain& window, const Seed& seed) {
         if (!platform::equalsIgnoringCase(rows->Field("KVID").asText(), seed.key))
           addRow(window, *rows, rows->Field("RelID").asText() + " of " + seed.name);
   if (seed.size == 0 || !window.ShowRedefines) return;
-  const auto rows = window.ViewAllRedefines ? openOverlapping(database, seed, largestSize(database)) : openSameRange(database, seed);
-  for (; !rows->Eof(); rows->MoveNext()) addRow(window, *rows, "redef of " + seed.name);
+  const auto rows =
+      window.ViewAllRedefines ? openOverlapping(database, seed, largestSize(database)) : openSameRange(database, seed);
+  for (; !rows->Eof(); rows->MoveNext())
+    addRow(window, *rows, "redef of " + seed.name);
 }
 
 } // namespace
@@ -64,7 +67,8 @@ void ShowSynonyms(frmMain& window, int ListIndex, const std::string& Key) {
   SyncWorkspaceProgram(window);
   // A name that the analysis does not know leaves the viewer where it is; its relatives are in the database.
   platform::ignoring([&] {
-    if (const Ref<AnalysisStore> store = window.KVWS->AnalysisStore()) window.KVWS->setCurrentObject(store->ObjectById(Key));
+    if (const Ref<AnalysisStore> store = window.KVWS->AnalysisStore())
+      window.KVWS->setCurrentObject(store->ObjectById(Key));
   });
   if (ListIndex == kSynonymsList || !window.Splitter->Panes("Synonyms").Visible()) return;
   seekConstruct(window, Key);
@@ -76,7 +80,8 @@ void ShowSynonyms(frmMain& window, int ListIndex, const std::string& Key) {
     addRelatives(window, seed);
   }
   const std::string count = std::to_string(list.ListItems.Count());
-  window.Splitter->Panes("Synonyms").setCaption(theProductStrings().Format(platform::LoadResString(514), {seed.name, count}));
+  window.Splitter->Panes("Synonyms")
+      .setCaption(theProductStrings().Format(platform::LoadResString(514), {seed.name, count}));
 }
 
 void RefreshSynonymsPane(frmMain& window) {

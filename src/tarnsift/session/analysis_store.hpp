@@ -79,8 +79,8 @@ class AnalysisStore : public Object {
 
 class ProgramStore : public Object {
  public:
-  /// `path` is native and absolute; `storeClass` is what RepositoryAccess.StoreClassOf gave. Throws when the store cannot be
-  /// read, saying what to do.
+  /// `path` is native and absolute; `storeClass` is what RepositoryAccess.StoreClassOf gave. Throws when the store
+  /// cannot be read, saying what to do.
   virtual Ref<AnalysisStore> Open(const std::string& path, const std::string& storeClass) = 0;
 };
 

@@ -27,11 +27,13 @@ void LoadCaptionDocument() {
   try {
     resModule().document = platform::Document::load(platform::nativePath(path));
   } catch (const platform::XmlError& error) {
-    const std::string text = theProductStrings().Format("Error: '%1' at line: %2, pos: %3",
-                                                        {error.reason() + "\r\n", std::to_string(error.line()), std::to_string(error.position())});
+    const std::string text = theProductStrings().Format(
+        "Error: '%1' at line: %2, pos: %3",
+        {error.reason() + "\r\n", std::to_string(error.line()), std::to_string(error.position())});
     platform::screen().messageBox(text, platform::kCritical, "KVSearch.xrc Error");
   } catch (const platform::FileError& error) {
-    const std::string text = theProductStrings().Format("Error: '%1' at line: %2, pos: %3", {std::string(error.what()) + "\r\n", "0", "0"});
+    const std::string text =
+        theProductStrings().Format("Error: '%1' at line: %2, pos: %3", {std::string(error.what()) + "\r\n", "0", "0"});
     platform::screen().messageBox(text, platform::kCritical, "KVSearch.xrc Error");
   }
 }

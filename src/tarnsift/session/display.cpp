@@ -3,6 +3,8 @@
 #include "platform/runtime/application.hpp"
 #include "platform/runtime/string_table.hpp"
 #include "tarnsift/lists/counts.hpp"
+#include "tarnsift/options/columns.hpp"
+#include "tarnsift/options/option_tree.hpp"
 #include "tarnsift/search/filter.hpp"
 #include "tarnsift/search/synonym_options.hpp"
 #include "tarnsift/session/globals.hpp"
@@ -14,8 +16,6 @@
 #include "tarnsift/workbench/panes.hpp"
 #include "tarnsift/workbench/progress.hpp"
 #include "tarnsift/workbench/split.hpp"
-#include "tarnsift/options/columns.hpp"
-#include "tarnsift/options/option_tree.hpp"
 
 namespace tarnsift {
 
@@ -59,7 +59,8 @@ void openSessionState(frmMain& window) {
   globals().Closing = false;
   window.ProjectOptions = callFrontend("ProjectOptions").as<tarnsift::ProjectOptions>();
   globals().OptionsRoot = window.ProjectOptions->Document().selectSingleNode("//CASE[@ID='Tarnsift']");
-  if (!globals().OptionsRoot) throw platform::Error("the project's option document has no branch CASE 'Tarnsift'; run upgrade-options");
+  if (!globals().OptionsRoot)
+    throw platform::Error("the project's option document has no branch CASE 'Tarnsift'; run upgrade-options");
   window.ColumnNames = {};
   window.ColumnTypes = {};
   ApplyColumnChoice(window, {});
@@ -72,7 +73,8 @@ void openSessionState(frmMain& window) {
 void collectProjects() {
   Globals& session = globals();
   session.FolderNames = {};
-  for (auto folders = theRepositoryAccess().Repository()->SelectObjects("FOLDER", "", ""); !folders->AtEnd(); folders->MoveNext()) {
+  for (auto folders = theRepositoryAccess().Repository()->SelectObjects("FOLDER", "", ""); !folders->AtEnd();
+       folders->MoveNext()) {
     const std::string name = EscapeColumnName(folders->Current()->Attribute("Name").asText());
     session.FolderNames.Add(name, name);
   }
@@ -80,7 +82,8 @@ void collectProjects() {
 
 bool isVerified(RepositoryObject& program) {
   const std::string file = program.Attribute("Kelvane").asText();
-  return !file.empty() && theFileProbe().FileExists(belowBase(file), false) && program.Attribute("DataRelations").asBool();
+  return !file.empty() && theFileProbe().FileExists(belowBase(file), false) &&
+         program.Attribute("DataRelations").asBool();
 }
 
 // Modified is in microseconds since 1970 UTC; Null counts as not later.
@@ -123,7 +126,8 @@ void linkPrograms(frmMain& window, const FoundItems& found) {
   for (const Ref<RepositoryType>& type : schema->ObjectTypes()) {
     if ((type->Flags() & schema->TypeFlags("PROGRAMCODE")) == 0) continue;
     const auto programs = repository->SelectObjects(type->Name(), globals().ProjectObject->Id(), "");
-    StartProgress(window, theProductStrings().Format(LoadResString(507), {type->DisplayName()}), static_cast<int>(programs->Count()));
+    StartProgress(window, theProductStrings().Format(LoadResString(507), {type->DisplayName()}),
+                  static_cast<int>(programs->Count()));
     for (; !programs->AtEnd(); programs->MoveNext()) {
       const auto program = programs->Current();
       StartStep(window, program->Attribute("Name").asText());
@@ -142,7 +146,8 @@ void fillReportDropDown(frmMain& window) {
 }
 
 void resetSorting(frmMain& window) {
-  for (platform::ListView* list : window.lvList) theListViewSorter().SortBy(*list, std::nullopt);
+  for (platform::ListView* list : window.lvList)
+    theListViewSorter().SortBy(*list, std::nullopt);
   theListViewSorter().SortBy(window.lvPrograms, std::nullopt);
 }
 

@@ -27,8 +27,8 @@ void tellFailure(const std::exception& error) {
   // The window may not have opened at all.
   globals().Frontend = {};
   globals().ProjectObject = {};
-  const std::string text =
-      theProductStrings().Format(platform::LoadResString(500), {platform::App().Title, "\r" + std::string(error.what())});
+  const std::string text = theProductStrings().Format(platform::LoadResString(500),
+                                                      {platform::App().Title, "\r" + std::string(error.what())});
   platform::screen().messageBox(text, platform::kCritical, platform::App().Title);
 }
 

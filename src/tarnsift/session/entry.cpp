@@ -23,11 +23,19 @@ long DllRegisterServer();
 long DllUnregisterServer();
 
 /// 0 when nothing of the component is in use, else 1.
-long DllCanUnloadNow() { return platform::serverCanUnloadNow(tarnsift::windowExists() && tarnsift::theWindow().Loaded()); }
+long DllCanUnloadNow() {
+  return platform::serverCanUnloadNow(tarnsift::windowExists() && tarnsift::theWindow().Loaded());
+}
 
-long DllGetClassObject(const char* classId, void** factory) { return platform::serverGetClassObject(servedClasses(), classId, factory); }
+long DllGetClassObject(const char* classId, void** factory) {
+  return platform::serverGetClassObject(servedClasses(), classId, factory);
+}
 
-long DllRegisterServer() { return platform::serverRegister(servedClasses(), reinterpret_cast<const void*>(&DllRegisterServer)); }
+long DllRegisterServer() {
+  return platform::serverRegister(servedClasses(), reinterpret_cast<const void*>(&DllRegisterServer));
+}
 
-long DllUnregisterServer() { return platform::serverUnregister(servedClasses()); }
+long DllUnregisterServer() {
+  return platform::serverUnregister(servedClasses());
+}
 }

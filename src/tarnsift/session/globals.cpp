@@ -7,6 +7,8 @@ Globals& globals() {
   return session;
 }
 
-std::string belowBase(std::string_view relativePath) { return globals().BaseFolder + "\\" + std::string(relativePath); }
+std::string belowBase(std::string_view relativePath) {
+  return globals().BaseFolder + "\\" + std::string(relativePath);
+}
 
 } // namespace tarnsift

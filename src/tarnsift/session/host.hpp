@@ -12,8 +12,8 @@
 #include "tarnsift/session/repository.hpp"
 #include "tarnsift/session/workspace.hpp"
 
-/// The host's global objects and helpers. Each is one object of the process, registered by the host under its class's name
-/// and found through the function of that name.
+/// The host's global objects and helpers. Each is one object of the process, registered by the host under its class's
+/// name and found through the function of that name.
 namespace tarnsift {
 
 class ProductPaths : public Object {
@@ -77,8 +77,8 @@ class ProjectFactory : public Object {
 class CommentDialog : public Object {
  public:
   /// True when the analyst confirmed; `result` then holds the text unchanged.
-  virtual bool Ask(std::string& result, const std::string& prompt, const std::string& title, const std::string& text, int reserved,
-                   const std::string& helpFile, int helpContext) = 0;
+  virtual bool Ask(std::string& result, const std::string& prompt, const std::string& title, const std::string& text,
+                   int reserved, const std::string& helpFile, int helpContext) = 0;
 };
 
 /// One pane of the splitter. Geometry in twips within the window.
@@ -97,8 +97,8 @@ class SplitterPane {
   virtual bool IsActive() = 0;
   virtual void Activate() = 0;
   virtual void setPinned(bool pinned) = 0; ///< the second flag of a new pane
-  /// Cuts the pane in two. Orientation: 1 side by side, 2 one over the other; size of the first child in twips; an empty
-  /// name makes a child that is split next.
+  /// Cuts the pane in two. Orientation: 1 side by side, 2 one over the other; size of the first child in twips; an
+  /// empty name makes a child that is split next.
   virtual void Split(int orientation, int kind, double size, const std::string& first, const std::string& second) = 0;
   virtual SplitterPane& Child(int position) = 0; ///< 1 or 2
 };
@@ -124,7 +124,8 @@ class ProjectOptions : public Object {
  public:
   virtual platform::Document Document() = 0;
   /// Shows the dialog on the subtree of `path`; it writes the analyst's values into the document and raises FLO_Saved.
-  virtual void ShowDialog(const std::string& path, platform::Form& owner, const std::string& title, int size1, int size2, bool& result) = 0;
+  virtual void ShowDialog(const std::string& path, platform::Form& owner, const std::string& title, int size1,
+                          int size2, bool& result) = 0;
   virtual void Save() = 0; ///< throws FileError when the file cannot be written
   platform::Event<> FLO_Saved;
 };
@@ -171,21 +172,45 @@ class HostFactory : public Object {
 };
 
 /// The global objects by name. Throws KeyError when the host has not registered one.
-template <typename T>
+template<typename T>
 T& hostObject(std::string_view name) {
   return platform::classes::the<T>(name);
 }
-inline RepositoryAccess& theRepositoryAccess() { return hostObject<RepositoryAccess>("RepositoryAccess"); }
-inline ProgramStore& theProgramStore() { return hostObject<ProgramStore>("ProgramStore"); }
-inline ProductPaths& theProductPaths() { return hostObject<ProductPaths>("ProductPaths"); }
-inline ProductStrings& theProductStrings() { return hostObject<ProductStrings>("ProductStrings"); }
-inline CaptionText& theCaptionText() { return hostObject<CaptionText>("CaptionText"); }
-inline FileProbe& theFileProbe() { return hostObject<FileProbe>("FileProbe"); }
-inline SettingsStore& theSettingsStore() { return hostObject<SettingsStore>("SettingsStore"); }
-inline ListViewSorter& theListViewSorter() { return hostObject<ListViewSorter>("ListViewSorter"); }
-inline MathTools& theMathTools() { return hostObject<MathTools>("MathTools"); }
-inline ProjectFactory& theProjectFactory() { return hostObject<ProjectFactory>("ProjectFactory"); }
-inline CommentDialog& theCommentDialog() { return hostObject<CommentDialog>("CommentDialog"); }
-inline HostFactory& theHostFactory() { return hostObject<HostFactory>("HostFactory"); }
+inline RepositoryAccess& theRepositoryAccess() {
+  return hostObject<RepositoryAccess>("RepositoryAccess");
+}
+inline ProgramStore& theProgramStore() {
+  return hostObject<ProgramStore>("ProgramStore");
+}
+inline ProductPaths& theProductPaths() {
+  return hostObject<ProductPaths>("ProductPaths");
+}
+inline ProductStrings& theProductStrings() {
+  return hostObject<ProductStrings>("ProductStrings");
+}
+inline CaptionText& theCaptionText() {
+  return hostObject<CaptionText>("CaptionText");
+}
+inline FileProbe& theFileProbe() {
+  return hostObject<FileProbe>("FileProbe");
+}
+inline SettingsStore& theSettingsStore() {
+  return hostObject<SettingsStore>("SettingsStore");
+}
+inline ListViewSorter& theListViewSorter() {
+  return hostObject<ListViewSorter>("ListViewSorter");
+}
+inline MathTools& theMathTools() {
+  return hostObject<MathTools>("MathTools");
+}
+inline ProjectFactory& theProjectFactory() {
+  return hostObject<ProjectFactory>("ProjectFactory");
+}
+inline CommentDialog& theCommentDialog() {
+  return hostObject<CommentDialog>("CommentDialog");
+}
+inline HostFactory& theHostFactory() {
+  return hostObject<HostFactory>("HostFactory");
+}
 
 } // namespace tarnsift

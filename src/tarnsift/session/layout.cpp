@@ -37,8 +37,9 @@ void buildDefault(frmMain& window) {
 void buildPanes(frmMain& window) {
   const std::string stored = theSettingsStore().GetSetting(platform::App().Title, "Settings", "MainSplitter", "");
   // A layout behind the right signature that the splitter cannot read gives the default one as well.
-  const bool restored = stored.starts_with(kLayoutSignature) &&
-                        platform::ignoring([&] { window.Splitter->LoadLayout(stored.substr(kLayoutSignature.size())); });
+  const bool restored = stored.starts_with(kLayoutSignature) && platform::ignoring([&] {
+                          window.Splitter->LoadLayout(stored.substr(kLayoutSignature.size()));
+                        });
   if (!restored) buildDefault(window);
   window.Splitter->Panes("Source").setCaption(platform::LoadResString(503));
   window.Splitter->setRedraw(true);

@@ -8,8 +8,8 @@
 #include "platform/runtime/object.hpp"
 #include "platform/runtime/value.hpp"
 
-/// What the component asks of the host's repository. The host implements these interfaces and registers its global objects
-/// under the names of their classes before it calls anything.
+/// What the component asks of the host's repository. The host implements these interfaces and registers its global
+/// objects under the names of their classes before it calls anything.
 namespace tarnsift {
 
 using platform::Object;
@@ -61,8 +61,10 @@ class RepositorySchema : public Object {
 class Repository : public Object {
  public:
   virtual Ref<RepositorySchema> Schema() = 0;
-  /// Objects of a type: all, or those that belong to the parent; `order` names the attribute they are ordered by, "" none.
-  virtual Ref<RepositoryCursor> SelectObjects(const std::string& type, const std::string& parentId, const std::string& order) = 0;
+  /// Objects of a type: all, or those that belong to the parent; `order` names the attribute they are ordered by, ""
+  /// none.
+  virtual Ref<RepositoryCursor> SelectObjects(const std::string& type, const std::string& parentId,
+                                              const std::string& order) = 0;
   /// Empty when there is no such object.
   virtual Ref<RepositoryObject> ObjectById(const std::string& id) = 0;
   /// Throws when there is none of that name.

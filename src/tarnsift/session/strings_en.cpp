@@ -108,7 +108,8 @@ constexpr platform::StringEntry kEnglish[] = {
     {506, "Synonyms"},
     {507, "Linking %1:"},
     {508, "Programs - %1 item(s)"},
-    {509, "You have no verified program in this project. Probably you need to re-verify the programs with proper verification options set."},
+    {509, "You have no verified program in this project. Probably you need to re-verify the programs with proper "
+          "verification options set."},
     {510, "Source - (not available)"},
     {511, "Source - %1"},
     {512, "Loading"},
@@ -157,6 +158,8 @@ constexpr platform::StringEntry kEnglish[] = {
 
 } // namespace
 
-std::span<const platform::StringEntry> englishStrings() { return kEnglish; }
+std::span<const platform::StringEntry> englishStrings() {
+  return kEnglish;
+}
 
 } // namespace tarnsift

@@ -108,7 +108,8 @@ constexpr platform::StringEntry kJapanese[] = {
     {506, "シノニム"},
     {507, "%1 のリンク中:"},
     {508, "プログラム - %1 件"},
-    {509, "このプロジェクトには検証済みのプログラムがありません。適切な検証オプションを設定して、プログラムを検証し直してください。"},
+    {509, "このプロジェクトには検証済みのプログラムがありません。適切な検証オプションを設定して、プログラムを検証し直し"
+          "てください。"},
     {510, "ソース - (利用できません)"},
     {511, "ソース - %1"},
     {512, "読み込み中"},
@@ -157,6 +158,8 @@ constexpr platform::StringEntry kJapanese[] = {
 
 } // namespace
 
-std::span<const platform::StringEntry> japaneseStrings() { return kJapanese; }
+std::span<const platform::StringEntry> japaneseStrings() {
+  return kJapanese;
+}
 
 } // namespace tarnsift

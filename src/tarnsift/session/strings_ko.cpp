@@ -4,8 +4,8 @@ namespace tarnsift {
 
 namespace {
 
-// Access keys stand in brackets behind the text, in front of the dots or the colon. Where a particle would depend on the
-// sound of what is filled in, the sentence is built without one.
+// Access keys stand in brackets behind the text, in front of the dots or the colon. Where a particle would depend on
+// the sound of what is filled in, the sentence is built without one.
 constexpr platform::StringEntry kKorean[] = {
     {100, "이름"},
     {101, "설명"},
@@ -158,6 +158,8 @@ constexpr platform::StringEntry kKorean[] = {
 
 } // namespace
 
-std::span<const platform::StringEntry> koreanStrings() { return kKorean; }
+std::span<const platform::StringEntry> koreanStrings() {
+  return kKorean;
+}
 
 } // namespace tarnsift

@@ -40,10 +40,10 @@ class SearchHost : public Object {
   virtual void setScopeList(const std::string& keys) = 0;
   virtual void setDefaultSearchCriteriaName(const std::string& name) = 0;
   virtual void setGlobalSearch(bool global) = 0;
-  /// Lets the analyst choose a criterion, starting with the default, and runs it. True: a search ran and its results are in
-  /// place. False or Null: nothing to merge.
-  virtual platform::Value FindConstructs(const Ref<StoreModel>& model, const std::string& listName, KVWorkSpace& workspace, bool flag,
-                                         const std::string& text) = 0;
+  /// Lets the analyst choose a criterion, starting with the default, and runs it. True: a search ran and its results
+  /// are in place. False or Null: nothing to merge.
+  virtual platform::Value FindConstructs(const Ref<StoreModel>& model, const std::string& listName,
+                                         KVWorkSpace& workspace, bool flag, const std::string& text) = 0;
   /// Of the criterion used last: tab key ":" criterion key.
   virtual std::string LastSearchCriteriaName() = 0;
   /// The results document: MODELS/MODEL[@Name]/MATCHES[@ListName]/OBJECT[@ObjID, @NewCount].
@@ -62,9 +62,10 @@ class KVWorkSpace : public HostControl {
   virtual void Close() = 0;
   virtual std::string CurrentProgram() = 0;
   virtual void setCurrentProgram(const std::string& key) = 0; ///< raises ProgramChanged inside the write
-  virtual Ref<tarnsift::AnalysisStore> AnalysisStore() = 0;   ///< of the current program, or nothing; belongs to the control
+  virtual Ref<tarnsift::AnalysisStore>
+  AnalysisStore() = 0; ///< of the current program, or nothing; belongs to the control
   virtual void setCurrentObject(const Ref<StoreConstruct>& construct) = 0; ///< places the viewer
-  virtual Ref<tarnsift::SourceFile> SourceFile() = 0;         ///< on view, or nothing
+  virtual Ref<tarnsift::SourceFile> SourceFile() = 0;                      ///< on view, or nothing
   virtual Ref<tarnsift::SearchHost> SearchHost() = 0;
 
   platform::Event<> ProgramChanged;

@@ -8,11 +8,15 @@ namespace tarnsift {
 
 namespace {
 
-std::string foundItemsFile() { return belowBase(foundItemsFolder(globals().ProjectName) + "\\FoundItems.txt"); }
+std::string foundItemsFile() {
+  return belowBase(foundItemsFolder(globals().ProjectName) + "\\FoundItems.txt");
+}
 
 } // namespace
 
-std::string foundItemsFolder(const std::string& projectName) { return "Projects\\" + projectName + "\\TARNSIFT"; }
+std::string foundItemsFolder(const std::string& projectName) {
+  return "Projects\\" + projectName + "\\TARNSIFT";
+}
 
 FoundItems readFoundItems() {
   FoundItems found;
@@ -24,7 +28,8 @@ FoundItems readFoundItems() {
   while (auto line = lines.next()) {
     const std::string id = Split(*line, "\t");
     if (!platform::ignoring([&] { found.lines.Add(*line, id); }))
-      throw platform::KeyError(path + ": the program id '" + id + "' stands twice; remove the file, all counts are then made anew");
+      throw platform::KeyError(path + ": the program id '" + id +
+                               "' stands twice; remove the file, all counts are then made anew");
   }
   return found;
 }

@@ -46,8 +46,9 @@ void dropForeignColumns(platform::Database& database) {
   }
 }
 
-// One pair of columns for all projects becomes a pair for each project that the program belongs to. A program that belongs to
-// none keeps its old columns, so nothing that the analyst decided is lost; it is upgraded once it joins a project.
+// One pair of columns for all projects becomes a pair for each project that the program belongs to. A program that
+// belongs to none keeps its old columns, so nothing that the analyst decided is lost; it is upgraded once it joins a
+// project.
 bool splitEarlierColumns(platform::Database& database, const std::string& programId) {
   Repository& repository = *theRepositoryAccess().Repository();
   const Ref<RepositoryObject> program = repository.ObjectById(programId);
@@ -78,15 +79,20 @@ std::string DatabasePath(std::string_view kelvanePath) {
 
 std::string EscapeColumnName(std::string_view text) {
   static constexpr std::pair<std::string_view, std::string_view> kEscapes[] = {
-      {"&", "&amp;"}, {"[", "&openbr;"}, {"]", "&closebr;"}, {"!", "&bang;"}, {"=", "&eq;"},
-      {".", "&dot;"}, {"`", "&backsqoute;"}, {"'", "&sqoute;"}, {"\"", "&qoute;"}};
+      {"&", "&amp;"}, {"[", "&openbr;"},     {"]", "&closebr;"}, {"!", "&bang;"},  {"=", "&eq;"},
+      {".", "&dot;"}, {"`", "&backsqoute;"}, {"'", "&sqoute;"},  {"\"", "&qoute;"}};
   std::string escaped(text);
-  for (const auto& [plain, code] : kEscapes) escaped = platform::replaceAll(std::move(escaped), plain, code);
+  for (const auto& [plain, code] : kEscapes)
+    escaped = platform::replaceAll(std::move(escaped), plain, code);
   return std::string(platform::firstCodePoints(escaped, kNameLength));
 }
 
-std::string statusColumnOf(std::string_view projectName) { return "[" + EscapeColumnName(projectName) + "_Status]"; }
-std::string classificationColumnOf(std::string_view projectName) { return "[" + EscapeColumnName(projectName) + "_Classification]"; }
+std::string statusColumnOf(std::string_view projectName) {
+  return "[" + EscapeColumnName(projectName) + "_Status]";
+}
+std::string classificationColumnOf(std::string_view projectName) {
+  return "[" + EscapeColumnName(projectName) + "_Classification]";
+}
 
 std::shared_ptr<platform::Database> openProgramDatabase(std::string_view kelvanePath) {
   return platform::dbEngine().OpenDatabase(platform::nativePath(belowBase(DatabasePath(kelvanePath))));
@@ -110,8 +116,12 @@ std::string PadCount(std::string_view text) {
   return std::string(length < kCountWidth ? kCountWidth - length : 0, ' ') + std::string(trimmed);
 }
 
-std::int64_t countOf(const std::string& padded) { return platform::Value(padded).asInteger(); }
+std::int64_t countOf(const std::string& padded) {
+  return platform::Value(padded).asInteger();
+}
 
-std::string NullToText(const platform::Value& value) { return value.asText(); }
+std::string NullToText(const platform::Value& value) {
+  return value.asText();
+}
 
 } // namespace tarnsift

@@ -33,14 +33,16 @@ std::shared_ptr<platform::Database> openProgramDatabase(std::string_view kelvane
 void UpgradeProgramDatabase(platform::Database& database, const std::string& programId);
 
 /// Whether the collection has the key, without regard to case.
-template <typename T>
+template<typename T>
 bool KeyExists(const platform::Collection<T>& collection, std::string_view key) {
   return platform::ignoring([&] { collection.Item(key); });
 }
 
 /// The text without blanks at its ends, right-aligned in 10 characters, so that texts sort as numbers.
 std::string PadCount(std::string_view text);
-inline std::string PadCount(std::int64_t count) { return PadCount(std::to_string(count)); }
+inline std::string PadCount(std::int64_t count) {
+  return PadCount(std::to_string(count));
+}
 /// The number that a padded count shows; "" is 0.
 std::int64_t countOf(const std::string& padded);
 

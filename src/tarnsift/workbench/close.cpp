@@ -41,8 +41,10 @@ void letGo(frmMain& window) {
 } // namespace
 
 void Form_QueryUnload(frmMain& window, bool& cancel) {
-  if (!window.Enabled()) cancel = true;
-  else globals().Closing = true;
+  if (!window.Enabled())
+    cancel = true;
+  else
+    globals().Closing = true;
 }
 
 void Form_Unload(frmMain& window, bool& cancel) {
@@ -62,7 +64,9 @@ void Form_Unload(frmMain& window, bool& cancel) {
   letGo(window);
 }
 
-void mnuFileClose_Click(frmMain& window) { window.unload(); }
+void mnuFileClose_Click(frmMain& window) {
+  window.unload();
+}
 
 void closeFailed(frmMain& window) {
   failedSession = true;

@@ -19,7 +19,8 @@ States statesOf(frmMain& window) {
   const platform::ListView& list = *window.lvList.at(static_cast<std::size_t>(window.ActiveList));
   const bool focused = list.SelectedItem() != nullptr;
   const bool any = list.ListItems.Count() > 0;
-  for (int i = 0; i < 3; ++i) states.move[static_cast<std::size_t>(i)] = focused && i != window.ActiveList;
+  for (int i = 0; i < 3; ++i)
+    states.move[static_cast<std::size_t>(i)] = focused && i != window.ActiveList;
   states.comment = focused;
   states.select = any;
   states.remove = any && window.ActiveList != kSynonymsList;
@@ -30,7 +31,8 @@ States statesOf(frmMain& window) {
 
 void UpdateCommandStates(frmMain& window) {
   const States states = statesOf(window);
-  for (int i = 0; i < 3; ++i) window.menu("mnuMoveTo", i).Enabled = states.move[static_cast<std::size_t>(i)];
+  for (int i = 0; i < 3; ++i)
+    window.menu("mnuMoveTo", i).Enabled = states.move[static_cast<std::size_t>(i)];
   window.menu("mnuComment").Enabled = states.comment;
   window.menu("mnuSelect").Enabled = states.select;
   window.menu("mnuSelectAll").Enabled = states.select;

@@ -20,36 +20,86 @@ namespace {
 using platform::MenuItem;
 using platform::ToolbarButton;
 
-void report(frmMain& window, int index) { mnuFileReportType_Click(window, index); }
-void searchTo(frmMain& window, int index) { mnuFileSearchTo_Click(window, index); }
-void synonyms(frmMain& window, int) { mnuFileSynonyms_Click(window); }
-void closeWindow(frmMain& window, int) { mnuFileClose_Click(window); }
-void viewLog(frmMain& window, int) { mnuViewLog_Click(window); }
-void helpTopics(frmMain& window, int) { mnuHelpTopics_Click(window); }
-void helpWindow(frmMain& window, int) { mnuHelpWindow_Click(window); }
-void helpAbout(frmMain& window, int) { mnuHelpAbout_Click(window); }
-void clearList(frmMain& window, int index) { mnuEditClearList_Click(window, index); }
-void clearAll(frmMain& window, int) { mnuEditClearAll_Click(window); }
-void removeUnused(frmMain& window, int index) { mnuFileRemoveUnused_Click(window, index); }
-void moveTo(frmMain& window, int index) { mnuMoveTo_Click(window, index); }
-void deleteEntries(frmMain& window, int) { mnuDelete_Click(window); }
-void selectByPattern(frmMain& window, int) { mnuSelect_Click(window); }
-void selectAll(frmMain& window, int) { mnuSelectAll_Click(window); }
-void comment(frmMain& window, int) { mnuComment_Click(window); }
-void viewPrograms(frmMain& window, int) { togglePane(window, "Programs"); }
-void viewLists(frmMain& window, int) { togglePane(window, "Lists"); }
-void viewSource(frmMain& window, int) { togglePane(window, "Source"); }
-void viewSynonyms(frmMain& window, int) { togglePane(window, "Synonyms"); }
-void viewColumns(frmMain& window, int) { mnuViewColumns_Click(window); }
-void viewOptions(frmMain& window, int) { mnuViewOptions_Click(window); }
+void report(frmMain& window, int index) {
+  mnuFileReportType_Click(window, index);
+}
+void searchTo(frmMain& window, int index) {
+  mnuFileSearchTo_Click(window, index);
+}
+void synonyms(frmMain& window, int) {
+  mnuFileSynonyms_Click(window);
+}
+void closeWindow(frmMain& window, int) {
+  mnuFileClose_Click(window);
+}
+void viewLog(frmMain& window, int) {
+  mnuViewLog_Click(window);
+}
+void helpTopics(frmMain& window, int) {
+  mnuHelpTopics_Click(window);
+}
+void helpWindow(frmMain& window, int) {
+  mnuHelpWindow_Click(window);
+}
+void helpAbout(frmMain& window, int) {
+  mnuHelpAbout_Click(window);
+}
+void clearList(frmMain& window, int index) {
+  mnuEditClearList_Click(window, index);
+}
+void clearAll(frmMain& window, int) {
+  mnuEditClearAll_Click(window);
+}
+void removeUnused(frmMain& window, int index) {
+  mnuFileRemoveUnused_Click(window, index);
+}
+void moveTo(frmMain& window, int index) {
+  mnuMoveTo_Click(window, index);
+}
+void deleteEntries(frmMain& window, int) {
+  mnuDelete_Click(window);
+}
+void selectByPattern(frmMain& window, int) {
+  mnuSelect_Click(window);
+}
+void selectAll(frmMain& window, int) {
+  mnuSelectAll_Click(window);
+}
+void comment(frmMain& window, int) {
+  mnuComment_Click(window);
+}
+void viewPrograms(frmMain& window, int) {
+  togglePane(window, "Programs");
+}
+void viewLists(frmMain& window, int) {
+  togglePane(window, "Lists");
+}
+void viewSource(frmMain& window, int) {
+  togglePane(window, "Source");
+}
+void viewSynonyms(frmMain& window, int) {
+  togglePane(window, "Synonyms");
+}
+void viewColumns(frmMain& window, int) {
+  mnuViewColumns_Click(window);
+}
+void viewOptions(frmMain& window, int) {
+  mnuViewOptions_Click(window);
+}
 void filterButton(frmMain& window, int) {
   showFilters(window);
   UpdateSearchCommands(window);
 }
-void searchButton(frmMain& window, int) { popupSearch(window); }
-void reportButton(frmMain& window, int) { popupReport(window); }
+void searchButton(frmMain& window, int) {
+  popupSearch(window);
+}
+void reportButton(frmMain& window, int) {
+  popupReport(window);
+}
 
-constexpr MenuEntry separator(std::string_view name, std::string_view parent) { return {name, -1, 0, parent, "", 0, nullptr}; }
+constexpr MenuEntry separator(std::string_view name, std::string_view parent) {
+  return {name, -1, 0, parent, "", 0, nullptr};
+}
 
 constexpr MenuEntry kMenu[] = {
     {"mnuFile", -1, 130, "", "", 2400020, nullptr},
@@ -135,14 +185,16 @@ constexpr ButtonEntry kButtons[] = {
 constexpr std::string_view kLater[] = {"mnuFileReportType(6)", "mnuFileCreateFrom"};
 
 const ButtonEntry& entryOf(const ToolbarButton& button) {
-  return *std::find_if(std::begin(kButtons), std::end(kButtons), [&](const ButtonEntry& entry) { return entry.key == button.Key; });
+  return *std::find_if(std::begin(kButtons), std::end(kButtons),
+                       [&](const ButtonEntry& entry) { return entry.key == button.Key; });
 }
 
 // The pane follows the workspace even when a command has moved it.
 void followWorkspace(frmMain& window) {
   const auto* row = window.lvPrograms.SelectedItem();
   if (!window.KVWS || !row || row->Key() == window.KVWS->CurrentProgram()) return;
-  platform::ignoring([&] { window.lvPrograms.setSelectedItem(&window.lvPrograms.ListItems.Item(window.KVWS->CurrentProgram())); });
+  platform::ignoring(
+      [&] { window.lvPrograms.setSelectedItem(&window.lvPrograms.ListItems.Item(window.KVWS->CurrentProgram())); });
 }
 
 // The entry's own text plays no part: its place does.
@@ -154,9 +206,15 @@ void dropDownChosen(frmMain& window, const platform::ButtonMenu& entry) {
 
 } // namespace
 
-std::span<const MenuEntry> menuEntries() { return kMenu; }
-std::span<const ButtonEntry> buttonEntries() { return kButtons; }
-std::span<const std::string_view> laterCommands() { return kLater; }
+std::span<const MenuEntry> menuEntries() {
+  return kMenu;
+}
+std::span<const ButtonEntry> buttonEntries() {
+  return kButtons;
+}
+std::span<const std::string_view> laterCommands() {
+  return kLater;
+}
 
 void buildCommands(frmMain& window, void (*guard)(frmMain&, const std::function<void()>&)) {
   for (const MenuEntry& entry : kMenu) {
@@ -168,7 +226,8 @@ void buildCommands(frmMain& window, void (*guard)(frmMain&, const std::function<
       item.ParentMenu = &window.menu(entry.parent);
       item.ParentMenu->Children.push_back(&item);
     }
-    if (entry.handler) item.Click.connect([&window, &entry, guard] { guard(window, [&] { entry.handler(window, entry.index); }); });
+    if (entry.handler)
+      item.Click.connect([&window, &entry, guard] { guard(window, [&] { entry.handler(window, entry.index); }); });
   }
   double left = 0;
   for (const ButtonEntry& entry : kButtons) {

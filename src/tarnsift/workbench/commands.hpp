@@ -13,9 +13,9 @@ using CommandHandler = void (*)(frmMain&, int);
 /// One entry of the menu tree. Parents stand before their children; rows of one parent are in the order of the screen.
 struct MenuEntry {
   std::string_view name;
-  int index = -1;              ///< within a control array
-  int caption = 0;             ///< string id; 0: a separator
-  std::string_view parent;     ///< "" for the four menus
+  int index = -1;          ///< within a control array
+  int caption = 0;         ///< string id; 0: a separator
+  std::string_view parent; ///< "" for the four menus
   std::string_view shortcut;
   int helpContext = 0;
   CommandHandler handler = nullptr; ///< null for menus, separators and the entries named by laterCommands()
@@ -36,7 +36,8 @@ std::span<const ButtonEntry> buttonEntries();
 /// Names of the entries whose handlers are not built yet, with the index where others of the array are.
 std::span<const std::string_view> laterCommands();
 
-/// Makes the menus and the buttons of a new window and ties their handlers. `guard` runs a handler and deals with its error.
+/// Makes the menus and the buttons of a new window and ties their handlers. `guard` runs a handler and deals with its
+/// error.
 void buildCommands(frmMain& window, void (*guard)(frmMain&, const std::function<void()>&));
 
 } // namespace tarnsift

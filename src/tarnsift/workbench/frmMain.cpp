@@ -30,7 +30,8 @@ frmMain::frmMain()
     headers.Add({"", "Name", kListColumnWidth});
     headers.Add({"Comment", "Comment", kListColumnWidth});
   }
-  for (const double width : kProgramColumnWidths) lvPrograms.ColumnHeaders.Add({"", "", width});
+  for (const double width : kProgramColumnWidths)
+    lvPrograms.ColumnHeaders.Add({"", "", width});
   tsLists.Tabs = {{"Working", "", 1}, {"Accepted", "", 2}, {"Rejected", "", 3}};
   cbCoolBar.Bands = {{"", "", &tbToolbar, true}, {"Progress", "", &pbProgress, false}};
   cbCoolBar.Height = platform::screen().metrics().bandHeight;
@@ -50,6 +51,8 @@ frmMain& theWindow() {
   return *instance();
 }
 
-bool windowExists() { return instance() != nullptr; }
+bool windowExists() {
+  return instance() != nullptr;
+}
 
 } // namespace tarnsift

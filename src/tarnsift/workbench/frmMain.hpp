@@ -35,13 +35,13 @@ class frmMain : public platform::Form {
   Ref<tarnsift::ReportWriter> ReportWriter;
 
   // The loaded program and its lists.
-  std::string LoadedProgram;  ///< key in lvPrograms; "" before the first load
-  int ActiveList = 0;         ///< the list last in front
+  std::string LoadedProgram; ///< key in lvPrograms; "" before the first load
+  int ActiveList = 0;        ///< the list last in front
   bool LoadingLists = false;
   bool ReloadPending = false; ///< the program changed during a load
   std::shared_ptr<platform::Database> ProgramDatabase;
   std::unique_ptr<platform::Recordset> ConstructsTable; ///< table Constructs with index ID
-  std::string ProgramInWork;  ///< key of the row that a command is changing; "" between programs
+  std::string ProgramInWork; ///< key of the row that a command is changing; "" between programs
 
   // Options.
   Ref<tarnsift::ProjectOptions> ProjectOptions;
@@ -62,7 +62,9 @@ class frmMain : public platform::Form {
   std::string SavedCaption;
 
   /// Public operations by name for callers at run time; filled by the wiring.
-  std::unordered_map<std::string, std::function<Value(std::span<Value>)>, platform::IgnoringCaseHash, platform::IgnoringCaseEqual> members;
+  std::unordered_map<std::string, std::function<Value(std::span<Value>)>, platform::IgnoringCaseHash,
+                     platform::IgnoringCaseEqual>
+      members;
   Value Invoke(std::string_view member, std::span<Value> arguments) override;
 
   /// Whether a command over programs takes this row.

@@ -31,7 +31,8 @@ void LoadCaptions(frmMain& window) {
   }
   for (int i = 0; i < 4; ++i)
     window.lvPrograms.ColumnHeaders.Item(static_cast<std::size_t>(i) + 1).Text = LoadResString(kFirstProgramColumn + i);
-  for (int i = 0; i < 3; ++i) window.tsLists.Tabs[static_cast<std::size_t>(i)].Caption = LoadResString(kFirstTab + i);
+  for (int i = 0; i < 3; ++i)
+    window.tsLists.Tabs[static_cast<std::size_t>(i)].Caption = LoadResString(kFirstTab + i);
 
   std::size_t position = 0;
   for (const ButtonEntry& entry : buttonEntries()) {
@@ -42,7 +43,8 @@ void LoadCaptions(frmMain& window) {
       if (id) button.addButtonMenu(LoadResString(id));
   }
   for (const MenuEntry& entry : menuEntries())
-    if (entry.caption && entry.caption < kFirstNamedHelpEntry) window.menu(entry.name, entry.index).Caption = LoadResString(entry.caption);
+    if (entry.caption && entry.caption < kFirstNamedHelpEntry)
+      window.menu(entry.name, entry.index).Caption = LoadResString(entry.caption);
 }
 
 } // namespace tarnsift

@@ -10,8 +10,8 @@ namespace tarnsift {
 
 namespace {
 
-constexpr double kSmallestWindow = 3000;   // twips
-constexpr double kSmallestTabStrip = 420;  // below it a tab strip has no client area
+constexpr double kSmallestWindow = 3000;  // twips
+constexpr double kSmallestTabStrip = 420; // below it a tab strip has no client area
 
 // The lists of the Lists pane with the keys of their tabs, in the order of placing.
 constexpr std::pair<int, std::string_view> kTabLists[] = {{1, "Accepted"}, {2, "Rejected"}, {0, "Working"}};
@@ -26,7 +26,9 @@ void placeLists(frmMain& window, SplitterPane& pane) {
   const double height = window.tsLists.Height < kSmallestTabStrip ? 0 : window.tsLists.ClientHeight();
   for (const auto& [index, key] : kTabLists) {
     platform::ListView& list = listOf(window, index);
-    platform::ignoring([&] { list.Move(window.tsLists.ClientLeft(), window.tsLists.ClientTop(), window.tsLists.ClientWidth(), height); });
+    platform::ignoring([&] {
+      list.Move(window.tsLists.ClientLeft(), window.tsLists.ClientTop(), window.tsLists.ClientWidth(), height);
+    });
     list.setVisible(pane.Visible() && window.tsLists.selectedTab().Key == key);
   }
 }
@@ -35,7 +37,8 @@ void placeLists(frmMain& window, SplitterPane& pane) {
 void placeSource(frmMain& window, SplitterPane& pane) {
   const double barHeight = window.KVWS->Height;
   window.KVWS->Move(pane.Left(), pane.Top(), pane.Width(), barHeight);
-  window.KVSource->Move(pane.Left(), pane.Top() + barHeight, pane.Width(), theMathTools().Max(pane.Height() - barHeight, 0));
+  window.KVSource->Move(pane.Left(), pane.Top() + barHeight, pane.Width(),
+                        theMathTools().Max(pane.Height() - barHeight, 0));
   window.KVWS->setVisible(pane.Visible());
   window.KVSource->setVisible(pane.Visible());
 }
@@ -50,8 +53,10 @@ void Form_Resize(frmMain& window) {
   if (window.Minimized) return;
   platform::ignoring([&] {
     // Inner and outer size differ by the frame; both follow.
-    if (window.Height < kSmallestWindow) window.ScaleHeight += kSmallestWindow - std::exchange(window.Height, kSmallestWindow);
-    if (window.Width < kSmallestWindow) window.ScaleWidth += kSmallestWindow - std::exchange(window.Width, kSmallestWindow);
+    if (window.Height < kSmallestWindow)
+      window.ScaleHeight += kSmallestWindow - std::exchange(window.Height, kSmallestWindow);
+    if (window.Width < kSmallestWindow)
+      window.ScaleWidth += kSmallestWindow - std::exchange(window.Width, kSmallestWindow);
     const double bar = window.cbCoolBar.Height;
     if (window.Splitter) window.Splitter->Arrange(0, bar, window.ScaleWidth, window.ScaleHeight - bar);
   });
@@ -108,12 +113,13 @@ void KVSource_GotFocus(frmMain& window) {
 
 void KVWS_SourceChanged(frmMain& window) {
   const Ref<SourceFile> file = window.KVWS->SourceFile();
-  window.Splitter->Panes("Source").setCaption(file ? theProductStrings().Format(platform::LoadResString(511), {file->Path()})
-                                                   : platform::LoadResString(510));
+  window.Splitter->Panes("Source").setCaption(
+      file ? theProductStrings().Format(platform::LoadResString(511), {file->Path()}) : platform::LoadResString(510));
 }
 
 void Form_KeyDown(frmMain& window, int& keyCode, int shift) {
-  if (window.Splitter->Panes("Source").IsActive()) window.KVWS->Notify("KVWS", "HandleKey;" + std::to_string(shift), keyCode);
+  if (window.Splitter->Panes("Source").IsActive())
+    window.KVWS->Notify("KVWS", "HandleKey;" + std::to_string(shift), keyCode);
 }
 
 } // namespace tarnsift

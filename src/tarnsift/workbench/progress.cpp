@@ -47,7 +47,9 @@ void FinishProgress(frmMain& window) {
   window.Changed.raise();
 }
 
-bool progressRuns(const frmMain& window) { return window.cbCoolBar.band(kBand).Visible; }
+bool progressRuns(const frmMain& window) {
+  return window.cbCoolBar.band(kBand).Visible;
+}
 
 void DisplayLog(frmMain& window) {
   window.menu("mnuViewLog").Checked = window.ActivityLog->Visible() && !window.ActivityLog->Minimized();
@@ -72,6 +74,8 @@ void mnuHelpWindow_Click(frmMain& window) {
   window.dlgCommon.ShowHelp();
 }
 
-void mnuHelpAbout_Click(frmMain&) { theProductStrings().ShowAbout(platform::App().Title); }
+void mnuHelpAbout_Click(frmMain&) {
+  theProductStrings().ShowAbout(platform::App().Title);
+}
 
 } // namespace tarnsift

@@ -28,7 +28,8 @@ void repairProgramInWork(frmMain& window) {
   KVWS_ProgramChanged(window);
 }
 
-// Runs a handler. Between two sessions there is nothing that it could work on. An error ends the command: the window answers again, the counts are true, and the analyst is told once.
+// Runs a handler. Between two sessions there is nothing that it could work on. An error ends the command: the window
+// answers again, the counts are true, and the analyst is told once.
 void guard(frmMain& window, const std::function<void()>& handler) {
   if (!window.KVWS) return;
   try {
@@ -45,7 +46,8 @@ void guard(frmMain& window, const std::function<void()>& handler) {
 
 // What the analyst saw of the session before is gone.
 void emptyControls(frmMain& window) {
-  for (platform::ListView* list : {&window.lvPrograms, window.lvList[0], window.lvList[1], window.lvList[2], window.lvList[3]}) {
+  for (platform::ListView* list :
+       {&window.lvPrograms, window.lvList[0], window.lvList[1], window.lvList[2], window.lvList[3]}) {
     list->ListItems.Clear();
     list->sortBy(std::nullopt);
   }
@@ -78,7 +80,8 @@ void wireForm(frmMain& window) {
   });
   window.Resize.connect([&window] { Form_Resize(window); });
   window.cbCoolBar.HeightChanged.connect([&window] { Form_Resize(window); });
-  window.KeyDown.connect([&window](int& code, int shift) { guard(window, [&] { Form_KeyDown(window, code, shift); }); });
+  window.KeyDown.connect(
+      [&window](int& code, int shift) { guard(window, [&] { Form_KeyDown(window, code, shift); }); });
   window.QueryUnload.connect([&window](bool& cancel) { Form_QueryUnload(window, cancel); });
   window.Unload.connect([&window](bool& cancel) { Form_Unload(window, cancel); });
 }
@@ -86,17 +89,22 @@ void wireForm(frmMain& window) {
 void wireLists(frmMain& window) {
   platform::ListView& programs = window.lvPrograms;
   programs.KeyUp.connect([&window](int, int) { guard(window, [&] { lvPrograms_KeyUp(window); }); });
-  programs.MouseUp.connect(
-      [&window](int button, int shift, double, double) { guard(window, [&] { lvPrograms_MouseUp(window, button, shift); }); });
+  programs.MouseUp.connect([&window](int button, int shift, double, double) {
+    guard(window, [&] { lvPrograms_MouseUp(window, button, shift); });
+  });
   programs.GotFocus.connect([&window] { guard(window, [&] { lvPrograms_GotFocus(window); }); });
-  programs.ColumnClick.connect([&window](std::size_t column) { guard(window, [&] { lvPrograms_ColumnClick(window, column); }); });
+  programs.ColumnClick.connect(
+      [&window](std::size_t column) { guard(window, [&] { lvPrograms_ColumnClick(window, column); }); });
   for (int i = 0; i < 4; ++i) {
     platform::ListView& list = *window.lvList[static_cast<std::size_t>(i)];
     list.GotFocus.connect([&window, i] { guard(window, [&] { lvList_GotFocus(window, i); }); });
-    list.KeyUp.connect([&window, i](int code, int shift) { guard(window, [&] { lvList_KeyUp(window, i, code, shift); }); });
-    list.MouseUp.connect(
-        [&window, i](int button, int shift, double, double) { guard(window, [&] { lvList_MouseUp(window, i, button, shift); }); });
-    list.ColumnClick.connect([&window](std::size_t column) { guard(window, [&] { lvList_ColumnClick(window, column); }); });
+    list.KeyUp.connect(
+        [&window, i](int code, int shift) { guard(window, [&] { lvList_KeyUp(window, i, code, shift); }); });
+    list.MouseUp.connect([&window, i](int button, int shift, double, double) {
+      guard(window, [&] { lvList_MouseUp(window, i, button, shift); });
+    });
+    list.ColumnClick.connect(
+        [&window](std::size_t column) { guard(window, [&] { lvList_ColumnClick(window, column); }); });
   }
   window.tsLists.Click.connect([&window] { guard(window, [&] { tsLists_Click(window); }); });
   window.tsLists.GotFocus.connect([&window] { guard(window, [&] { tsLists_GotFocus(window); }); });
@@ -111,7 +119,9 @@ void nameMembers(frmMain& window) {
     return StartProgress(window, a[0].asText(), static_cast<int>(a[1].asInteger())), Value();
   };
   members["StartStep"] = [&window](std::span<Value> a) { return StartStep(window, a[0].asText()), Value(); };
-  members["FinishStep"] = [&window](std::span<Value> a) { return FinishStep(window, static_cast<int>(a[0].asInteger())), Value(); };
+  members["FinishStep"] = [&window](std::span<Value> a) {
+    return FinishStep(window, static_cast<int>(a[0].asInteger())), Value();
+  };
   members["FinishProgress"] = [&window](std::span<Value>) { return FinishProgress(window), Value(); };
   members["Split"] = [](std::span<Value> a) {
     std::string rest = a[0].asText();
