@@ -138,14 +138,14 @@ void runSynonymsOf(const Context& context, const NameChoice& choice, bool json) 
         const platform::ListItem& row = synonyms.ListItems.Item(i);
         const std::string status = row.SmallIcon > 0 ? statusWord(row.SmallIcon - 1) : "";
         if (json)
-          printJson({{"program", program.name},
+          printJson({{"program", program.facts.name},
                      {"of", name.kvid},
                      {"kvid", row.Key()},
                      {"name", row.Text},
                      {"status", status.empty() ? Json(nullptr) : Json(status)},
                      {"comment", row.SubItems(comment)}});
         else
-          table.row({program.name, name.kvid, row.Key(), status, row.SubItems(comment)});
+          table.row({program.facts.name, name.kvid, row.Key(), status, row.SubItems(comment)});
       }
     }
   }

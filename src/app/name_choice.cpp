@@ -52,7 +52,7 @@ NameWork::NameWork(HeadlessSession& session, const NameChoice& choice) : m_sessi
   const std::string project = host.project()->Attribute("Name").asText();
   for (const auto& facts : orvane::programsOf(host.base(), host.repository(), project, choice.program)) {
     if (!facts.verified) continue;
-    Program program{facts.id, facts.name, chosenIn(choice, orvane::readStore(facts.analysisFile))};
+    Program program{facts, chosenIn(choice, orvane::readStore(facts.analysisFile))};
     if (!program.chosen.empty()) m_programs.push_back(std::move(program));
   }
   if (m_programs.empty())
@@ -65,7 +65,7 @@ ListView& NameWork::view(int list) const {
 
 void NameWork::makeCurrent(const Program& program) {
   auto& programs = m_session.window().get<ListView>("lvPrograms");
-  programs.setSelectedItem(&programs.ListItems.Item(program.key));
+  programs.setSelectedItem(&programs.ListItems.Item(program.facts.id));
   m_session.act([&] { programs.KeyUp.raise(platform::kKeyReturn, platform::kNoShift); });
 }
 
@@ -90,11 +90,8 @@ void NameWork::mark(int list, const std::vector<std::string>& kvids) {
 
 // What the comment column shows is what a move stores, so a stored comment must stand there.
 void NameWork::showInSynonyms(const std::vector<ChosenName>& names, const Program& program) {
-  orvane::Host& host = m_session.host();
-  const std::string project = host.project()->Attribute("Name").asText();
-  orvane::Decisions decisions;
-  for (const auto& facts : orvane::programsOf(host.base(), host.repository(), project, ""))
-    if (facts.id == program.key) decisions = orvane::decisionsOf(facts, project);
+  const std::string project = m_session.host().project()->Attribute("Name").asText();
+  const orvane::Decisions decisions = orvane::decisionsOf(program.facts, project);
   ListView& synonyms = view(3);
   const ListView::Batch batch(synonyms);
   synonyms.ListItems.Clear();

@@ -36,8 +36,7 @@ class NameWork {
   NameWork(HeadlessSession& session, const NameChoice& choice);
 
   struct Program {
-    std::string key;
-    std::string name;
+    orvane::ProgramFacts facts;
     std::vector<ChosenName> chosen;
   };
   /// Programs with at least one of the names. Throws platform::Error when there is none.

@@ -207,16 +207,7 @@ int ItemTree::addItem(const DataEntry& entry) {
   const int previous = parent < 0 ? m_lastRoot : facts(parent).lastChild;
   const int redefined = entry.redefines == 0 ? -1 : findSibling(token(entry.redefines).text, parent, index);
   place(std::move(construct), known);
-  if (parent < 0) {
-    at(index).record = index;
-    m_lastRoot = index;
-    if (m_file >= 0) m_analysis.dataFiles[static_cast<std::size_t>(m_file)].records.push_back(index);
-  } else {
-    (facts(parent).lastChild < 0 ? at(parent).firstChild : at(facts(parent).lastChild).nextSibling) = index;
-    facts(parent).lastChild = index;
-  }
-  m_stack.push_back({entry.level, index});
-  m_lastItem = index;
+  hang(index, parent, entry.level);
   if (entry.redefines != 0) {
     at(index).redefines = redefined;
     setRedefines(entry, index, previous);
@@ -479,6 +470,11 @@ int ItemTree::addMade(const MadeItem& item, std::uint32_t nameToken) {
   Facts known;
   known.own = known.usage = item.usage;
   place(std::move(construct), known);
+  hang(index, parent, item.level);
+  return index;
+}
+
+void ItemTree::hang(int index, int parent, int level) {
   if (parent < 0) {
     at(index).record = index;
     m_lastRoot = index;
@@ -487,9 +483,8 @@ int ItemTree::addMade(const MadeItem& item, std::uint32_t nameToken) {
     (facts(parent).lastChild < 0 ? at(parent).firstChild : at(facts(parent).lastChild).nextSibling) = index;
     facts(parent).lastChild = index;
   }
-  m_stack.push_back({item.level, index});
+  m_stack.push_back({level, index});
   m_lastItem = index;
-  return index;
 }
 
 void ItemTree::finish() {

@@ -61,6 +61,8 @@ class ItemTree {
   };
 
   int place(Construct&& construct, const Facts& facts);
+  /// Makes a placed item the last child of its parent (-1: a record) and the one that following levels are measured by.
+  void hang(int index, int parent, int level);
   Construct begin(const DataEntry& entry) const;
   int addCondition(const DataEntry& entry);
   int addRenames(const DataEntry& entry);
