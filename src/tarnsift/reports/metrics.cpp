@@ -35,7 +35,7 @@ void reportMetrics(frmMain& window) {
     std::optional<OpenStore> store; // every program's, whatever its counts; closed behind its step
     reportProgram(window, program, [&] {
       store.emplace(program);
-      writeRecord(*window.ReportWriter, program, programMetrics(*store->operator->()));
+      writeRecord(*window.ReportWriter, program, programMetrics(*store->operator->(), globals().StatusColumn));
     });
     FinishStep(window, 1);
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "tarnsift/session/analysis_store.hpp"
 
@@ -18,9 +19,9 @@ struct ProgramMetrics {
   float usageShare() const;
 };
 
-/// The counts of the program whose store that is, for the open project. An affected name that the analysis does not know
-/// counts as a declaration and has no usages.
-ProgramMetrics programMetrics(AnalysisStore& store);
+/// The counts of the program whose store that is. `statusColumn` is the project's, in brackets; in a database without it
+/// nothing is affected. An affected name that the analysis does not know counts as a declaration and has no usages.
+ProgramMetrics programMetrics(AnalysisStore& store, const std::string& statusColumn);
 
 /// A share as reports and pages print it: a percentage with one digit behind the point, right-aligned in 10 characters.
 std::string shareText(float share);
