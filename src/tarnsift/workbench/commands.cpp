@@ -182,7 +182,7 @@ constexpr ButtonEntry kButtons[] = {
     {"Columns", 124, "Columns", {}, viewColumns, -1},
 };
 
-constexpr std::string_view kLater[] = {"mnuFileReportType(6)", "mnuFileCreateFrom"};
+constexpr std::string_view kLater[] = {"mnuFileCreateFrom"};
 
 const ButtonEntry& entryOf(const ToolbarButton& button) {
   return *std::find_if(std::begin(kButtons), std::end(kButtons),
