@@ -1,10 +1,6 @@
 #include "orvane/report_file.hpp"
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
-#include <iostream>
-
+#include "orvane/report_output.hpp"
 #include "platform/files/files.hpp"
 #include "platform/runtime/text.hpp"
 #include "platform/runtime/wildcard.hpp"
@@ -19,6 +15,8 @@ const char* extensionOf(ReportFormat format) {
     return ".csv";
   case ReportFormat::json:
     return ".json";
+  case ReportFormat::xlsx:
+    return ".xlsx";
   default:
     return ".html";
   }
@@ -74,33 +72,21 @@ void ReportFile::EndReport(const std::string&) {
       platform::createFolders(m_settings->outputFolder);
       path = m_settings->outputFolder + "/" + fileNameFor(m_settings->projectName, m_title, target.format);
     }
-    // Opened by its name, standard output would lose what already stands in the file that it leads to.
-    const bool standard = path == "/dev/stdout";
-    const bool device = path.starts_with("/dev/");
-    const std::string aside = device ? path : path + ".new";
-    {
-      std::ofstream file;
-      if (!standard) file.open(aside, std::ios::binary | std::ios::trunc);
-      std::ostream& out = standard ? std::cout : file;
-      if (!out) throw platform::FileError(path, std::strerror(errno));
-      switch (target.format) {
-      case ReportFormat::csv:
-        writeCsv(out, m_columns, *m_records);
-        break;
-      case ReportFormat::json:
-        writeJson(out, m_columns, *m_records);
-        break;
-      default:
-        writeHtml(out, m_title, m_columns, m_styleSheet, *m_records);
-      }
-      out.flush();
-      if (!out) {
-        const std::string reason = std::strerror(errno);
-        if (!device) platform::removeAll(aside);
-        throw platform::FileError(path, "the report could not be written: " + reason);
-      }
+    ReportOutput output(path);
+    switch (target.format) {
+    case ReportFormat::csv:
+      writeCsv(output.stream(), m_columns, *m_records);
+      break;
+    case ReportFormat::json:
+      writeJson(output.stream(), m_columns, *m_records);
+      break;
+    case ReportFormat::xlsx:
+      writeXlsx(output.stream(), m_title, m_columns, *m_records);
+      break;
+    default:
+      writeHtml(output.stream(), m_title, m_columns, m_styleSheet, *m_records);
     }
-    if (!device) platform::renameFile(aside, path);
+    output.finish();
     m_settings->written.push_back(path);
   }
 }

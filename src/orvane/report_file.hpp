@@ -10,7 +10,7 @@
 
 namespace orvane {
 
-enum class ReportFormat { html, csv, json };
+enum class ReportFormat { html, csv, json, xlsx };
 
 /// Where the next reports go. Without targets: HTML in the output folder.
 struct ReportSettings {
@@ -55,7 +55,17 @@ void writeHtml(std::ostream& out, const std::string& title, const std::vector<Re
 /// RFC 4180, UTF-8. A text that begins with = + - or @ gets an apostrophe in front, so that no table program computes
 /// it.
 void writeCsv(std::ostream& out, const std::vector<ReportColumn>& columns, RecordFile& records);
-/// One object a line.
+/// One object a line; of a report with totals the last one has them under "summary".
 void writeJson(std::ostream& out, const std::vector<ReportColumn>& columns, RecordFile& records);
+
+/// How large a sheet and a cell can be.
+struct SheetLimits {
+  std::uint32_t rows = 1048576;   ///< with the headings; what is more goes on in a further sheet
+  std::size_t characters = 32767; ///< UTF-16 units; a longer text is cut and ends in a mark
+};
+/// A workbook; texts stay texts, numbers are numbers; totals are a sheet of their own. Throws platform::Error when it could
+/// not be put together.
+void writeXlsx(std::ostream& out, const std::string& title, const std::vector<ReportColumn>& columns,
+               RecordFile& records, const SheetLimits& limits = {});
 
 } // namespace orvane
