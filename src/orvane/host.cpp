@@ -98,6 +98,7 @@ Host::Host(BaseFolder base, const std::string& projectName, platform::Screen& sc
   m_project = m_repository->FindByName(kProjectType, m_projectName, 0);
   m_options = new OptionDocument(optionFile(m_base.projectFolder(m_projectName)));
   m_search = new SearchService(m_base, m_repository, m_project);
+  m_search->projectOptions = [options = m_options] { return options->Document(); };
   m_search->onProblem = [log = m_log](const std::string& line) { log->Write(line); };
   m_reports->outputFolder = m_base.outputFolder();
   m_reports->projectName = m_projectName;

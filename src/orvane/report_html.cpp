@@ -43,7 +43,9 @@ void appendTotals(platform::Document& document, platform::Node& report, const st
   for (std::size_t i = 0, next = 0; i < columns.size(); ++i) {
     const bool summed = next < totals.columns.size() && totals.columns[next] == i;
     appendCell(document, foot, columns[i].kind,
-               summed ? figure(columns[i].kind, totals.total.values[next++]) : i == 0 ? ownText("total") : "");
+               summed   ? figure(columns[i].kind, totals.total.values[next++])
+               : i == 0 ? ownText("total")
+                        : "");
   }
   report.appendChild(foot);
   platform::Node summary = document.createElement("SUMMARY");

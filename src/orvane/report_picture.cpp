@@ -36,8 +36,7 @@ class Picture {
  public:
   Picture(platform::Document& document, const std::vector<ReportColumn>& columns, std::vector<Share> shares)
       : m_document(document), m_columns(columns), m_shares(std::move(shares)),
-        m_bars(std::min(m_shares.size(), kMostBars)),
-        m_top(m_shares.size() > kMostBars ? kSky : 0) {
+        m_bars(std::min(m_shares.size(), kMostBars)), m_top(m_shares.size() > kMostBars ? kSky : 0) {
     for (const Share& share : m_shares)
       m_above += share.declarations > 0 || share.usages > 0 ? 1 : 0;
   }
@@ -102,11 +101,19 @@ class Picture {
       add(svg, "path", {{"class", "grid"}, {"d", fmt::format("M{} {}V{}", x, top, bottom)}});
       text(svg, x, top - 6, "middle", std::to_string(percent) + "%");
     }
-    add(svg, "rect", {{"x", std::to_string(kLeft)}, {"y", std::to_string(m_top + 8)}, {"width", "10"},
-                      {"height", "10"}, {"class", "declared"}});
+    add(svg, "rect",
+        {{"x", std::to_string(kLeft)},
+         {"y", std::to_string(m_top + 8)},
+         {"width", "10"},
+         {"height", "10"},
+         {"class", "declared"}});
     text(svg, kLeft + 15, m_top + 17, "", caption(0));
-    add(svg, "rect", {{"x", std::to_string(kLeft + kBars / 2)}, {"y", std::to_string(m_top + 8)}, {"width", "10"},
-                      {"height", "10"}, {"class", "used"}});
+    add(svg, "rect",
+        {{"x", std::to_string(kLeft + kBars / 2)},
+         {"y", std::to_string(m_top + 8)},
+         {"width", "10"},
+         {"height", "10"},
+         {"class", "used"}});
     text(svg, kLeft + kBars / 2 + 15, m_top + 17, "", caption(1));
   }
 
@@ -128,7 +135,8 @@ class Picture {
     if (percent <= 0) return;
     std::string shape;
     if (percent > 100)
-      shape = fmt::format("M{} {}h{}l{} {}l-{} {}h-{}z", kLeft, top, kBars, kOver, kBar / 2.0, kOver, kBar / 2.0, kBars);
+      shape =
+          fmt::format("M{} {}h{}l{} {}l-{} {}h-{}z", kLeft, top, kBars, kOver, kBar / 2.0, kOver, kBar / 2.0, kBars);
     else
       shape = fmt::format("M{} {}h{:.1f}v{}h-{:.1f}z", kLeft, top, std::max(1.0, kBars * percent / 100), kBar,
                           std::max(1.0, kBars * percent / 100));
