@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 
@@ -45,7 +46,7 @@ class Workspace : public tarnsift::KVWorkSpace {
   tarnsift::Ref<tarnsift::SourceFile> m_sourceFile;
 };
 
-/// The source viewer without a screen.
+/// The source viewer; a screen draws it from `Placed` and the workspace.
 class SourceViewer : public tarnsift::KVSource {
  public:
   void Attach(tarnsift::KVWorkSpace& workspace, const std::string& key, const std::string& caption) override {
@@ -54,6 +55,10 @@ class SourceViewer : public tarnsift::KVSource {
     m_caption = caption;
   }
   void Detach() override { m_workspace = nullptr; }
+  void SetFocus() override {
+    if (onSetFocus) onSetFocus();
+  }
+  std::function<void()> onSetFocus; ///< what a screen does to focus its widget
 
  private:
   tarnsift::KVWorkSpace* m_workspace = nullptr;
