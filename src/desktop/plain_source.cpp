@@ -13,7 +13,7 @@ PlainSource::PlainSource(orvane::Host& host, QWidget* parent) : QPlainTextEdit(p
   setLineWrapMode(NoWrap);
   setFrameShape(NoFrame);
   setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-  setPlaceholderText(word(Word::noSource));
+  setPlaceholderText(text(Text::NoSource));
   connectWhile(m_host.workspace()->SourceChanged, m_lifetime, [this] { show(); });
 }
 
