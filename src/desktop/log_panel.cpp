@@ -15,12 +15,12 @@ namespace desktop {
 
 namespace {
 
-QToolButton* button(QWidget* parent, const char* iconKey, Word tip) {
+QToolButton* button(QWidget* parent, const char* iconKey, Text tip) {
   auto* made = new QToolButton(parent);
   made->setIcon(icon(iconKey));
   made->setAutoRaise(true);
-  made->setToolTip(word(tip));
-  made->setAccessibleName(word(tip) + QStringLiteral(": ") + word(Word::activityLog));
+  made->setToolTip(text(tip));
+  made->setAccessibleName(text(tip) + QStringLiteral(": ") + text(Text::ActivityLog));
   return made;
 }
 
@@ -29,10 +29,10 @@ QToolButton* button(QWidget* parent, const char* iconKey, Word tip) {
 LogPanel::LogPanel(tarnsift::Ref<orvane::Log> log, QWidget* parent)
     : QWidget(parent), m_log(std::move(log)), m_lines(new QListWidget(this)) {
   setObjectName(QStringLiteral("activityLog"));
-  auto* title = new QLabel(word(Word::activityLog), this);
-  QToolButton* minimize = button(this, "Minimize", Word::minimize);
+  auto* title = new QLabel(text(Text::ActivityLog), this);
+  QToolButton* minimize = button(this, "Minimize", Text::Minimize);
   minimize->setObjectName(QStringLiteral("minimizeLog"));
-  QToolButton* close = button(this, "Close", Word::close);
+  QToolButton* close = button(this, "Close", Text::Close);
   close->setObjectName(QStringLiteral("closeLog"));
   auto* bar = new QHBoxLayout;
   bar->setContentsMargins(kSpace, 2, 2, 2);
@@ -47,7 +47,7 @@ LogPanel::LogPanel(tarnsift::Ref<orvane::Log> log, QWidget* parent)
   layout->addLayout(bar);
   layout->addWidget(m_lines);
   m_lines->setFrameShape(QFrame::NoFrame);
-  m_lines->setAccessibleName(word(Word::activityLog));
+  m_lines->setAccessibleName(text(Text::ActivityLog));
   m_lines->setWordWrap(true);
   m_lines->setSelectionMode(QAbstractItemView::ExtendedSelection);
   for (const auto& line : m_log->lines())

@@ -26,7 +26,7 @@ namespace {
 
 constexpr double kSmallest = 3000; // twips, as the component has it
 constexpr const char* kPanes[] = {"Programs", "Lists", "Synonyms", "Source"};
-constexpr Word kHints[] = {Word::noPrograms, Word::noWorking, Word::noAffected, Word::noClean, Word::noSynonyms};
+constexpr Text kHints[] = {Text::NoPrograms, Text::NoWorking, Text::NoAffected, Text::NoClean, Text::NoSynonyms};
 constexpr int kSynonyms = 3;
 
 QString withoutAccessKey(const std::string& caption) {
@@ -76,7 +76,7 @@ void MainWindow::addBars() {
 void MainWindow::addLists() {
   const auto add = [this](platform::ListView& list, ListModel::Icons icons) {
     auto* widget = new ListWidget(list, icons, m_screen, m_area);
-    widget->setHint(word(kHints[m_lists.size()]));
+    widget->setHint(text(kHints[m_lists.size()]));
     widget->afterEvent = [this] { sync(); };
     m_lists.push_back(widget);
     connectWhile(list.Changed, m_lifetime, [this] { scheduleSync(); });

@@ -43,8 +43,8 @@ QToolButton* PaneArea::buttonOf(const std::string& key) {
   button->setIcon(icon("Close"));
   button->setAutoRaise(true);
   button->setFocusPolicy(Qt::NoFocus);
-  button->setToolTip(word(Word::closePane));
-  button->setAccessibleName(word(Word::closePane) + QStringLiteral(": ") + text(key));
+  button->setToolTip(text(Text::ClosePane));
+  button->setAccessibleName(text(Text::ClosePane) + QStringLiteral(": ") + text(key));
   connect(button, &QToolButton::clicked, this, [this, key] {
     if (onHide) onHide(key);
   });

@@ -58,10 +58,10 @@ platform::Answer QtScreen::messageBox(const std::string& message, int style, con
   box.setWindowTitle(text(title));
   box.setTextFormat(Qt::PlainText);
   box.setText(text(platform::replaceAll(platform::replaceAll(message, "\r\n", "\n"), "\r", "\n")).trimmed());
-  QPushButton* ok = box.addButton(word(Word::ok), QMessageBox::AcceptRole);
+  QPushButton* ok = box.addButton(text(Text::Ok), QMessageBox::AcceptRole);
   box.setDefaultButton(ok);
   if ((style & kButtonMask) == platform::kOkCancel)
-    box.setEscapeButton(box.addButton(word(Word::cancel), QMessageBox::RejectRole));
+    box.setEscapeButton(box.addButton(text(Text::Cancel), QMessageBox::RejectRole));
   else
     box.setEscapeButton(ok);
   box.exec();

@@ -17,7 +17,7 @@ constexpr int kIconSize = 22;
 ToolBar::ToolBar(platform::Toolbar& model, platform::Form& form, QWidget* parent)
     : QToolBar(parent), m_model(model), m_form(form) {
   setObjectName(text(model.Name()));
-  setAccessibleName(word(Word::toolbar));
+  setAccessibleName(text(Text::Toolbar));
   setIconSize(QSize(kIconSize, kIconSize));
   setMovable(false);
   setContextMenuPolicy(Qt::PreventContextMenu);
@@ -28,8 +28,8 @@ ToolBar::ToolBar(platform::Toolbar& model, platform::Form& form, QWidget* parent
       addButton(*button);
   }
   if (auto* more = findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
-    more->setToolTip(word(Word::moreCommands));
-    more->setAccessibleName(word(Word::moreCommands));
+    more->setToolTip(text(Text::MoreCommands));
+    more->setAccessibleName(text(Text::MoreCommands));
   }
   sync();
 }
