@@ -81,7 +81,7 @@ void addSwitch(QVBoxLayout& column, const Document& document, const Node& option
 }
 
 // VALUES, where an option has it, lists what it can be.
-void addText(QVBoxLayout& column, const Node& option, OptionChanges& changes) {
+void addText(QVBoxLayout& column, Node option, OptionChanges& changes) {
   const QString value = text(attribute(option, "VALUE"));
   const std::string values = attribute(option, "VALUES");
   if (!values.empty()) {
@@ -103,7 +103,7 @@ void addText(QVBoxLayout& column, const Node& option, OptionChanges& changes) {
   });
 }
 
-void addNumber(QVBoxLayout& column, const Node& option, OptionChanges& changes) {
+void addNumber(QVBoxLayout& column, Node option, OptionChanges& changes) {
   auto* spin = new QSpinBox;
   spin->setRange(0, kLargestNumber);
   spin->setValue(text(attribute(option, "VALUE")).toInt());
@@ -144,7 +144,7 @@ void addTicks(QVBoxLayout& column, const Node& list, OptionChanges& changes) {
 }
 
 // Texts that the analyst adds, changes and takes out, each with a tick. An entry that stays keeps its element.
-void addStrings(QVBoxLayout& column, const Document& document, const Node& list, OptionChanges& changes) {
+void addStrings(QVBoxLayout& column, Document document, Node list, OptionChanges& changes) {
   auto* view = new QListWidget;
   const std::vector<Node> entries = list.children();
   constexpr int kEntry = Qt::UserRole;
@@ -192,7 +192,7 @@ void addStrings(QVBoxLayout& column, const Document& document, const Node& list,
 }
 
 // One of several branches: what belongs to the chosen one is shown below.
-void addChoice(QVBoxLayout& column, const Document& document, const Node& list, OptionChanges& changes) {
+void addChoice(QVBoxLayout& column, const Document& document, Node list, OptionChanges& changes) {
   auto* choice = new QComboBox;
   auto* pages = new QStackedWidget;
   const std::vector<Node> branches = list.children();

@@ -23,7 +23,6 @@
 #include "desktop/texts.hpp"
 #include "desktop/theme.hpp"
 #include "desktop/twips.hpp"
-#include "orvane/report_file.hpp"
 
 namespace desktop {
 

@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include "desktop/report/report_model.hpp"
+#include "orvane/report_file.hpp"
 
 class QLabel;
 class QLineEdit;
