@@ -63,8 +63,8 @@ struct SheetLimits {
   std::uint32_t rows = 1048576;   ///< with the headings; what is more goes on in a further sheet
   std::size_t characters = 32767; ///< UTF-16 units; a longer text is cut and ends in a mark
 };
-/// A workbook; texts stay texts, numbers are numbers; totals are a sheet of their own. Throws platform::Error when it could
-/// not be put together.
+/// A workbook; texts stay texts, numbers are numbers; totals are a sheet of their own. Throws platform::Error when it
+/// could not be put together.
 void writeXlsx(std::ostream& out, const std::string& title, const std::vector<ReportColumn>& columns,
                RecordFile& records, const SheetLimits& limits = {});
 

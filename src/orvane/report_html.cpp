@@ -43,12 +43,14 @@ void appendTotals(platform::Document& document, platform::Node& report, const st
   for (std::size_t i = 0, next = 0; i < columns.size(); ++i) {
     const bool summed = next < totals.columns.size() && totals.columns[next] == i;
     appendCell(document, foot, columns[i].kind,
-               summed ? figure(columns[i].kind, totals.total.values[next++]) : i == 0 ? ownText("total") : "");
+               summed   ? figure(columns[i].kind, totals.total.values[next++])
+               : i == 0 ? ownText("total")
+                        : "");
   }
   report.appendChild(foot);
   platform::Node summary = document.createElement("SUMMARY");
   const std::string& group = columns[totals.groupColumn].caption;
-  summary.setAttribute("CAPTION", xmlText(platform::fillTemplate(ownText("by"), {group})));
+  summary.setAttribute("CAPTION", ownText("totals"));
   platform::Node heads = document.createElement("HEADS");
   appendCell(document, heads, FieldKind::text, group);
   appendCell(document, heads, FieldKind::number, ownText("programs"));

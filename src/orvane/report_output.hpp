@@ -6,7 +6,8 @@
 
 namespace orvane {
 
-/// Where a report goes: standard output ("/dev/stdout"), a device, or a file that takes its place only when it is whole.
+/// Where a report goes: standard output ("/dev/stdout"), a device, or a file that takes its place only when it is
+/// whole.
 class ReportOutput {
  public:
   /// Throws platform::FileError when it is a folder or cannot be made.

@@ -19,7 +19,7 @@ constexpr const char* kHeadKey = "ProgramName";
 
 // The shares of the metrics report and their keys in JSON.
 constexpr std::pair<std::string_view, const char*> kShares[] = {{"Declarations", "declaration_share"},
-                                                               {"Usages", "usage_share"}};
+                                                                {"Usages", "usage_share"}};
 
 PlainField ownField(const char* key, FieldKind kind = FieldKind::text) {
   return {key, ownText(key), kind};
@@ -125,7 +125,8 @@ PlainRows::PlainRows(const std::vector<ReportColumn>& columns, RecordFile& recor
     m_fields = {ownField("program"), ownField("file"), ownField("line", FieldKind::number), ownField("text"),
                 ownField("marked", FieldKind::flag)};
   if (m_place != SIZE_MAX) {
-    m_fields.insert(m_fields.end(), {ownField("file"), ownField("line", FieldKind::number), ownField("column", FieldKind::number)});
+    m_fields.insert(m_fields.end(),
+                    {ownField("file"), ownField("line", FieldKind::number), ownField("column", FieldKind::number)});
   }
 }
 

@@ -51,8 +51,8 @@ class RecordFile {
   std::size_t m_count = 0;
 };
 
-/// A report as rows of plain values for CSV, JSON and XLSX: texts, whole numbers, percentages as double (12.5 for 12.5%),
-/// flags; Null where a number is missing.
+/// A report as rows of plain values for CSV, JSON and XLSX: texts, whole numbers, percentages as double (12.5
+/// for 12.5%), flags; Null where a number is missing.
 struct PlainField {
   std::string key;     ///< never translated
   std::string caption; ///< heading in CSV and XLSX, in the chosen language

@@ -99,7 +99,8 @@ std::vector<std::string> ZipReader::names() const {
 }
 
 void ZipReader::read(std::string_view name, const std::function<void(std::string_view)>& take) const {
-  const auto entry = std::find_if(m_entries.begin(), m_entries.end(), [&](const auto& one) { return one.name == name; });
+  const auto entry =
+      std::find_if(m_entries.begin(), m_entries.end(), [&](const auto& one) { return one.name == name; });
   if (entry == m_entries.end()) damaged(m_path, "it has no " + std::string(name));
   std::ifstream file(m_path, std::ios::binary);
   const std::string head = bytesAt(file, m_path, entry->at, kHeadSize);
