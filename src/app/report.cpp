@@ -59,8 +59,9 @@ void writeReport(const Context& context, const Choice& choice) {
 } // namespace
 
 void addReport(CLI::App& app, Context& context) {
-  auto* command = app.add_subcommand("report", "Writes a report: the datanames of the lists, the affected code, how much "
-                                               "of each program the change touches.");
+  auto* command =
+      app.add_subcommand("report", "Writes a report: the datanames of the lists, the affected code, how much "
+                                   "of each program the change touches.");
   auto choice = std::make_shared<Choice>();
   command
       ->add_option("KIND", choice->kind,
@@ -71,8 +72,9 @@ void addReport(CLI::App& app, Context& context) {
   command->add_option("--format", choice->format, "html, csv, json or xlsx")
       ->check(CLI::IsMember({"html", "csv", "json", "xlsx"}));
   command
-      ->add_option("-o,--output", choice->file,
-                   "File to write, - for stdout (default: html and xlsx into the base folder's Output, others to stdout)")
+      ->add_option(
+          "-o,--output", choice->file,
+          "File to write, - for stdout (default: html and xlsx into the base folder's Output, others to stdout)")
       ->type_name("FILE");
   command->add_option("--program", choice->program, "Keep only records of programs whose name matches")
       ->type_name("GLOB");

@@ -50,7 +50,7 @@ void appendTotals(platform::Document& document, platform::Node& report, const st
   report.appendChild(foot);
   platform::Node summary = document.createElement("SUMMARY");
   const std::string& group = columns[totals.groupColumn].caption;
-  summary.setAttribute("CAPTION", xmlText(platform::fillTemplate(ownText("by"), {group})));
+  summary.setAttribute("CAPTION", ownText("totals"));
   platform::Node heads = document.createElement("HEADS");
   appendCell(document, heads, FieldKind::text, group);
   appendCell(document, heads, FieldKind::number, ownText("programs"));

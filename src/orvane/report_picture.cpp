@@ -13,19 +13,20 @@ using platform::Node;
 
 // Measures in units of the picture; its width is fixed, its height grows with the bars.
 constexpr int kWidth = 920;
-constexpr int kLeft = 236;     // the bars begin
-constexpr int kBars = 520;     // 100%
-constexpr int kOver = 10;      // how far a share above 100% reaches beyond
+constexpr int kOver = 10;      // how far a share above 100% reaches beyond the scale
 constexpr int kDeclared = 842; // right edges of the figures
 constexpr int kUsed = 912;
 constexpr int kRow = 22, kBar = 7;
 constexpr int kHead = 46; // headings of the bars
 constexpr int kFoot = 24;
+constexpr int kLegend = 150; // width of an entry
 constexpr int kSky = 150, kSkyTop = 24, kSkyHeight = 100;
 constexpr std::size_t kMostBars = 40;
 constexpr std::size_t kMostColumns = 460; // of the skyline
 constexpr std::size_t kLabel = 30;        // letters
 constexpr std::size_t kLabelEnd = 10;     // of a cut name; programs of a family differ at their ends
+constexpr double kLetter = 7.3;           // width
+constexpr int kSteps = 5;                 // of a scale
 
 struct Share {
   std::string program, declared, used; // as the report prints them
@@ -39,6 +40,12 @@ class Picture {
         m_bars(std::min(m_shares.size(), kMostBars)), m_top(m_shares.size() > kMostBars ? kSky : 0) {
     for (const Share& share : m_shares)
       m_above += share.declarations > 0 || share.usages > 0 ? 1 : 0;
+    std::size_t letters = 8;
+    for (std::size_t i = 0; i < m_bars; ++i)
+      letters = std::max(letters, std::min(kLabel, widthOf(m_shares[i].program)));
+    m_left = 20 + static_cast<int>(kLetter * static_cast<double>(letters));
+    m_width = kDeclared - 70 - m_left;
+    m_scale = scaleFor(m_shares);
   }
 
   Node draw() {
@@ -52,17 +59,28 @@ class Picture {
     Node description = element("desc", {{"id", "picture-text"}});
     description.setText(inWords());
     svg.appendChild(description);
+    drawLegend(svg);
     if (m_top > 0) drawSkyline(svg);
     drawGrid(svg);
     for (std::size_t i = 0; i < m_bars; ++i)
       drawBars(svg, m_shares[i], m_top + kHead + static_cast<int>(i) * kRow);
     const std::string foot = m_shares.size() > m_bars ? number("largest", m_bars, m_shares.size())
                                                       : number("above", m_above, m_shares.size());
-    text(svg, kLeft, height - 6, "faint", foot);
+    text(svg, m_left, height - 6, "faint", foot);
     return svg;
   }
 
  private:
+  // Up to 10, 25, 50 or 100%: small shares are told apart as well.
+  static int scaleFor(const std::vector<Share>& shares) {
+    double most = 0;
+    for (const Share& share : shares)
+      most = std::max({most, share.declarations, share.usages});
+    for (const int scale : {10, 25, 50})
+      if (most <= scale) return scale;
+    return 100;
+  }
+
   using Attributes = std::vector<std::pair<const char*, std::string>>;
 
   Node element(const char* name, const Attributes& attributes) const {
@@ -75,7 +93,8 @@ class Picture {
     parent.appendChild(element(name, attributes));
   }
   void text(Node& parent, int x, int y, const char* style, const std::string& words) const {
-    Node node = element("text", {{"x", std::to_string(x)}, {"y", std::to_string(y)}, {"class", style}});
+    Node node = element("text", {{"x", std::to_string(x)}, {"y", std::to_string(y)}});
+    if (*style) node.setAttribute("class", style);
     node.setText(words);
     parent.appendChild(node);
   }
@@ -92,29 +111,29 @@ class Picture {
     return words;
   }
 
-  // A narrow screen shows names and bars still beside each other, so the scale has few lines.
   void drawGrid(Node& svg) const {
     const int top = m_top + kHead - 6;
     const int bottom = m_top + kHead + static_cast<int>(m_bars) * kRow;
-    for (const int percent : {0, 25, 50, 75, 100}) {
-      const int x = kLeft + kBars * percent / 100;
+    for (int step = 0; step <= kSteps; ++step) {
+      const int x = m_left + m_width * step / kSteps;
       add(svg, "path", {{"class", "grid"}, {"d", fmt::format("M{} {}V{}", x, top, bottom)}});
-      text(svg, x, top - 6, "middle", std::to_string(percent) + "%");
+      text(svg, x, top - 6, "middle", fmt::format("{}%", m_scale * step / kSteps));
     }
-    add(svg, "rect",
-        {{"x", std::to_string(kLeft)},
-         {"y", std::to_string(m_top + 8)},
-         {"width", "10"},
-         {"height", "10"},
-         {"class", "declared"}});
-    text(svg, kLeft + 15, m_top + 17, "", caption(0));
-    add(svg, "rect",
-        {{"x", std::to_string(kLeft + kBars / 2)},
-         {"y", std::to_string(m_top + 8)},
-         {"width", "10"},
-         {"height", "10"},
-         {"class", "used"}});
-    text(svg, kLeft + kBars / 2 + 15, m_top + 17, "", caption(1));
+  }
+
+  // On top of the picture, whichever part stands there.
+  void drawLegend(Node& svg) const {
+    const int left = m_top > 0 ? kWidth - 20 - 2 * kLegend : m_left;
+    for (const int part : {0, 1}) {
+      const int x = left + part * kLegend;
+      add(svg, "rect",
+          {{"x", std::to_string(x)},
+           {"y", "5"},
+           {"width", "10"},
+           {"height", "10"},
+           {"class", part == 0 ? "declared" : "used"}});
+      text(svg, x + 15, 14, "", caption(static_cast<std::size_t>(part)));
+    }
   }
 
   void drawBars(Node& svg, const Share& share, int top) const {
@@ -122,7 +141,7 @@ class Picture {
     Node whole = m_document.createElement("title"); // a cut name whole, where the pointer rests
     whole.setText(fmt::format("{}: {} {}, {} {}", share.program, caption(0), share.declared, caption(1), share.used));
     row.appendChild(whole);
-    text(row, kLeft - 10, top + 12, "name", label(share.program));
+    text(row, m_left - 10, top + 12, "name", label(share.program));
     drawBar(row, share.declarations, top, "declared");
     drawBar(row, share.usages, top + kBar + 1, "used");
     text(row, kDeclared, top + 12, share.declarations > 100 ? "figure over" : "figure", share.declared);
@@ -133,13 +152,13 @@ class Picture {
   // A share above 100% ends in a point beyond the scale.
   void drawBar(Node& row, double percent, int top, const char* style) const {
     if (percent <= 0) return;
+    const double length = std::max(1.0, m_width * percent / m_scale);
     std::string shape;
     if (percent > 100)
-      shape =
-          fmt::format("M{} {}h{}l{} {}l-{} {}h-{}z", kLeft, top, kBars, kOver, kBar / 2.0, kOver, kBar / 2.0, kBars);
+      shape = fmt::format("M{} {}h{}l{} {}l-{} {}h-{}z", m_left, top, m_width, kOver, kBar / 2.0, kOver, kBar / 2.0,
+                          m_width);
     else
-      shape = fmt::format("M{} {}h{:.1f}v{}h-{:.1f}z", kLeft, top, std::max(1.0, kBars * percent / 100), kBar,
-                          std::max(1.0, kBars * percent / 100));
+      shape = fmt::format("M{} {}h{:.1f}v{}h-{:.1f}z", m_left, top, length, kBar, length);
     add(row, "path", {{"class", style}, {"d", shape}});
   }
 
@@ -161,10 +180,10 @@ class Picture {
     const int base = kSkyTop + kSkyHeight;
     const int whole = kWidth - 60;
     text(svg, 40, 14, "", ownText("all"));
-    for (const int percent : {0, 50, 100}) {
-      const int y = base - kSkyHeight * percent / 100;
+    for (const int step : {0, 1}) {
+      const int y = base - kSkyHeight * step;
       add(svg, "path", {{"class", "grid"}, {"d", fmt::format("M40 {}h{}", y, whole)}});
-      text(svg, 34, y + 4, "end", std::to_string(percent) + "%");
+      text(svg, 34, y + 4, "end", fmt::format("{}%", m_scale * step));
     }
     const std::size_t columns = std::min(m_shares.size(), kMostColumns);
     std::string used = fmt::format("M40 {}", base);
@@ -174,7 +193,7 @@ class Picture {
         double most = 0;
         for (std::size_t k = i * m_shares.size() / columns; k < (i + 1) * m_shares.size() / columns; ++k)
           most = std::max(most, m_shares[k].*share);
-        return base - kSkyHeight * std::min(most, 100.0) / 100;
+        return base - kSkyHeight * std::min(most / m_scale, 1.0);
       };
       const double right = 40 + whole * static_cast<double>(i + 1) / static_cast<double>(columns);
       used += fmt::format("V{:.1f}H{:.1f}", largest(&Share::usages), right);
@@ -198,7 +217,10 @@ class Picture {
   std::vector<ReportColumn> m_columns; ///< the two percentages
   std::vector<Share> m_shares;         ///< the largest first
   std::size_t m_bars;
-  int m_top; ///< where the bars' part begins
+  int m_top;       ///< where the bars' part begins
+  int m_left = 0;  ///< where the bars begin
+  int m_width = 0; ///< of a bar as long as the scale
+  int m_scale = 100;
   std::size_t m_above = 0;
 };
 

@@ -25,7 +25,7 @@ constexpr OwnText kTexts[] = {
     {"total", "Total", "合計", "합계"},
     {"programs", "Programs", "プログラム数", "프로그램 수"},
     {"none", "(none)", "(なし)", "(없음)"},
-    {"by", "By %1", "%1別", "%1별"},
+    {"totals", "Totals", "集計", "집계"},
     // the picture; %1 and %2 are numbers
     {"picture", "Where the change lies: shares of declarations and usages by program",
      "変更の所在: プログラムごとの宣言と使用箇所の割合", "변경 위치: 프로그램별 선언 및 사용 비율"},

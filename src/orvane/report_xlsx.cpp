@@ -216,7 +216,7 @@ void addTotals(Workbook& book, const std::vector<ReportColumn>& columns, RecordF
   std::vector<PlainField> fields = {{"group", group}, {"programs", ownText("programs"), FieldKind::number}};
   for (const std::size_t i : totals.columns)
     fields.push_back({columns[i].key, columns[i].caption, columns[i].kind});
-  book.beginTable(platform::fillTemplate(ownText("by"), {group}), fields);
+  book.beginTable(ownText("totals"), fields);
   const auto add = [&](const std::string& name, const ReportTotals::Row& row) {
     PlainRow cells = {name, row.programs};
     cells.insert(cells.end(), row.values.begin(), row.values.end());
