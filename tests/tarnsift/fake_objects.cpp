@@ -49,7 +49,11 @@ struct Item : tarnsift::RepositoryObject {
   std::string Id() override { return m_id; }
   Ref<tarnsift::RepositoryType> Type() override { return new tarnsift_test::Type(m_type, 0); }
   std::string DisplayName() override { return m_id; }
-  Value Attribute(const std::string& name) override { return m_attributes[name]; }
+  Value Attribute(const std::string& name) override {
+    for (const auto& [known, value] : m_attributes)
+      if (platform::equalsIgnoringCase(known, name)) return value;
+    return {};
+  }
   bool IsMemberOf(const std::string& folderId) override { return m_projects.contains(folderId); }
   void AddRelation(const std::string& relation, const Ref<RepositoryObject>& object) override {
     note("join " + m_id + " " + relation + " " + object->Id());
