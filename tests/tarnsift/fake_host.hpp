@@ -33,6 +33,7 @@ struct Program {
   /// By KVID its declaration and then its usages, each FILE:LINE:COLUMN. A construct without a place is not in the
   /// analysis.
   std::map<std::string, std::vector<std::string>> places = {};
+  std::size_t variableUsages = 0;      ///< how many the store has of all constructs
   std::vector<std::string> files = {}; ///< relative to the base folder, in the store's order
   std::string type = "COBOL";
   bool dataRelations = true;

@@ -253,7 +253,10 @@ struct Store : tarnsift::AnalysisStore {
     return new Construct(found->second, &m_host, id);
   }
   Ref<tarnsift::SourceFiles> Files() override { return new tarnsift_test::Files(programOf(m_host, m_program)->files); }
-  Ref<tarnsift::InstanceCursor> SelectByKind(const std::string&, const std::string&) override { return new Usages({}); }
+  Ref<tarnsift::InstanceCursor> SelectByKind(const std::string& nameFilter, const std::string& kindWord) override {
+    m_host.log += "select '" + nameFilter + "' " + kindWord + " in " + m_program + "\n";
+    return new Usages(std::vector<std::string>(programOf(m_host, m_program)->variableUsages));
+  }
   Ref<tarnsift::MatchLists> MatchLists() override { return new Lists(m_host, m_program); }
   void Close() override {
     --m_host.storesOpen;

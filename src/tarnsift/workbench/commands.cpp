@@ -186,8 +186,6 @@ constexpr ButtonEntry kButtons[] = {
     {"Columns", 124, "Columns", {}, viewColumns, -1},
 };
 
-constexpr std::string_view kLater[] = {"mnuFileReportType(6)"};
-
 const ButtonEntry& entryOf(const ToolbarButton& button) {
   return *std::find_if(std::begin(kButtons), std::end(kButtons),
                        [&](const ButtonEntry& entry) { return entry.key == button.Key; });
@@ -215,9 +213,6 @@ std::span<const MenuEntry> menuEntries() {
 }
 std::span<const ButtonEntry> buttonEntries() {
   return kButtons;
-}
-std::span<const std::string_view> laterCommands() {
-  return kLater;
 }
 
 void buildCommands(frmMain& window, void (*guard)(frmMain&, const std::function<void()>&)) {
