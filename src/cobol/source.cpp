@@ -94,9 +94,11 @@ std::vector<std::string> readLines(const std::string& path, const Options& optio
     return {};
   }
   Diagnostics remarks;
-  const SourceText source = decode(std::move(*bytes), options, remarks);
+  return linesOf(decode(std::move(*bytes), options, remarks).text);
+}
+
+std::vector<std::string> linesOf(std::string_view text) {
   std::vector<std::string> lines;
-  const std::string_view text = source.text;
   for (std::size_t at = 0; at < text.size();) {
     const std::size_t end = std::min(text.find_first_of("\n\r", at), text.size());
     lines.emplace_back(text.substr(at, end - at));
