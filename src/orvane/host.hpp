@@ -29,6 +29,11 @@ class Host {
   /// Takes the project's lock until the window closes, creates Tarnsift.TarnsiftEngine and calls Run. Throws
   /// platform::Error with the component's message when no window came.
   void start();
+  /// Takes the project's lock until this object goes, for work without a window.
+  void hold() { lock(); }
+  /// A new object of a class of the component, through its exported entry points.
+  tarnsift::Ref<platform::Object> createComponentObject(const std::string& className) const;
+  tarnsift::Ref<platform::Object> frontend() const { return m_frontend; }
   /// The component's main window; only after start().
   platform::Form& window() const { return *m_window; }
   /// Closes the window through its own close path. False when it refused.
