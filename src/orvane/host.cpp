@@ -119,17 +119,10 @@ Host::~Host() {
 
 void Host::start() {
   lock();
-  const Ref<Object> engine = createComponentObject("Tarnsift.TarnsiftEngine");
+  const Ref<Object> engine = createFromComponent("Tarnsift.TarnsiftEngine");
   Value arguments[] = {m_frontend, "", Value()};
   engine->Invoke("Run", arguments);
   if (!m_window) throw platform::Error(fmt::format("{}: the window could not be opened", m_projectName));
-}
-
-// The library beside this program wins over one that was registered from elsewhere.
-Ref<Object> Host::createComponentObject(const std::string& className) const {
-  const std::string library = componentLibrary();
-  if (platform::registeredLibrary(className) != library) platform::registerLibrary(library);
-  return platform::createObject(className);
 }
 
 bool Host::close() {

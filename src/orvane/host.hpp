@@ -31,8 +31,6 @@ class Host {
   void start();
   /// Takes the project's lock until this object goes, for work without a window.
   void hold() { lock(); }
-  /// A new object of a class of the component, through its exported entry points.
-  tarnsift::Ref<platform::Object> createComponentObject(const std::string& className) const;
   tarnsift::Ref<platform::Object> frontend() const { return m_frontend; }
   /// The component's main window; only after start().
   platform::Form& window() const { return *m_window; }

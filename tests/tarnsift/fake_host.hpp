@@ -32,12 +32,14 @@ struct Program {
   /// By KVID its declaration and then its usages, each FILE:LINE:COLUMN. A construct without a place is not in the
   /// analysis.
   std::map<std::string, std::vector<std::string>> places = {};
+  std::size_t variableUsages = 0;      ///< how many the store has of all constructs
   std::vector<std::string> files = {}; ///< relative to the base folder, in the store's order
   std::string type = "COBOL";
   bool dataRelations = true;
   Value modified = {}; ///< microseconds since 1970
   std::set<std::string> projects = {"P"};
   std::string language = "COBOL";
+  std::string displayName = ""; ///< of the logical program; "" its id
 };
 
 /// What the search host answers next.
@@ -75,6 +77,7 @@ class FakeHost {
   void setOption(const std::string& xpath, const std::string& value, const char* attribute = "VALUE");
 
   long run(); ///< TarnsiftEngine.Run
+  Ref<platform::Object> frontend() const { return m_frontend; }
   bool close();
   tarnsift::frmMain& window() { return tarnsift::theWindow(); }
   void choose(const std::string& menu, int index = -1) { window().menu(menu, index).choose(); }

@@ -75,6 +75,16 @@ Ref<tarnsift::RepositoryObject> object(const Program& program) {
                   program.projects);
 }
 
+// The logical program of a source; it refers to the source by its id.
+struct LogicalProgram : Item {
+  explicit LogicalProgram(const Program& program)
+      : Item("L-" + program.id, "PROGRAM", {{"Name", program.id}, {"SID", program.id}}, program.projects),
+        m_displayName(program.displayName.empty() ? program.id : program.displayName) {}
+  std::string DisplayName() override { return m_displayName; }
+
+  std::string m_displayName;
+};
+
 struct Cursor : tarnsift::RepositoryCursor {
   explicit Cursor(std::vector<Ref<tarnsift::RepositoryObject>> objects) : m_objects(std::move(objects)) {}
   bool AtEnd() override { return m_at == m_objects.size(); }
@@ -105,6 +115,9 @@ struct FakeRepository : OfHost<tarnsift::Repository> {
         found.push_back(folder(name));
     for (const Program& program : m_host.programs)
       if (program.type == type && program.projects.contains(parentId)) found.push_back(object(program));
+    if (type == "PROGRAM")
+      for (const Program& program : m_host.programs)
+        if (program.projects.contains(parentId)) found.push_back(new LogicalProgram(program));
     return new Cursor(found);
   }
   Ref<tarnsift::RepositoryObject> ObjectById(const std::string& id) override {
@@ -232,7 +245,10 @@ struct Store : tarnsift::AnalysisStore {
     return new Construct(found->second, &m_host, id);
   }
   Ref<tarnsift::SourceFiles> Files() override { return new tarnsift_test::Files(programOf(m_host, m_program)->files); }
-  Ref<tarnsift::InstanceCursor> SelectByKind(const std::string&, const std::string&) override { return new Usages({}); }
+  Ref<tarnsift::InstanceCursor> SelectByKind(const std::string& nameFilter, const std::string& kindWord) override {
+    m_host.log += "select '" + nameFilter + "' " + kindWord + " in " + m_program + "\n";
+    return new Usages(std::vector<std::string>(programOf(m_host, m_program)->variableUsages));
+  }
   Ref<tarnsift::MatchLists> MatchLists() override { return new Lists(m_host, m_program); }
   void Close() override {
     --m_host.storesOpen;

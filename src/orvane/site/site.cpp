@@ -194,7 +194,7 @@ class Site {
 
   // As any page generator runs it: by the name of its class, through the component's entry points.
   void runAddOn() {
-    const platform::Ref<platform::Object> addOn = m_host.createComponentObject("Tarnsift.SitemintAddOn");
+    const platform::Ref<platform::Object> addOn = createFromComponent("Tarnsift.SitemintAddOn");
     platform::Document document;
     platform::Node element = document.createElement("PAGE");
     element.setAttribute("NAME", kAddOnFolder);
