@@ -3,18 +3,22 @@
 #include <fmt/format.h>
 
 #include "platform/runtime/text.hpp"
-#include "tarnsift/reports/escape_html.hpp"
 
 namespace orvane {
 
 std::string htmlText(std::string_view text) {
-  const std::string escaped = tarnsift::EscapeHtml(platform::toValidUtf8(text));
-  if (std::none_of(escaped.begin(), escaped.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }))
-    return escaped;
   std::string result;
-  for (const char c : escaped) {
+  for (const char c : platform::toValidUtf8(text)) {
     const auto code = static_cast<unsigned char>(c);
-    if (code < 0x20 && c != '\t')
+    if (c == '&')
+      result += "&amp;";
+    else if (c == '<')
+      result += "&lt;";
+    else if (c == '>')
+      result += "&gt;";
+    else if (c == '"')
+      result += "&quot;";
+    else if (code < 0x20 && c != '\t')
       result += {'\xE2', '\x90', static_cast<char>(0x80 + code)};
     else
       result += c;

@@ -215,6 +215,7 @@ class Site {
       if (program.leftOut) result.leftOut.push_back({program.facts.name, program.facts.reason});
     for (int i = 0; i < static_cast<int>(m_files.size()); ++i)
       if (m_files.at(i).changed) result.changed.push_back(m_files.at(i).path);
+    std::sort(result.changed.begin(), result.changed.end());
     return result;
   }
 
