@@ -126,8 +126,12 @@ std::optional<SourceWords> readWords(const std::string& path, const Options& opt
     error = std::strerror(errno);
     return std::nullopt;
   }
+  return wordsOf(std::move(*bytes), options, format);
+}
+
+SourceWords wordsOf(std::string bytes, const Options& options, std::optional<Format> format) {
   Diagnostics remarks;
-  const SourceText source = decode(std::move(*bytes), options, remarks);
+  const SourceText source = decode(std::move(bytes), options, remarks);
   if (!format) format = detectFormat(source.text, remarks);
   ScanSettings settings;
   settings.format = *format;

@@ -43,6 +43,9 @@ struct SourceWords {
 std::optional<SourceWords> readWords(const std::string& path, const Options& options, std::optional<Format> format,
                                      std::string& error);
 
+/// The same for a file's bytes.
+SourceWords wordsOf(std::string bytes, const Options& options, std::optional<Format> format);
+
 /// The byte at which that column (from 1, in characters) of a line begins; at most the line's size.
 std::size_t byteOfColumn(std::string_view line, std::uint32_t column);
 
