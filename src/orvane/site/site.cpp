@@ -96,16 +96,18 @@ class Site {
   void look(SiteProgram& program, int number) {
     try {
       const StoreData data = readStore(program.facts.analysisFile);
-      program.lists = countsOf(program.facts, m_project);
       program.datanames = data.constructs.size();
       for (const auto& construct : data.constructs)
         program.usages += construct.usages;
       m_files.takeProgram(number, data);
     } catch (const platform::Error& error) {
-      program.leftOut = true;
-      program.facts.reason = error.what();
-      program.lists = {};
+      leaveOut(program, error);
     }
+  }
+
+  static void leaveOut(SiteProgram& program, const platform::Error& error) {
+    program.leftOut = true;
+    program.facts.reason = error.what();
   }
 
   void copyResource(const std::string& name) const {
@@ -126,19 +128,32 @@ class Site {
     }
   }
 
-  void writeProgram(const SiteProgram& program, const SiteFile& file) const {
+  void writeProgram(SiteProgram& program, const SiteFile& file) const {
     SourcePage page{file, m_files, m_project, "", ", program " + htmlText(program.facts.name), {}};
-    if (program.leftOut) {
+    if (!program.leftOut) fill(page, program);
+    if (program.leftOut)
       page.remark = fmt::format("<p class=\"warning\">This program is left out: {}.</p>\n",
                                 htmlText(program.facts.reason));
-    } else {
-      const StoreData data = readStore(program.facts.analysisFile);
-      page.links = m_files.linksOf(data);
-      page.lists = placesInLists(program, data);
-      page.facts += listFacts(program);
-      page.facts += copybookFacts(data);
-    }
     writeSourcePage(m_folder, page, m_options);
+  }
+
+  // Opening a database costs more than all else here, so the counts of the index are taken on the way.
+  void fill(SourcePage& page, SiteProgram& program) const {
+    try {
+      const StoreData data = readStore(program.facts.analysisFile);
+      const Decisions decisions = decisionsOf(program.facts, m_project);
+      for (const auto& [kvid, decision] : decisions)
+        if (inList(decision)) ++program.lists[static_cast<std::size_t>(*decision.status)];
+      page.links = m_files.linksOf(data);
+      page.lists = placesInLists(decisions, data);
+      page.facts += listFacts(program) + copybookFacts(data);
+    } catch (const platform::Error& error) {
+      leaveOut(program, error);
+    }
+  }
+
+  static bool inList(const Decision& decision) {
+    return decision.status && *decision.status >= 0 && *decision.status < 3;
   }
 
   void writeCopybook(const SiteFile& file) const {
@@ -177,11 +192,11 @@ class Site {
     return text.empty() ? text : ", copies" + text;
   }
 
-  std::unordered_map<std::uint64_t, int> placesInLists(const SiteProgram& program, const StoreData& data) const {
+  static std::unordered_map<std::uint64_t, int> placesInLists(const Decisions& decisions, const StoreData& data) {
     std::unordered_map<std::uint64_t, int> places;
-    for (const auto& [kvid, decision] : decisionsOf(program.facts, m_project)) {
+    for (const auto& [kvid, decision] : decisions) {
       const int index = data.find(kvid);
-      if (index < 0 || !decision.status || *decision.status < 0 || *decision.status > 2) continue;
+      if (index < 0 || !inList(decision)) continue;
       const ConstructRecord& construct = data.constructs[static_cast<std::size_t>(index)];
       if (construct.declared.file == 0)
         places[sitePlace(construct.declared.line, construct.declared.column)] = *decision.status;
