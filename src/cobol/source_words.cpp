@@ -11,7 +11,7 @@
 namespace cobol {
 namespace {
 
-constexpr std::size_t kIndicator = 6;        // byte of column 7
+constexpr std::size_t kIndicator = 6;       // byte of column 7
 constexpr std::size_t kIdentification = 72; // byte of column 73
 
 WordKind kindOf(const Token& token) {

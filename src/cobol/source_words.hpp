@@ -38,8 +38,8 @@ struct SourceWords {
   std::string encoding;
 };
 
-/// Splits a file into lines and words as the analyser does, before COPY and REPLACE. `format` is what its analysis found;
-/// without one the text itself says. Nothing when the file cannot be read; then `error` says why.
+/// Splits a file into lines and words as the analyser does, before COPY and REPLACE. `format` is what its analysis
+/// found; without one the text itself says. Nothing when the file cannot be read; then `error` says why.
 std::optional<SourceWords> readWords(const std::string& path, const Options& options, std::optional<Format> format,
                                      std::string& error);
 

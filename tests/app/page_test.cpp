@@ -191,8 +191,7 @@ TEST_F(Page, SourcesThatChangedOrAreGoneAreToldOfAndKeepTheirAnchors) {
 TEST_F(Page, ProgramsThatCannotBeReadAreLeftOutAndNamed) {
   write("copy/NONE.cpy", "");
   for (const char* name : {"GOOD", "NOKVA", "BADKVA", "BADDB"})
-    write(std::string("src/") + name + ".cbl",
-          cobolText(name, "01 A PIC X.\n01 B PIC X.\n", "    MOVE A TO B.\n"));
+    write(std::string("src/") + name + ".cbl", cobolText(name, "01 A PIC X.\n01 B PIC X.\n", "    MOVE A TO B.\n"));
   write("src/LETTER.cbl", "Dear colleague,\n");
   project();
   good("filter --like A --to affected");
@@ -237,8 +236,8 @@ TEST_F(Page, WhatCannotBeWrittenIsOneErrorThatSaysWhatIsMissing) {
   // A file system that takes no more: files end at 100 KB.
   const std::string out = m_place.file("full");
   const std::string shell = "cd '" + folder + "' && trap '' XFSZ && ulimit -f 200 && XDG_CONFIG_HOME='" +
-                            m_place.file(".config") + "' '" TARNSIFT_COMMAND "' page -o full >'" + out +
-                            ".out' 2>'" + out + ".err'";
+                            m_place.file(".config") + "' '" TARNSIFT_COMMAND "' page -o full >'" + out + ".out' 2>'" +
+                            out + ".err'";
   const int status = std::system(("/bin/dash -c \"" + shell + "\"").c_str());
   fails({WEXITSTATUS(status), "", platform::readText(out + ".err")},
         {"BIG.cbl.html: File too large", "1 of 2 source pages"});

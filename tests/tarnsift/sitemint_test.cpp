@@ -77,8 +77,7 @@ const std::string kFigureHead =
     "<th colspan=\"3\">Affected</th>\r\n<th rowspan=\"2\">Possible Declarations Count</th>\r\n"
     "<th rowspan=\"2\">Clean Declarations Count</th>\r\n</tr>\r\n<tr>\r\n<th>Declarations Count</th>\r\n"
     "<th>Declarations(%)</th>\r\n<th>Usages(%)</th>\r\n</tr>\r\n";
-const std::string kPlaceHead =
-    "<th>Comment</th>\r\n<th>File</th>\r\n<th>Ln</th>\r\n<th>Col</th>\r\n</tr>\r\n";
+const std::string kPlaceHead = "<th>Comment</th>\r\n<th>File</th>\r\n<th>Ln</th>\r\n<th>Col</th>\r\n</tr>\r\n";
 const std::string kNamesHead = "<th>Program</th>\r\n<th>Dataname</th>\r\n";
 
 // Eight declarations, two affected: 25.0%; they are used three times, of sixteen usages: 18.8%, halves away from zero.
@@ -113,7 +112,7 @@ TEST_F(Sitemint, ThePageByteForByte) {
   const std::string atMike = place("Src\\A.cbl", "1234567", "12");
   const std::string atAlfa = place("Copy\\Z&1.cpy", "3", "1000000");
   EXPECT_EQ(page(),
-            kHead +                                                                                            //
+            kHead +                                                                                           //
                 small + current("Metrics Report", "Metrics Report") + dot + possible + dot + affected + dot + //
                 clean + end + kTable + kFigureHead +
                 "<tr>\r\n<td>A <the first></td>\r\n<td align=\"right\">8</td>\r\n"
@@ -126,11 +125,11 @@ TEST_F(Sitemint, ThePageByteForByte) {
                 "<td>Affected</td>\r\n<td><b>&</td>\r\n" + atMike + "<tr>\r\n" + zulu +
                 "<td>Working</td>\r\n<td></td>\r\n" + atZulu + "</table>\r\n" + //
                 small + metrics + dot + possible + dot + current("AffectedDatanames", "Affected Datanames") + dot +
-                clean + end + kTable + kNamesHead + kPlaceHead + "<tr>\r\n<a id=\"A:1\">\r\n" + alfa +
-                "<td></td>\r\n" + atAlfa + "<tr>\r\n" + mike + "<td><b>&</td>\r\n" + atMike + "</table>\r\n" + //
-                small + metrics + dot + possible + dot + affected + dot +
-                current("CleanDatanames", "Clean Datanames") + end + kTable + kNamesHead + kPlaceHead + "</table>\r\n" +
-                "<br>\r\n" + small + metrics + dot + possible + dot + affected + dot + clean + end);
+                clean + end + kTable + kNamesHead + kPlaceHead + "<tr>\r\n<a id=\"A:1\">\r\n" + alfa + "<td></td>\r\n" +
+                atAlfa + "<tr>\r\n" + mike + "<td><b>&</td>\r\n" + atMike + "</table>\r\n" + //
+                small + metrics + dot + possible + dot + affected + dot + current("CleanDatanames", "Clean Datanames") +
+                end + kTable + kNamesHead + kPlaceHead + "</table>\r\n" + "<br>\r\n" + small + metrics + dot +
+                possible + dot + affected + dot + clean + end);
 }
 
 TEST_F(Sitemint, TheProgressCallsAndTheGlobalsOfARunWithoutAWindow) {
@@ -149,9 +148,8 @@ TEST_F(Sitemint, TheProgressCallsAndTheGlobalsOfARunWithoutAWindow) {
 }
 
 TEST_F(Sitemint, AProgramHasOneAnchorInEachListThatItIsInAndNoLinkForAZero) {
-  host.add({.id = "A",
-            .constructs = "k1 Y 0 1 C\n k2 X 0 1 C last\n",
-            .places = {{"k1", {"A:1:2"}}, {"k2", {"A:3:4"}}}});
+  host.add(
+      {.id = "A", .constructs = "k1 Y 0 1 C\n k2 X 0 1 C last\n", .places = {{"k1", {"A:1:2"}}, {"k2", {"A:3:4"}}}});
   host.add({.id = "B", .constructs = "k1 Z 0 1 A\n", .places = {{"k1", {"B:5:6", "B:7:1"}}}}); // no usage in the store
   host.add({.id = "EMPTY", .constructs = ""});
   run();
@@ -192,9 +190,8 @@ TEST_F(Sitemint, ANameOutsideTheAnalysisKeepsItsRowWithoutAPlace) {
 }
 
 TEST_F(Sitemint, AStatusThatIsNoListCountsInTheTotalOnly) {
-  host.add({.id = "A",
-            .constructs = "k1 ONE 0 1 W\n k2 TWO 0 1 -\n",
-            .places = {{"k1", {"S:1:1"}}, {"k2", {"S:2:1"}}}});
+  host.add(
+      {.id = "A", .constructs = "k1 ONE 0 1 W\n k2 TWO 0 1 -\n", .places = {{"k1", {"S:1:1"}}, {"k2", {"S:2:1"}}}});
   host.database("A")->Execute("update Constructs set P_Status = 7 where KVID = 'k2'");
   run();
   EXPECT_EQ(rows(0), "|A|2|0|      0.0%|      0.0%|<a href=\"#A:0\">1</a>|0\n");

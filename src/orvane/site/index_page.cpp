@@ -48,8 +48,7 @@ void writeCopybooks(platform::WholeFile& out, const SiteFiles& files) {
   for (int i = 0; i < static_cast<int>(files.size()); ++i)
     if (files.at(i).program < 0 && !files.at(i).copiedBy.empty()) copybooks.push_back(&files.at(i));
   if (copybooks.empty()) return;
-  std::sort(copybooks.begin(), copybooks.end(),
-            [](const SiteFile* a, const SiteFile* b) { return a->path < b->path; });
+  std::sort(copybooks.begin(), copybooks.end(), [](const SiteFile* a, const SiteFile* b) { return a->path < b->path; });
   out.write("<h2>Copybooks</h2>\n<div class=\"wide\"><table class=\"list\">\n<tr><th>Copybook</th>"
             "<th class=\"r\">Programs</th><th class=\"r\">Lines</th><th>Source</th></tr>\n");
   for (const SiteFile* file : copybooks)
@@ -62,8 +61,9 @@ void writeCopybooks(platform::WholeFile& out, const SiteFiles& files) {
 
 void writeLeftOut(platform::WholeFile& out, const std::vector<SiteProgram>& programs, const SiteFiles& files) {
   if (std::none_of(programs.begin(), programs.end(), [](const SiteProgram& p) { return p.leftOut; })) return;
-  out.write("<h2>Left out</h2>\n<p class=\"warning\">These programs stand in no list of the metrics page; their sources "
-            "are shown without links.</p>\n<ul>\n");
+  out.write(
+      "<h2>Left out</h2>\n<p class=\"warning\">These programs stand in no list of the metrics page; their sources "
+      "are shown without links.</p>\n<ul>\n");
   for (const SiteProgram& program : programs)
     if (program.leftOut)
       out.write(fmt::format("<li><a href=\"{}\">{}</a>: {}</li>\n", files.at(program.file).page,

@@ -62,9 +62,8 @@ class Site {
       writeIndexPage(m_folder, m_project, m_programs, m_files, kAddOnPage);
     } catch (const platform::Error& error) {
       throw platform::Error(fmt::format(
-          "{}; the pages in {} are not complete: {} of {} source pages are written, {} missing or old",
-          error.what(), m_folder, m_written, m_files.size(),
-          m_addOnDone ? "index.html is" : "Main.htm and index.html are"));
+          "{}; the pages in {} are not complete: {} of {} source pages are written, {} missing or old", error.what(),
+          m_folder, m_written, m_files.size(), m_addOnDone ? "index.html is" : "Main.htm and index.html are"));
     }
     return result();
   }
@@ -132,8 +131,8 @@ class Site {
     SourcePage page{file, m_files, m_project, "", ", program " + htmlText(program.facts.name), {}};
     if (!program.leftOut) fill(page, program);
     if (program.leftOut)
-      page.remark = fmt::format("<p class=\"warning\">This program is left out: {}.</p>\n",
-                                htmlText(program.facts.reason));
+      page.remark =
+          fmt::format("<p class=\"warning\">This program is left out: {}.</p>\n", htmlText(program.facts.reason));
     writeSourcePage(m_folder, page, m_options);
   }
 

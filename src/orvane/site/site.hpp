@@ -32,10 +32,10 @@ struct SiteResult {
   std::vector<std::string> changed; ///< stored paths of sources that are not as they were verified
 };
 
-/// Writes the pages of the host's project into a folder, which is made when missing: index.html, a page for every source
-/// file below Sources/, Decor.css and Decor.js, and the page of the component's add-on. Each file is written whole; what
-/// other pages lie there stays. Holds the project meanwhile. When something cannot be written: platform::Error in one
-/// line that says what is missing then.
+/// Writes the pages of the host's project into a folder, which is made when missing: index.html, a page for every
+/// source file below Sources/, Decor.css and Decor.js, and the page of the component's add-on. Each file is written
+/// whole; what other pages lie there stays. Holds the project meanwhile. When something cannot be written:
+/// platform::Error in one line that says what is missing then.
 SiteResult writeSite(Host& host, const std::string& folder, const SiteProgress& progress);
 
 /// Where a project's pages go when nothing is said.

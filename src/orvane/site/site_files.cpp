@@ -102,7 +102,9 @@ void SiteFiles::eachLink(const StoreData& data, const std::vector<int>& indexes,
   }
   for (const CopyRecord& copy : data.copies)
     if (copy.file >= 0 && static_cast<std::size_t>(copy.file) < indexes.size() && current(copy.place.file))
-      take(copy.place, SiteLink{copy.place.line, copy.place.column, copy.place.length,
+      take(copy.place, SiteLink{copy.place.line,
+                                copy.place.column,
+                                copy.place.length,
                                 {indexes[static_cast<std::size_t>(copy.file)], 0}});
 }
 

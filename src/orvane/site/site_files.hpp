@@ -27,20 +27,21 @@ struct SiteLink {
 
 /// A source file with a page of its own.
 struct SiteFile {
-  std::string path;   ///< as stored: relative to the base folder with backslashes, native outside it
+  std::string path; ///< as stored: relative to the base folder with backslashes, native outside it
   std::string native;
-  std::string page;         ///< relative to the folder of the pages, slashes; needs no escaping in a URL
-  std::uint64_t hash = 0;   ///< of the bytes that lie there now
+  std::string page;       ///< relative to the folder of the pages, slashes; needs no escaping in a URL
+  std::uint64_t hash = 0; ///< of the bytes that lie there now
   bool readable = false;
-  bool changed = false;     ///< not as some analysis found it, or gone
-  std::uint32_t lines = 0;  ///< lines that links may lead to
+  bool changed = false;    ///< not as some analysis found it, or gone
+  std::uint32_t lines = 0; ///< lines that links may lead to
   std::optional<cobol::Format> format;
-  int program = -1;         ///< the program whose own source it is
-  std::vector<int> copiedBy; ///< programs
+  int program = -1;                                  ///< the program whose own source it is
+  std::vector<int> copiedBy;                         ///< programs
   std::unordered_map<std::uint64_t, SiteLink> links; ///< of a copybook, by place
 };
 
-/// All source files of a site. Programs are given one after the other, so only what their copybooks say of links is kept.
+/// All source files of a site. Programs are given one after the other, so only what their copybooks say of links is
+/// kept.
 class SiteFiles {
  public:
   explicit SiteFiles(const BaseFolder& base) : m_base(base) {}

@@ -13,8 +13,8 @@ struct SourcePage {
   const SiteFile& file;
   const SiteFiles& files;
   std::string project;
-  std::string remark;         ///< why there is more or less to see than usual; HTML
-  std::string facts;          ///< a line under the heading; HTML
+  std::string remark;          ///< why there is more or less to see than usual; HTML
+  std::string facts;           ///< a line under the heading; HTML
   std::vector<SiteLink> links; ///< none when the file changed
   /// Names that stand in a list, by line and column: the status.
   std::unordered_map<std::uint64_t, int> lists = {};

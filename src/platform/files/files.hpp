@@ -63,8 +63,8 @@ std::string temporaryNameFor(const std::string& path);
 /// failure the old file stays as it was and nothing else is left.
 void WriteFileAtomically(const std::string& path, std::string_view contents);
 
-/// Writes a file piece by piece into a temporary file beside it; `finish` renames that into place, and without it nothing
-/// stays. It is not synced to the disk: for what can be made again.
+/// Writes a file piece by piece into a temporary file beside it; `finish` renames that into place, and without it
+/// nothing stays. It is not synced to the disk: for what can be made again.
 class WholeFile {
  public:
   explicit WholeFile(std::string path);

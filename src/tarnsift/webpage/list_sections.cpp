@@ -44,9 +44,9 @@ void addProgram(PageLines& lines, RepositoryObject& program, AnalysisStore& stor
                 SitemintGenerator& generator) {
   const std::string name = program.Attribute("Name").asText();
   const std::string& status = globals().StatusColumn;
-  const auto rows = store.Database()->OpenRecordset(std::string("select * from Constructs ") + "where " + status +
-                                                    (list == 0 ? " is not null " : "=" + std::to_string(list)) +
-                                                    " order by Name");
+  const auto rows =
+      store.Database()->OpenRecordset(std::string("select * from Constructs ") + "where " + status +
+                                      (list == 0 ? " is not null " : "=" + std::to_string(list)) + " order by Name");
   for (; !rows->Eof(); rows->MoveNext()) {
     lines.line("<tr>");
     if (name != lastName) {

@@ -13,8 +13,9 @@ namespace {
 
 using platform::LoadResString;
 
-constexpr const char* kFrameHead = "<html>\r\n<head>\r\n<link href=\"../Decor.css\" rel=\"stylesheet\" type=\"text/css\">"
-                                   "\r\n</head>\r\n<body>\r\n";
+constexpr const char* kFrameHead =
+    "<html>\r\n<head>\r\n<link href=\"../Decor.css\" rel=\"stylesheet\" type=\"text/css\">"
+    "\r\n</head>\r\n<body>\r\n";
 
 template<typename... Arguments>
 void callProgress(const Ref<Object>& progress, std::string_view member, const Arguments&... arguments) {
@@ -80,14 +81,13 @@ void SitemintAddOn::CreateReport(const Value& OV3, const Value& SitemintOptionsR
   const auto generator = given<SitemintGenerator>(OV3, "page generator");
   const auto element = given<OptionElement>(SitemintOptionsRoot, "options");
   const auto progress = given<Object>(uProgress, "progress");
-  const std::string folder = platform::nativePath(generator->OutputFolder() + "\\" +
-                                                  element->Node().getAttribute("NAME").asText());
+  const std::string folder =
+      platform::nativePath(generator->OutputFolder() + "\\" + element->Node().getAttribute("NAME").asText());
   platform::ignoring([&] { platform::createFolder(folder); });
   PageFile page(platform::nativePath(folder + "\\Main.htm"));
   const std::vector<std::string> titles = {LoadResString(520), LoadResString(528), LoadResString(527),
                                            LoadResString(529)};
-  const std::vector<std::string> names = {"Metrics Report", "PossibleDatanames", "AffectedDatanames",
-                                          "CleanDatanames"};
+  const std::vector<std::string> names = {"Metrics Report", "PossibleDatanames", "AffectedDatanames", "CleanDatanames"};
   page.line(kFrameHead);
   page.line(generator->PageHeading(element->Node().getAttribute("CAPTION").asText()));
   callProgress(progress, "StartProgress", LoadResString(538), static_cast<int>(titles.size()));

@@ -13,8 +13,8 @@ namespace tarnsift {
 class SitemintAddOn : public platform::Object {
  public:
   /// The host object, the page generator (a SitemintGenerator) and the OptionElement of this page with the attributes
-  /// NAME, its folder, and CAPTION. Sets the session's globals and lets go of them at the end, also when it fails. Gives
-  /// 0; a page that cannot be written is a FileError.
+  /// NAME, its folder, and CAPTION. Sets the session's globals and lets go of them at the end, also when it fails.
+  /// Gives 0; a page that cannot be written is a FileError.
   platform::Value Run(const platform::Value& anOVWS, const platform::Value& anOV3,
                       const platform::Value& SitemintOptionsRoot);
   /// Writes the page; `uProgress` gets the progress calls by name. Needs the globals that Run sets.
