@@ -49,6 +49,7 @@ void addColumns(CLI::App& app, Context& context);
 void addReport(CLI::App& app, Context& context);
 void addDerive(CLI::App& app, Context& context);
 void addUpgradeOptions(CLI::App& app, Context& context);
+void addPage(CLI::App& app, Context& context);
 void addImpact(CLI::App& app, Context& context);
 
 } // namespace app

@@ -86,6 +86,7 @@ int run(int argc, char** argv) {
   app::addReport(parser, context);
   app::addDerive(parser, context);
   app::addUpgradeOptions(parser, context);
+  app::addPage(parser, context);
   app::addImpact(parser, context);
   try {
     parser.parse(argc, argv);

@@ -40,6 +40,7 @@ struct Program {
   Value modified = {}; ///< microseconds since 1970
   std::set<std::string> projects = {"P"};
   std::string language = "COBOL";
+  std::string displayName = ""; ///< of the logical program; "" its id
 };
 
 /// What the search host answers next.
@@ -77,6 +78,7 @@ class FakeHost {
   void setOption(const std::string& xpath, const std::string& value, const char* attribute = "VALUE");
 
   long run(); ///< TarnsiftEngine.Run
+  Ref<platform::Object> frontend() const { return m_frontend; }
   bool close();
   tarnsift::frmMain& window() { return tarnsift::theWindow(); }
   void choose(const std::string& menu, int index = -1) { window().menu(menu, index).choose(); }

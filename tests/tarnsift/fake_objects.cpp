@@ -93,6 +93,16 @@ Ref<tarnsift::RepositoryObject> object(FakeHost& host, const Program& program) {
   return item;
 }
 
+// The logical program of a source; it refers to the source by its id.
+struct LogicalProgram : Item {
+  explicit LogicalProgram(const Program& program)
+      : Item("L-" + program.id, "PROGRAM", {{"Name", program.id}, {"SID", program.id}}, program.projects),
+        m_displayName(program.displayName.empty() ? program.id : program.displayName) {}
+  std::string DisplayName() override { return m_displayName; }
+
+  std::string m_displayName;
+};
+
 struct Cursor : tarnsift::RepositoryCursor {
   explicit Cursor(std::vector<Ref<tarnsift::RepositoryObject>> objects) : m_objects(std::move(objects)) {}
   bool AtEnd() override { return m_at == m_objects.size(); }
@@ -123,6 +133,9 @@ struct FakeRepository : OfHost<tarnsift::Repository> {
         found.push_back(folder(name));
     for (const Program& program : m_host.programs)
       if (program.type == type && program.projects.contains(parentId)) found.push_back(object(m_host, program));
+    if (type == "PROGRAM")
+      for (const Program& program : m_host.programs)
+        if (program.projects.contains(parentId)) found.push_back(new LogicalProgram(program));
     return new Cursor(found);
   }
   Ref<tarnsift::RepositoryObject> ObjectById(const std::string& id) override {
