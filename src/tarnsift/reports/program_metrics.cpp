@@ -25,6 +25,17 @@ float ProgramMetrics::usageShare() const {
   return share(affectedUsages, usages);
 }
 
+std::int32_t usagesOfAffected(AnalysisStore& store, const std::string& statusColumn) {
+  std::int32_t usages = 0;
+  const auto rows = store.Database()->OpenRecordset("select KVID from Constructs where " + statusColumn + " = 1");
+  for (; !rows->Eof(); rows->MoveNext()) {
+    Ref<StoreConstruct> construct;
+    platform::ignoring([&] { construct = store.ObjectById(rows->Field("KVID").asText()); });
+    if (construct) usages += static_cast<std::int32_t>(construct->Related("Instances")->Count());
+  }
+  return usages;
+}
+
 ProgramMetrics programMetrics(AnalysisStore& store, const std::string& statusColumn) {
   const std::string isAffected = " where " + statusColumn + " = 1";
   const auto database = store.Database();
@@ -32,12 +43,7 @@ ProgramMetrics programMetrics(AnalysisStore& store, const std::string& statusCol
   metrics.declarations = rowCount(*database, "");
   if (database->hasField("Constructs", statusColumn)) {
     metrics.affected = rowCount(*database, isAffected);
-    const auto rows = database->OpenRecordset("select KVID from Constructs" + isAffected);
-    for (; !rows->Eof(); rows->MoveNext()) {
-      Ref<StoreConstruct> construct;
-      platform::ignoring([&] { construct = store.ObjectById(rows->Field("KVID").asText()); });
-      if (construct) metrics.affectedUsages += static_cast<std::int32_t>(construct->Related("Instances")->Count());
-    }
+    metrics.affectedUsages = usagesOfAffected(store, statusColumn);
   }
   metrics.usages = static_cast<std::int32_t>(store.SelectByKind("", "VAR")->Count());
   return metrics;

@@ -22,6 +22,8 @@ struct ProgramMetrics {
 /// The counts of the program whose store that is. `statusColumn` is the project's, in brackets; in a database without
 /// it nothing is affected. An affected name that the analysis does not know counts as a declaration and has no usages.
 ProgramMetrics programMetrics(AnalysisStore& store, const std::string& statusColumn);
+/// Only the usages of the affected ones.
+std::int32_t usagesOfAffected(AnalysisStore& store, const std::string& statusColumn);
 
 /// A share as reports and pages print it: a percentage with one digit behind the point, right-aligned in 10 characters.
 std::string shareText(float share);
