@@ -92,7 +92,7 @@ QMenuBar { background: %panel; border: none; padding: 2px 4px; }
 QMenuBar::item { padding: 4px 10px; border-radius: 4px; background: transparent; }
 QMenuBar::item:selected { background: %hover; }
 QMenu { background: %base; border: 1px solid %border; padding: 4px; }
-QMenu::item { padding: 5px 28px 5px 28px; border-radius: 4px; }
+QMenu::item { padding: 5px 24px 5px 10px; border-radius: 4px; }
 QMenu::item:selected { background: %selected; color: %text; }
 QMenu::item:disabled { color: %off; background: transparent; }
 QMenu::separator { height: 1px; background: %border; margin: 4px 8px; }
