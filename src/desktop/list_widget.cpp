@@ -89,6 +89,7 @@ void ListWidget::sync() {
   if (fresh) {
     m_anchor = -1;
     syncColumns();
+    doItemsLayout(); // the bar's range is that of the new rows only then
     verticalScrollBar()->setValue(scrolled);
   }
   const auto column = m_list.sortColumn();
