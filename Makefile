@@ -1,5 +1,5 @@
 # The commands of a developer. `make run` and `make test` need nothing but make and root (or sudo) on Debian 12.
-.PHONY: configure run test bench fuzz lint asan setup build clean oracle
+.PHONY: configure run test bench fuzz lint asan setup build clean oracle site-check
 JOBS ?= $(shell nproc)
 
 setup:
@@ -29,6 +29,12 @@ oracle: setup
 	@cmake --preset dev >/dev/null
 	@cmake --build --preset dev --target cobol_dump -j $(JOBS) >/dev/null
 	@python3 tests/oracle/oracle.py $(if $(COPY),--copy "$(COPY)") $(if $(DIR),"$(DIR)",tests/oracle/programs samples/bank)
+
+# Looks at the samples' web pages with a browser, and takes pictures of them.
+site-check: configure
+	@tools/setup chromium fonts-dejavu-core
+	@cmake --build --preset dev -j $(JOBS) --target tarnsift
+	@tools/site-check build/dev
 
 bench: setup
 	@cmake --preset release >/dev/null

@@ -32,6 +32,8 @@ class Session {
   std::function<void()> onClosed;
 
  private:
+  HostViews sourceViews();
+  void addDialogs();
   QtScreen m_screen;
   std::unique_ptr<orvane::Host> m_host;
   std::unique_ptr<MainWindow> m_window;

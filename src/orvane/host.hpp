@@ -33,6 +33,9 @@ class Host {
   /// Takes the project's lock until the window closes, creates Tarnsift.TarnsiftEngine and calls Run. Throws
   /// platform::Error with the component's message when no window came.
   void start();
+  /// Takes the project's lock until this object goes, for work without a window.
+  void hold() { lock(); }
+  tarnsift::Ref<platform::Object> frontend() const { return m_frontend; }
   /// The component's main window; only after start().
   platform::Form& window() const { return *m_window; }
   /// Closes the window through its own close path. False when it refused.
@@ -56,6 +59,11 @@ class Host {
   Log& log() { return *m_log; }
   SearchService& search() { return *m_search; }
   ReportSettings& reports() { return *m_reports; }
+
+  /// The dialogs of a derived project: its name ("" when given up) and the limits of the change sizes. Without them the
+  /// component's command is an error.
+  std::function<std::string()> askProjectName;
+  std::function<tarnsift::Ref<tarnsift::SizeClassDialog>()> makeSizeClassDialog;
 
  private:
   friend class FrontendObject;

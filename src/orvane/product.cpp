@@ -28,4 +28,10 @@ std::string componentLibrary() {
   throw platform::Error(folder + ": the component library libTarnsift.so is not there; install it again");
 }
 
+platform::Ref<platform::Object> createFromComponent(std::string_view progId) {
+  const std::string library = componentLibrary();
+  if (platform::registeredLibrary(progId) != library) platform::registerLibrary(library);
+  return platform::createObject(progId);
+}
+
 } // namespace orvane

@@ -32,8 +32,13 @@ class Workspace : public tarnsift::KVWorkSpace {
 
   /// The construct on view, or nothing; for a source view.
   tarnsift::Ref<tarnsift::StoreConstruct> currentObject() const { return m_currentObject; }
+  /// Raised behind every choice of a construct and when the program on view goes.
+  platform::Event<> ObjectChanged;
+  /// Puts another file of the current program on view, by its index in the analysis; an unknown one changes nothing.
+  void showFile(std::uint32_t file);
 
  private:
+  void showFileWithId(const std::string& fileId);
   BaseFolder m_base;
   tarnsift::Ref<tarnsift::SearchHost> m_search;
   std::map<std::string, tarnsift::Ref<tarnsift::Object>> m_objects;

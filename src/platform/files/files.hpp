@@ -63,6 +63,25 @@ std::string temporaryNameFor(const std::string& path);
 /// failure the old file stays as it was and nothing else is left.
 void WriteFileAtomically(const std::string& path, std::string_view contents);
 
+/// Writes a file piece by piece into a temporary file beside it; `finish` renames that into place, and without it
+/// nothing stays. It is not synced to the disk: for what can be made again.
+class WholeFile {
+ public:
+  explicit WholeFile(std::string path);
+  ~WholeFile();
+  WholeFile(const WholeFile&) = delete;
+  WholeFile& operator=(const WholeFile&) = delete;
+  void write(std::string_view text);
+  void finish();
+
+ private:
+  void flush();
+  std::string m_path;
+  std::string m_temporary;
+  std::string m_buffer;
+  int m_file;
+};
+
 /// The files below a folder by relative native path in sorted order; folders and hidden names (leading dot) are left
 /// out. Links to folders are followed, each real folder once.
 std::vector<std::string> walkFiles(const std::string& folder);

@@ -15,6 +15,8 @@ void mnuFileReportType_Click(frmMain& window, int Index) {
     return reportDatanames(window, 2, platform::LoadResString(529));
   case 5:
     return reportAffectedCode(window);
+  case 6:
+    return reportMetrics(window);
   default:
     return;
   }
