@@ -50,6 +50,8 @@ MainWindow::MainWindow(platform::Form& form, orvane::Host& host, QtScreen& scree
   m_log = new LogPanel(tarnsift::Ref<orvane::Log>(&host.log()), split);
   split->addWidget(m_log);
   split->setStretchFactor(0, 1);
+  constexpr int kMost = 10000, kLogHeight = 130;
+  split->setSizes({kMost, kLogHeight});
   setCentralWidget(split);
   addBars();
   addLists();
@@ -111,6 +113,11 @@ void MainWindow::addShortcuts() {
   };
   for (int i = 0; i < 4; ++i)
     on(QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + i)), [this, i] { focusPane(kPanes[i]); });
+  constexpr auto kResize = Qt::ALT | Qt::SHIFT;
+  on(QKeySequence(kResize | Qt::Key_Left), [this] { m_area->nudge(true, -1); });
+  on(QKeySequence(kResize | Qt::Key_Right), [this] { m_area->nudge(true, 1); });
+  on(QKeySequence(kResize | Qt::Key_Up), [this] { m_area->nudge(false, -1); });
+  on(QKeySequence(kResize | Qt::Key_Down), [this] { m_area->nudge(false, 1); });
   on(QKeySequence(Qt::CTRL | Qt::Key_Tab), [this] { stepPane(1); });
   on(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab), [this] { stepPane(-1); });
 }
