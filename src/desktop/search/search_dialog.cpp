@@ -71,6 +71,7 @@ QWidget* SearchDialog::preview() {
   auto* column = new QVBoxLayout(side);
   column->setContentsMargins(0, 0, 0, 0);
   m_count->setWordWrap(true);
+  m_matches->setObjectName(QStringLiteral("searchMatches"));
   m_matches->setAccessibleName(text(Text::SearchMatches));
   m_matches->setSelectionMode(QAbstractItemView::NoSelection);
   m_matches->setUniformItemSizes(true);
