@@ -94,18 +94,8 @@ std::vector<std::string> readLines(const std::string& path, const Options& optio
     return {};
   }
   Diagnostics remarks;
-  return linesOf(decode(std::move(*bytes), options, remarks).text);
-}
-
-std::vector<std::string> linesOf(std::string_view text) {
-  std::vector<std::string> lines;
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t end = std::min(text.find_first_of("\n\r", at), text.size());
-    lines.emplace_back(text.substr(at, end - at));
-    at = end + 1;
-    if (end + 1 < text.size() && text[end] == '\r' && text[end + 1] == '\n') ++at;
-  }
-  return lines;
+  const SourceText source = decode(std::move(*bytes), options, remarks);
+  return splitLines(source.text);
 }
 
 bool looksLikeCobol(const TokenStream& stream) {

@@ -31,7 +31,5 @@ bool looksLikeCobol(const TokenStream& stream);
 /// The physical lines of a file decoded to UTF-8, without their ends (LF, CRLF or a lone CR), numbered as the tokens
 /// are. Nothing when the file cannot be read; then `error`, if given, says why.
 std::vector<std::string> readLines(const std::string& path, const Options& options, std::string* error = nullptr);
-/// The same of a decoded text.
-std::vector<std::string> linesOf(std::string_view text);
 
 } // namespace cobol

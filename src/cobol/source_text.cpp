@@ -256,4 +256,15 @@ SourceText decode(std::string bytes, const Options& options, Diagnostics& diagno
   return source;
 }
 
+std::vector<std::string> splitLines(std::string_view text) {
+  std::vector<std::string> lines;
+  for (std::size_t at = 0; at < text.size();) {
+    const std::size_t end = std::min(text.find_first_of("\n\r", at), text.size());
+    lines.emplace_back(text.substr(at, end - at));
+    at = end + 1;
+    if (end + 1 < text.size() && text[end] == '\r' && text[end + 1] == '\n') ++at;
+  }
+  return lines;
+}
+
 } // namespace cobol

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "cobol/diagnostic.hpp"
 #include "cobol/options.hpp"
@@ -25,6 +26,9 @@ std::uint64_t contentHash(std::string_view bytes);
 
 /// Decodes the bytes of a file as the options say. Records of 80 without line ends are cut into lines.
 SourceText decode(std::string bytes, const Options& options, Diagnostics& diagnostics);
+
+/// The physical lines of a decoded text without their ends (LF, CRLF or a lone CR), numbered as the tokens are.
+std::vector<std::string> splitLines(std::string_view text);
 
 /// What the lines of a text say of their format, seen over the first 500 that are not blank.
 Format detectFormat(std::string_view text, Diagnostics& diagnostics);

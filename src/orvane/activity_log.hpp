@@ -13,15 +13,22 @@ class Log : public tarnsift::ActivityLog {
  public:
   void Attach(const tarnsift::Ref<tarnsift::Object>& object) override { m_attached = object; }
   bool Visible() override { return m_visible; }
-  void setVisible(bool visible) override { m_visible = visible; }
+  void setVisible(bool visible) override {
+    m_visible = visible;
+    if (onShown) onShown();
+  }
   bool Minimized() override { return m_minimized; }
-  void setMinimized(bool minimized) override { m_minimized = minimized; }
+  void setMinimized(bool minimized) override {
+    m_minimized = minimized;
+    if (onShown) onShown();
+  }
   void Write(const std::string& line) override {
     m_lines.push_back(line);
     if (onLine) onLine(line);
   }
   const std::vector<std::string>& lines() const { return m_lines; }
   std::function<void(const std::string&)> onLine;
+  std::function<void()> onShown; ///< visibility or size has changed
 
  private:
   tarnsift::Ref<tarnsift::Object> m_attached;

@@ -7,8 +7,6 @@
 #include "orvane/program_store.hpp"
 #include "orvane/projects.hpp"
 #include "orvane/settings.hpp"
-#include "orvane/splitter.hpp"
-#include "orvane/workspace.hpp"
 #include "platform/files/files.hpp"
 #include "tarnsift/store/found_items.hpp"
 
@@ -90,7 +88,8 @@ class FrontendObject : public Object {
   Ref<OptionDocument> m_global;
 };
 
-Host::Host(BaseFolder base, const std::string& projectName, platform::Screen& screen)
+Host::Host(BaseFolder base, const std::string& projectName, platform::Screen& screen,
+           Ref<tarnsift::SettingsStore> settings)
     : m_base(std::move(base)), m_repository(new RepositoryFile(m_base.repositoryFile())), m_log(new Log),
       m_reports(std::make_shared<ReportSettings>()) {
   platform::setScreen(&screen);
@@ -98,16 +97,18 @@ Host::Host(BaseFolder base, const std::string& projectName, platform::Screen& sc
   m_project = m_repository->FindByName(kProjectType, m_projectName, 0);
   m_options = new OptionDocument(optionFile(m_base.projectFolder(m_projectName)));
   m_search = new SearchService(m_base, m_repository, m_project);
+  m_search->projectOptions = [options = m_options] { return options->Document(); };
   m_search->onProblem = [log = m_log](const std::string& line) { log->Write(line); };
   m_reports->outputFolder = m_base.outputFolder();
   m_reports->projectName = m_projectName;
   registerHostObjects(m_base, m_repository,
-                      {.workspace = [this] { return Ref<tarnsift::KVWorkSpace>(new Workspace(m_base, m_search)); },
-                       .source = [] { return Ref<tarnsift::KVSource>(new SourceViewer); },
-                       .splitter = [] { return Ref<tarnsift::Splitter>(new PaneTree); },
+                      {.workspace = [this] { return m_workspace = new Workspace(m_base, m_search); },
+                       .source = [this] { return m_sourceViewer = new SourceViewer; },
+                       .splitter = [this] { return m_panes = new PaneTree; },
                        .reportWriter = [this] { return Ref<tarnsift::ReportWriter>(new ReportFile(m_reports)); }});
   platform::classes::registerObject("ProgramStore", new ProgramStores(m_base));
-  platform::classes::registerObject("SettingsStore", new MemorySettings);
+  platform::classes::registerObject("SettingsStore",
+                                    settings ? settings : Ref<tarnsift::SettingsStore>(new MemorySettings));
   m_frontend = new FrontendObject(*this);
 }
 
@@ -145,10 +146,12 @@ void Host::attach(const Value& window) {
   }
   platform::WriteFileAtomically(mark, "");
   m_window = window.as<platform::Form>().get();
+  if (onWindow) onWindow(*m_window);
 }
 
 void Host::detach() {
   m_window = nullptr;
+  if (onWindowGone) onWindowGone();
   platform::removeAll(sessionMark(m_base, m_projectName));
   m_projectLock.reset();
   m_baseLock.reset();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,6 +12,8 @@
 #include "orvane/report_file.hpp"
 #include "orvane/repository_file.hpp"
 #include "orvane/search_service.hpp"
+#include "orvane/splitter.hpp"
+#include "orvane/workspace.hpp"
 #include "platform/controls/screen.hpp"
 
 namespace orvane {
@@ -19,9 +22,10 @@ namespace orvane {
 /// entry points, and holds the window that the engine opens.
 class Host {
  public:
-  /// Opens a base folder and a project of it. `screen` shows what the component says. Throws platform::Error in one
-  /// line when either cannot be opened or another process holds it.
-  Host(BaseFolder base, const std::string& projectName, platform::Screen& screen);
+  /// Opens a base folder and a project of it. `screen` shows what the component says; without `settings` they live in
+  /// memory. Throws platform::Error in one line when either cannot be opened or another process holds it.
+  Host(BaseFolder base, const std::string& projectName, platform::Screen& screen,
+       tarnsift::Ref<tarnsift::SettingsStore> settings = {});
   ~Host();
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;
@@ -36,10 +40,21 @@ class Host {
   platform::Form& window() const { return *m_window; }
   /// Closes the window through its own close path. False when it refused.
   bool close();
+  bool hasWindow() const { return m_window != nullptr; }
+  /// Called when the component hands its window over, before it fills it: a screen makes the widgets here.
+  std::function<void(platform::Form&)> onWindow;
+  /// Called when the window has closed and only the component's last steps follow.
+  std::function<void()> onWindowGone;
+
+  /// The host's controls in the window that was opened last; nothing before.
+  tarnsift::Ref<Workspace> workspace() const { return m_workspace; }
+  tarnsift::Ref<SourceViewer> sourceViewer() const { return m_sourceViewer; }
+  tarnsift::Ref<PaneTree> panes() const { return m_panes; }
 
   const BaseFolder& base() const { return m_base; }
   RepositoryFile& repository() { return *m_repository; }
   tarnsift::Ref<tarnsift::RepositoryObject> project() const { return m_project; }
+  const std::string& projectName() const { return m_projectName; }
   OptionDocument& options() { return *m_options; }
   Log& log() { return *m_log; }
   SearchService& search() { return *m_search; }
@@ -62,6 +77,9 @@ class Host {
   std::unique_ptr<FolderLock> m_baseLock;
   std::unique_ptr<FolderLock> m_projectLock;
   tarnsift::Ref<platform::Object> m_frontend;
+  tarnsift::Ref<Workspace> m_workspace;
+  tarnsift::Ref<SourceViewer> m_sourceViewer;
+  tarnsift::Ref<PaneTree> m_panes;
   platform::Form* m_window = nullptr;
 };
 

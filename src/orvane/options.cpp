@@ -189,7 +189,9 @@ OptionDocument::OptionDocument(std::string file) : m_file(std::move(file)) {
 void OptionDocument::ShowDialog(const std::string& path, platform::Form&, const std::string&, int, int, bool& result) {
   if (!dialog) throw platform::Error("there is no screen to show the options on");
   result = dialog(m_document, path);
-  if (result) FLO_Saved.raise();
+  if (!result) return;
+  Save();
+  FLO_Saved.raise();
 }
 
 void OptionDocument::Save() {

@@ -21,7 +21,7 @@ std::string fileName(const StoreData& data, std::uint32_t file) {
   return file < data.files.size() ? std::string(data.text(data.files[file].path)) : "";
 }
 
-class StoreConstruct final : public tarnsift::StoreConstruct {
+class StoreConstruct final : public StoredConstruct {
  public:
   StoreConstruct(Data data, std::uint32_t construct, PlaceRecord place)
       : m_data(std::move(data)), m_construct(construct), m_place(place) {}
@@ -31,6 +31,7 @@ class StoreConstruct final : public tarnsift::StoreConstruct {
   std::int64_t Column() override { return m_place.column; }
   Ref<tarnsift::InstanceCursor> Related(const std::string& relation) override;
   std::string ColumnText(const std::string& column) override { return columnText(*m_data, m_construct, column); }
+  std::uint32_t construct() const override { return m_construct; }
 
  private:
   Data m_data;

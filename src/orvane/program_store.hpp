@@ -18,6 +18,12 @@ class ProgramStores : public tarnsift::ProgramStore {
   BaseFolder m_base;
 };
 
+/// A construct of a store, or one occurrence of it.
+class StoredConstruct : public tarnsift::StoreConstruct {
+ public:
+  virtual std::uint32_t construct() const = 0; ///< index into StoreData::constructs; UINT32_MAX: a place of none
+};
+
 /// The store over an analysis file in memory; the host's own parts read the records directly.
 class StoredAnalysis : public tarnsift::AnalysisStore {
  public:

@@ -1,10 +1,6 @@
 #include "orvane/report_file.hpp"
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
-#include <iostream>
-
+#include "orvane/report_output.hpp"
 #include "platform/files/files.hpp"
 #include "platform/runtime/text.hpp"
 #include "platform/runtime/wildcard.hpp"
@@ -19,6 +15,8 @@ const char* extensionOf(ReportFormat format) {
     return ".csv";
   case ReportFormat::json:
     return ".json";
+  case ReportFormat::xlsx:
+    return ".xlsx";
   default:
     return ".html";
   }
@@ -35,26 +33,26 @@ void ReportFile::setOutputFolder(const std::string& path) {
 }
 
 void ReportFile::BeginReport(const std::string& format, const std::string& title, const std::string& styleSheet) {
-  m_columns = readRecordFormat(format);
-  m_title = title;
-  m_styleSheet = styleSheet;
-  m_records = std::make_unique<RecordFile>();
+  m_report = {.title = title,
+              .styleSheet = styleSheet,
+              .columns = readRecordFormat(format),
+              .records = std::make_shared<RecordFile>()};
   m_program.clear();
 }
 
 void ReportFile::BeginRecord() {
-  m_record.assign(m_columns.size(), "");
+  m_record.assign(m_report.columns.size(), "");
 }
 
 void ReportFile::Field(const std::string& key, const platform::Value& value) {
-  for (std::size_t i = 0; i < m_columns.size(); ++i)
-    if (m_columns[i].key == key) m_record[i] = value.asText();
+  for (std::size_t i = 0; i < m_report.columns.size(); ++i)
+    if (m_report.columns[i].key == key) m_record[i] = value.asText();
 }
 
 // Dataname records name their program; in affected code a head does for the records behind it.
 bool ReportFile::wanted() {
   if (m_settings->programPattern.empty()) return true;
-  if (m_columns.front().key == "Program")
+  if (m_report.columns.front().key == "Program")
     m_program = m_record.front();
   else if (const auto bold = m_record.front().find("</b>"); bold != std::string::npos)
     m_program = plainText(m_record.front().substr(0, bold));
@@ -62,50 +60,44 @@ bool ReportFile::wanted() {
 }
 
 void ReportFile::EndRecord() {
-  if (wanted()) m_records->append(m_record);
+  if (wanted()) m_report.records->append(m_record);
+}
+
+void writeReport(const FinishedReport& report, ReportFormat format, const std::string& path) {
+  ReportOutput output(path);
+  switch (format) {
+  case ReportFormat::csv:
+    writeCsv(output.stream(), report.columns, *report.records);
+    break;
+  case ReportFormat::json:
+    writeJson(output.stream(), report.columns, *report.records);
+    break;
+  case ReportFormat::xlsx:
+    writeXlsx(output.stream(), report.title, report.columns, *report.records);
+    break;
+  default:
+    writeHtml(output.stream(), report.title, report.columns, report.styleSheet, *report.records);
+  }
+  output.finish();
 }
 
 void ReportFile::EndReport(const std::string&) {
   auto targets = m_settings->targets;
-  if (targets.empty()) targets.push_back({});
+  if (targets.empty() && !m_settings->show) targets.push_back({});
   for (const auto& target : targets) {
     std::string path = target.file;
     if (path.empty()) {
       platform::createFolders(m_settings->outputFolder);
-      path = m_settings->outputFolder + "/" + fileNameFor(m_settings->projectName, m_title, target.format);
+      path = m_settings->outputFolder + "/" + fileNameFor(m_settings->projectName, m_report.title, target.format);
     }
-    // Opened by its name, standard output would lose what already stands in the file that it leads to.
-    const bool standard = path == "/dev/stdout";
-    const bool device = path.starts_with("/dev/");
-    const std::string aside = device ? path : path + ".new";
-    {
-      std::ofstream file;
-      if (!standard) file.open(aside, std::ios::binary | std::ios::trunc);
-      std::ostream& out = standard ? std::cout : file;
-      if (!out) throw platform::FileError(path, std::strerror(errno));
-      switch (target.format) {
-      case ReportFormat::csv:
-        writeCsv(out, m_columns, *m_records);
-        break;
-      case ReportFormat::json:
-        writeJson(out, m_columns, *m_records);
-        break;
-      default:
-        writeHtml(out, m_title, m_columns, m_styleSheet, *m_records);
-      }
-      out.flush();
-      if (!out) {
-        const std::string reason = std::strerror(errno);
-        if (!device) platform::removeAll(aside);
-        throw platform::FileError(path, "the report could not be written: " + reason);
-      }
-    }
-    if (!device) platform::renameFile(aside, path);
+    writeReport(m_report, target.format, path);
     m_settings->written.push_back(path);
   }
 }
 
 // Without a screen the written files are all there is to show.
-void ReportFile::Show(platform::Form&) {}
+void ReportFile::Show(platform::Form&) {
+  if (m_settings->show && m_report.records) m_settings->show(std::exchange(m_report, {}));
+}
 
 } // namespace orvane

@@ -1,18 +1,20 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
 
 #include "orvane/report_records.hpp"
+#include "orvane/report_rows.hpp"
 #include "tarnsift/session/host.hpp"
 
 namespace orvane {
 
-enum class ReportFormat { html, csv, json };
+enum class ReportFormat { html, csv, json, xlsx };
 
-/// Where the next reports go. Without targets: HTML in the output folder.
+/// Where the next reports go. Without targets: onto the screen where there is one, else HTML in the output folder.
 struct ReportSettings {
   struct Target {
     ReportFormat format = ReportFormat::html;
@@ -21,8 +23,9 @@ struct ReportSettings {
   std::string outputFolder;
   std::string projectName;
   std::vector<Target> targets;
-  std::string programPattern;       ///< wildcard; only records of programs that match, "" all
-  std::vector<std::string> written; ///< files written, newest last
+  std::string programPattern;               ///< wildcard; only records of programs that match, "" all
+  std::vector<std::string> written;         ///< files written, newest last
+  std::function<void(FinishedReport)> show; ///< of the screen
 };
 
 /// Collects a report's records and writes it in the formats asked for.
@@ -41,13 +44,13 @@ class ReportFile : public tarnsift::ReportWriter {
  private:
   bool wanted();
   std::shared_ptr<ReportSettings> m_settings;
-  std::vector<ReportColumn> m_columns;
-  std::string m_title;
-  std::string m_styleSheet;
-  std::unique_ptr<RecordFile> m_records;
+  FinishedReport m_report;
   ReportRecord m_record;
   std::string m_program; ///< of the records at hand, where only heads name it
 };
+
+/// Writes a finished report whole to a file, native. Throws platform::Error; then what was there before stays.
+void writeReport(const FinishedReport& report, ReportFormat format, const std::string& path);
 
 /// The writers: the same records, one format each. HTML goes through the style sheet (the product's own when empty).
 void writeHtml(std::ostream& out, const std::string& title, const std::vector<ReportColumn>& columns,
@@ -55,7 +58,17 @@ void writeHtml(std::ostream& out, const std::string& title, const std::vector<Re
 /// RFC 4180, UTF-8. A text that begins with = + - or @ gets an apostrophe in front, so that no table program computes
 /// it.
 void writeCsv(std::ostream& out, const std::vector<ReportColumn>& columns, RecordFile& records);
-/// One object a line.
+/// One object a line; of a report with totals the last one has them under "summary".
 void writeJson(std::ostream& out, const std::vector<ReportColumn>& columns, RecordFile& records);
+
+/// How large a sheet and a cell can be.
+struct SheetLimits {
+  std::uint32_t rows = 1048576;   ///< with the headings; what is more goes on in a further sheet
+  std::size_t characters = 32767; ///< UTF-16 units; a longer text is cut and ends in a mark
+};
+/// A workbook; texts stay texts, numbers are numbers; totals are a sheet of their own. Throws platform::Error when it
+/// could not be put together.
+void writeXlsx(std::ostream& out, const std::string& title, const std::vector<ReportColumn>& columns,
+               RecordFile& records, const SheetLimits& limits = {});
 
 } // namespace orvane

@@ -1,10 +1,11 @@
 #include "orvane/report_records.hpp"
 
 #include <cerrno>
+#include <charconv>
 #include <cstdint>
 #include <cstring>
 
-#include "platform/runtime/string_table.hpp"
+#include "orvane/report_texts.hpp"
 #include "platform/runtime/text.hpp"
 #include "platform/xml/xml.hpp"
 
@@ -16,33 +17,18 @@ constexpr const char* kPlaceKey = "File";
 constexpr const char* kCodeKey = "Source";
 constexpr const char* kHeadKey = "ProgramName";
 
-// Headings of the columns that the record format does not name itself.
-struct OwnHeading {
-  std::string_view key;
-  const char* english;
-  const char* japanese;
-  const char* korean;
-};
-constexpr OwnHeading kOwnHeadings[] = {
-    {"program", "Program", "プログラム", "프로그램"},
-    {"file", "File", "ファイル", "파일"},
-    {"line", "Line", "行", "줄"},
-    {"column", "Column", "桁", "열"},
-    {"text", "Text", "テキスト", "텍스트"},
-    {"marked", "Marked", "該当", "해당"},
-};
+// The shares of the metrics report and their keys in JSON.
+constexpr std::pair<std::string_view, const char*> kShares[] = {{"Declarations", "declaration_share"},
+                                                                {"Usages", "usage_share"}};
 
-PlainField ownField(std::string_view key, bool isNumber = false, bool isFlag = false) {
-  const auto* heading = std::find_if(std::begin(kOwnHeadings), std::end(kOwnHeadings),
-                                     [&](const auto& entry) { return entry.key == key; });
-  switch (platform::language()) {
-  case platform::Language::Japanese:
-    return {std::string(key), heading->japanese, isNumber, isFlag};
-  case platform::Language::Korean:
-    return {std::string(key), heading->korean, isNumber, isFlag};
-  default:
-    return {std::string(key), heading->english, isNumber, isFlag};
-  }
+PlainField ownField(const char* key, FieldKind kind = FieldKind::text) {
+  return {key, ownText(key), kind};
+}
+
+FieldKind kindOf(const platform::Node& field) {
+  const std::string type = field.getAttribute("TYPE").asText();
+  if (type == "number") return FieldKind::number;
+  return type == "percent" ? FieldKind::percent : FieldKind::text;
 }
 
 [[noreturn]] void failed(const char* what) {
@@ -62,9 +48,16 @@ std::string between(const std::string& text, std::string_view from, std::string_
 std::vector<ReportColumn> readRecordFormat(const std::string& format) {
   const platform::Document document = platform::Document::loadText(format);
   std::vector<ReportColumn> columns;
-  for (const platform::Node& field : document.documentElement().children())
-    columns.push_back(
-        {field.name(), field.getAttribute("CAPTION").asText(), field.getAttribute("RAW") == platform::Value("no")});
+  bool typed = false;
+  for (const platform::Node& field : document.documentElement().children()) {
+    columns.push_back({field.name(), field.getAttribute("CAPTION").asText(),
+                       field.getAttribute("RAW") == platform::Value("no"), kindOf(field),
+                       field.getAttribute("OF").asText(), field.getAttribute("GROUP").asText()});
+    typed = typed || columns.back().kind != FieldKind::text;
+  }
+  for (ReportColumn& column : columns)
+    for (const auto& share : kShares)
+      if (!typed && column.key == share.first) column.kind = FieldKind::percent;
   return columns;
 }
 
@@ -112,6 +105,7 @@ PlainRows::PlainRows(const std::vector<ReportColumn>& columns, RecordFile& recor
   m_records.rewind();
   for (std::size_t i = 0; i < columns.size(); ++i) {
     const ReportColumn& column = columns[i];
+    m_kinds.push_back(column.kind);
     if (column.key == kHeadKey) continue;
     if (column.key == kCodeKey) {
       m_isCode = true;
@@ -122,19 +116,30 @@ PlainRows::PlainRows(const std::vector<ReportColumn>& columns, RecordFile& recor
       m_place = i;
       continue;
     }
-    m_fields.push_back({platform::lower(column.key), column.caption, false, false});
+    m_fields.push_back({platform::lower(column.key), column.caption, column.kind});
+    for (const auto& [share, jsonKey] : kShares)
+      if (column.kind == FieldKind::percent && column.key == share) m_fields.back().key = jsonKey;
     m_sources.push_back(i);
   }
   if (m_isCode)
-    m_fields = {ownField("program"), ownField("file"), ownField("line", true), ownField("text"),
-                ownField("marked", false, true)};
+    m_fields = {ownField("program"), ownField("file"), ownField("line", FieldKind::number), ownField("text"),
+                ownField("marked", FieldKind::flag)};
   if (m_place != SIZE_MAX) {
-    m_fields.insert(m_fields.end(), {ownField("file"), ownField("line", true), ownField("column", true)});
+    m_fields.insert(m_fields.end(),
+                    {ownField("file"), ownField("line", FieldKind::number), ownField("column", FieldKind::number)});
   }
 }
 
 std::optional<PlainRow> PlainRows::next() {
   return m_isCode ? nextCodeLine() : nextDataname();
+}
+
+platform::Value PlainRows::valueOf(std::size_t column, const std::string& text) const {
+  if (m_kinds[column] == FieldKind::text) return text;
+  if (text.empty()) return {};
+  if (m_kinds[column] == FieldKind::number) return platform::Value(text).asInteger();
+  const auto share = percentageOf(text);
+  return share ? platform::Value(*share) : platform::Value();
 }
 
 // The place is written "file [000042,000008]".
@@ -143,7 +148,7 @@ std::optional<PlainRow> PlainRows::nextDataname() {
   if (!record) return std::nullopt;
   PlainRow row;
   for (const std::size_t source : m_sources)
-    row.emplace_back((*record)[source]);
+    row.push_back(valueOf(source, (*record)[source]));
   if (m_place == SIZE_MAX) return row;
   const std::string& place = (*record)[m_place];
   const auto bracket = place.rfind(" [");
@@ -174,6 +179,35 @@ std::optional<PlainRow> PlainRows::nextCodeLine() {
     }
   }
   return std::nullopt;
+}
+
+std::optional<double> percentageOf(std::string_view text) {
+  text = platform::trimmed(text);
+  if (!text.ends_with('%')) return std::nullopt;
+  text.remove_suffix(1);
+  double share = 0;
+  const auto [end, code] = std::from_chars(text.data(), text.data() + text.size(), share);
+  if (code != std::errc{} || end != text.data() + text.size()) return std::nullopt;
+  return share;
+}
+
+std::string xmlText(std::string_view text) {
+  const std::string valid = platform::toValidUtf8(text);
+  std::string result;
+  result.reserve(valid.size());
+  for (std::size_t i = 0; i < valid.size(); ++i) {
+    const char c = valid[i];
+    const std::string_view three = std::string_view(valid).substr(i, 3);
+    if (const auto code = static_cast<unsigned char>(c); code < 0x20 && c != '\t' && c != '\n' && c != '\r') {
+      result += {'\xE2', '\x90', static_cast<char>(0x80 + code)};
+    } else if (three == "\xEF\xBF\xBE" || three == "\xEF\xBF\xBF") {
+      result += "\xEF\xBF\xBD";
+      i += 2;
+    } else {
+      result += c;
+    }
+  }
+  return result;
 }
 
 std::string plainText(std::string_view html) {

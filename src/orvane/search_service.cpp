@@ -1,6 +1,6 @@
 #include "orvane/search_service.hpp"
 
-#include "orvane/criteria/criterion.hpp"
+#include "orvane/named_criteria.hpp"
 #include "orvane/program_store.hpp"
 #include "platform/runtime/text.hpp"
 
@@ -28,7 +28,7 @@ platform::Value SearchService::FindConstructs(const tarnsift::Ref<tarnsift::Stor
   const std::optional<std::string> chosen = chooseCriterion ? chooseCriterion(m_default) : m_default;
   m_last = chosen.value_or(m_default);
   if (!chosen || chosen->empty()) return false;
-  const Criterion matches = criterionNamed(*chosen);
+  const Criterion matches = projectOptions ? projectCriterion(projectOptions(), *chosen) : criterionNamed(*chosen);
 
   platform::Document results;
   platform::Node root = results.createElement("SEARCH");

@@ -27,6 +27,8 @@ class SearchService : public tarnsift::SearchHost {
   std::string LastSearchCriteriaName() override { return m_last; }
   platform::Document Options() override { return m_results; }
 
+  /// The project's options, where its filter and its saved criteria stand.
+  std::function<platform::Document()> projectOptions;
   /// What the analyst chooses, starting with the default; nothing: given up. Without it the default is taken.
   std::function<std::optional<std::string>(const std::string& defaultName)> chooseCriterion;
   /// A program whose analysis could not be searched, and why.

@@ -12,8 +12,6 @@ namespace orvane {
 
 namespace {
 
-constexpr double kSash = 60;     // twips between two panes
-constexpr double kCaption = 285; // twips of a caption bar
 constexpr int kSideBySide = 1;
 
 } // namespace
@@ -24,26 +22,31 @@ class PaneTree::Pane : public tarnsift::SplitterPane {
 
   std::string Key() override { return m_key; }
   float Left() override { return static_cast<float>(m_left); }
-  float Top() override { return static_cast<float>(m_top + kCaption); }
+  float Top() override { return static_cast<float>(m_top + caption()); }
   float Width() override { return static_cast<float>(m_width); }
-  float Height() override { return static_cast<float>(std::max(0.0, m_height - kCaption)); }
+  float Height() override { return static_cast<float>(std::max(0.0, m_height - caption())); }
   bool Visible() override { return m_visible; }
   void setVisible(bool visible) override {
     m_visible = visible;
     m_tree.arranged();
   }
-  void setCaption(const std::string& caption) override { m_caption = caption; }
+  void setCaption(const std::string& caption) override {
+    m_caption = caption;
+    m_tree.Changed.raise();
+  }
   std::string Caption() override { return m_caption; }
   bool IsActive() override { return m_tree.m_active == this; }
   void Activate() override {
     if (m_tree.m_active == this) return;
     m_tree.m_active = this;
+    m_tree.Changed.raise();
     m_tree.PaneActivated.raise(*this);
   }
   void setPinned(bool pinned) override { m_pinned = pinned; }
   void Split(int orientation, int, double size, const std::string& first, const std::string& second) override {
     m_orientation = orientation;
     m_size = size;
+    m_sizedFor = -1;
     m_first = std::make_unique<Pane>(m_tree, first);
     m_second = std::make_unique<Pane>(m_tree, second);
   }
@@ -61,17 +64,67 @@ class PaneTree::Pane : public tarnsift::SplitterPane {
     // A hidden child leaves its place to the other.
     if (!m_first->shown()) return m_second->place(left, top, width, height);
     if (!m_second->shown()) return m_first->place(left, top, width, height);
-    const bool sideBySide = m_orientation == kSideBySide;
-    const double whole = sideBySide ? width : height;
-    const double first = std::min(std::max(0.0, m_size), std::max(0.0, whole - kSash));
-    const double second = std::max(0.0, whole - first - kSash);
-    if (sideBySide) {
-      m_first->place(left, top, first, height);
-      m_second->place(left + first + kSash, top, second, height);
-    } else {
-      m_first->place(left, top, width, first);
-      m_second->place(left, top + first + kSash, width, second);
+    const bool across = sideBySide();
+    const double whole = across ? width : height;
+    const double room = std::max(0.0, whole - sash());
+    // A stored or given size holds for the first extent that it meets; other extents keep its share.
+    if (m_sizedFor < 0) {
+      m_size = std::min(std::max(0.0, m_size), room);
+      m_sizedFor = room;
+      m_share = room > 0 ? m_size / room : 0.5;
+    } else if (room != m_sizedFor) {
+      m_size = m_share * room;
+      m_sizedFor = room;
     }
+    const double second = std::max(0.0, room - m_size);
+    if (across) {
+      m_first->place(left, top, m_size, height);
+      m_second->place(left + m_size + sash(), top, second, height);
+    } else {
+      m_first->place(left, top, width, m_size);
+      m_second->place(left, top + m_size + sash(), width, second);
+    }
+  }
+
+  // In the order of the tree: a cut's own sash before those of its children.
+  void collect(std::vector<Pane*>& leaves, std::vector<Pane*>& cuts) {
+    if (!m_first) {
+      if (m_visible) leaves.push_back(this);
+      return;
+    }
+    if (m_first->shown() && m_second->shown()) cuts.push_back(this);
+    m_first->collect(leaves, cuts);
+    m_second->collect(leaves, cuts);
+  }
+
+  PaneFrame frame() const {
+    const double bar = std::min(caption(), m_height);
+    return {
+        m_key, m_caption, {m_left, m_top, m_width, bar}, {m_left, m_top, m_width, m_height}, m_tree.m_active == this};
+  }
+
+  Sash sashAt() const {
+    if (sideBySide()) return {{m_left + m_size, m_top, sash(), m_height}, true};
+    return {{m_left, m_top + m_size, m_width, sash()}, false};
+  }
+
+  // The least extent along a direction that keeps every pane inside usable.
+  double least(bool across) const {
+    if (!shown()) return 0;
+    if (!m_first) return m_tree.m_measures.smallest + (across ? 0 : caption());
+    const double first = m_first->least(across), second = m_second->least(across);
+    if (across != sideBySide()) return std::max(first, second);
+    return first + second + (m_first->shown() && m_second->shown() ? sash() : 0);
+  }
+
+  void moveSash(double edge) {
+    const bool across = sideBySide();
+    const double room = std::max(0.0, (across ? m_width : m_height) - sash());
+    const double lowest = m_first->least(across), highest = room - m_second->least(across);
+    if (lowest > highest) return; // no room to give
+    m_size = std::clamp(edge - (across ? m_left : m_top), lowest, highest);
+    m_sizedFor = room;
+    m_share = room > 0 ? m_size / room : 0.5;
   }
 
   Pane* find(const std::string& key) {
@@ -112,6 +165,9 @@ class PaneTree::Pane : public tarnsift::SplitterPane {
   }
 
  private:
+  bool sideBySide() const { return m_orientation == kSideBySide; }
+  double sash() const { return m_tree.m_measures.sash; }
+  double caption() const { return m_tree.m_measures.caption; }
   PaneTree& m_tree;
   std::string m_key;
   std::string m_caption;
@@ -119,7 +175,9 @@ class PaneTree::Pane : public tarnsift::SplitterPane {
   bool m_visible = true;
   bool m_pinned = false;
   int m_orientation = 0;
-  double m_size = 0;
+  double m_size = 0;      // of the first child
+  double m_sizedFor = -1; // the room that m_size was made for; -1: none yet
+  double m_share = 0.5;   // of the first child in the room
   std::unique_ptr<Pane> m_first;
   std::unique_ptr<Pane> m_second;
 };
@@ -153,6 +211,32 @@ void PaneTree::arranged() {
   if (!m_redraw) return;
   m_root->place(m_left, m_top, m_width, m_height);
   PanesArranged.raise();
+}
+
+std::vector<PaneFrame> PaneTree::frames() {
+  std::vector<Pane*> leaves, cuts;
+  m_root->collect(leaves, cuts);
+  std::vector<PaneFrame> frames;
+  for (const Pane* leaf : leaves)
+    if (!leaf->frame().key.empty()) frames.push_back(leaf->frame());
+  return frames;
+}
+
+std::vector<Sash> PaneTree::sashes() {
+  std::vector<Pane*> leaves, cuts;
+  m_root->collect(leaves, cuts);
+  std::vector<Sash> sashes;
+  for (const Pane* cut : cuts)
+    sashes.push_back(cut->sashAt());
+  return sashes;
+}
+
+void PaneTree::moveSash(std::size_t position, double edge) {
+  std::vector<Pane*> leaves, cuts;
+  m_root->collect(leaves, cuts);
+  if (position >= cuts.size()) return;
+  cuts[position]->moveSash(edge);
+  arranged();
 }
 
 std::string PaneTree::SaveLayout() {

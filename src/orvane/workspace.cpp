@@ -31,7 +31,14 @@ void Workspace::Close() {
 
 void Workspace::setCurrentProgram(const std::string& key) {
   m_currentProgram = key;
+  m_currentObject = {};
+  m_sourceFile = {};
   ProgramChanged.raise();
+  if (m_sourceFile) return;
+  // Nothing of the program was chosen: its own source is on view. Why a store cannot be opened, the load has told.
+  platform::ignoring([this] { AnalysisStore(); });
+  showFile(0);
+  ObjectChanged.raise();
 }
 
 // Opened when it is first asked for: choosing a program costs nothing by itself.
@@ -50,8 +57,15 @@ Ref<tarnsift::AnalysisStore> Workspace::AnalysisStore() {
 
 void Workspace::setCurrentObject(const Ref<tarnsift::StoreConstruct>& construct) {
   m_currentObject = construct;
-  if (!construct || !m_store) return;
-  const std::string fileId = construct->FileId();
+  if (construct && m_store) showFileWithId(construct->FileId());
+  ObjectChanged.raise();
+}
+
+void Workspace::showFile(std::uint32_t file) {
+  if (m_store && m_storeProgram == m_currentProgram) showFileWithId(std::to_string(file));
+}
+
+void Workspace::showFileWithId(const std::string& fileId) {
   if (m_sourceFile && m_sourceFile->Id() == fileId) return;
   m_sourceFile = {};
   const auto files = m_store->Files();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 
@@ -31,8 +32,13 @@ class Workspace : public tarnsift::KVWorkSpace {
 
   /// The construct on view, or nothing; for a source view.
   tarnsift::Ref<tarnsift::StoreConstruct> currentObject() const { return m_currentObject; }
+  /// Raised behind every choice of a construct and when the program on view goes.
+  platform::Event<> ObjectChanged;
+  /// Puts another file of the current program on view, by its index in the analysis; an unknown one changes nothing.
+  void showFile(std::uint32_t file);
 
  private:
+  void showFileWithId(const std::string& fileId);
   BaseFolder m_base;
   tarnsift::Ref<tarnsift::SearchHost> m_search;
   std::map<std::string, tarnsift::Ref<tarnsift::Object>> m_objects;
@@ -45,7 +51,7 @@ class Workspace : public tarnsift::KVWorkSpace {
   tarnsift::Ref<tarnsift::SourceFile> m_sourceFile;
 };
 
-/// The source viewer without a screen.
+/// The source viewer; a screen draws it from `Placed` and the workspace.
 class SourceViewer : public tarnsift::KVSource {
  public:
   void Attach(tarnsift::KVWorkSpace& workspace, const std::string& key, const std::string& caption) override {
@@ -54,6 +60,10 @@ class SourceViewer : public tarnsift::KVSource {
     m_caption = caption;
   }
   void Detach() override { m_workspace = nullptr; }
+  void SetFocus() override {
+    if (onSetFocus) onSetFocus();
+  }
+  std::function<void()> onSetFocus; ///< what a screen does to focus its widget
 
  private:
   tarnsift::KVWorkSpace* m_workspace = nullptr;

@@ -1,7 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "cobol/analyse.hpp"
-#include "orvane/criteria/criterion.hpp"
+#include "orvane/named_criteria.hpp"
+#include "orvane/options.hpp"
 #include "platform/runtime/error.hpp"
 
 namespace {
@@ -34,14 +35,17 @@ const char* const kText = R"(       IDENTIFICATION DIVISION.
            STOP RUN.
 )";
 
-std::string matching(const std::string& criterion) {
+std::string matching(const orvane::Criterion& matches) {
   static const orvane::StoreData data = orvane::packAnalysis(cobol::analyse(kText, cobol::Options{}, {}), 1,
                                                              [](const std::string& path) { return path; });
-  const orvane::Criterion matches = orvane::criterionNamed(criterion);
   std::string names;
   for (std::uint32_t i = 0; i < data.constructs.size(); ++i)
     if (matches(data, i)) names += (names.empty() ? "" : " ") + std::string(data.text(data.constructs[i].name));
   return names;
+}
+
+std::string matching(const std::string& criterion) {
+  return matching(orvane::criterionNamed(criterion));
 }
 
 } // namespace
@@ -52,6 +56,8 @@ TEST(Criteria, MatchWhatTheySayAndNothingElse) {
       {"Names:?-KEY", "F-KEY W-KEY"},
       {"Names:*KEY* but not F*", "W-KEY"},
       {"Names:FILLER", ""},
+      {"Names:*KEY* & Declaration:Level 5 & Use:FileRecord", "F-KEY"},
+      {"Names:FILLER & Declaration:Kind filler", "FILLER"}, // a part that asks for it brings FILLER in
       {"Declaration:Level 5", "F-KEY W-KEY W-AMT"},
       {"Declaration:Level 77-88", "W-LONE W-ON"},
       {"Declaration:Picture x(8)", "F-KEY W-KEY"},
@@ -94,4 +100,33 @@ TEST(Criteria, RefuseWhatTheyDoNotUnderstand) {
                            "Across:file FDD at 0-8", "Across:call SUB(1) at x", "Colour:Red"})
     EXPECT_THROW(orvane::criterionNamed(name), platform::Error) << name;
   EXPECT_EQ(orvane::nameOfPatterns("", "OLD*"), "Names:* but not OLD*");
+}
+
+TEST(Criteria, OfAProjectAreItsFilterAndWhatWasSaved) {
+  platform::Document options = orvane::optionTemplate();
+  const auto project = [&](const std::string& name) { return matching(orvane::projectCriterion(options, name)); };
+  EXPECT_THROW(project("Filters:Patterns"), platform::Error); // an empty filter would place everything
+  const std::string patterns = "//CASE[@NAME='Patterns']";
+  const auto add = [&](const std::string& list, const std::string& value, const std::string& ticked) {
+    platform::Node entry = options.createElement("STRING");
+    entry.setAttribute("VALUE", value);
+    entry.setAttribute("CHECKED", ticked);
+    options.selectSingleNode(patterns + list).appendChild(entry);
+  };
+  add("/GROUP/STRINGS", "*key*", "true");
+  add("/GROUP/STRINGS", "w-amt", "true");
+  add("/GROUP/STRINGS", "*", "false");
+  add("/STRINGS", "F*", "true");
+  EXPECT_EQ(project("filters:patterns"), "W-KEY W-AMT");
+
+  orvane::saveCriterion(options, {" eight bytes ", "Declaration:Size 8"});
+  orvane::saveCriterion(options, {"dates", "Names:*DATE*"});
+  orvane::saveCriterion(options, {"Eight Bytes", "Declaration:Size 8 & Names:W*"});
+  EXPECT_EQ(project("Saved:eight bytes"), "W-KEY");
+  EXPECT_EQ(orvane::savedCriteria(options).size(), 2u);
+  EXPECT_THROW(orvane::saveCriterion(options, {"bad", "Size 8"}), platform::Error);
+  EXPECT_THROW(orvane::saveCriterion(options, {"it's", "Names:*"}), platform::Error);
+  EXPECT_THROW(orvane::saveCriterion(options, {"loop", "Saved:dates"}), platform::Error);
+  orvane::removeCriterion(options, "DATES");
+  EXPECT_THROW(project("Saved:dates"), platform::Error);
 }

@@ -26,6 +26,8 @@ constexpr CriterionKind kKinds[] = {
     {"Across", "file", "file", "Across:file ACCTMST at 9-16", true, isAcrossFile},
 };
 
+constexpr std::string_view kAnd = " & ";
+
 bool isHidden(const ConstructRecord& record) {
   const auto kind = static_cast<cobol::Kind>(record.kind);
   return kind == cobol::Kind::filler || kind == cobol::Kind::callSlot || kind == cobol::Kind::fileSlot;
@@ -38,13 +40,12 @@ std::string knownNames() {
   return platform::joined(names, ", ");
 }
 
-} // namespace
+struct Part {
+  Criterion matches;
+  bool asksForKind;
+};
 
-std::span<const CriterionKind> criterionKinds() {
-  return kKinds;
-}
-
-Criterion criterionNamed(const std::string& name) {
+Part partNamed(const std::string& name) {
   const auto colon = name.find(':');
   const std::string tab = name.substr(0, colon);
   const std::string rest = colon == std::string::npos ? "" : name.substr(colon + 1);
@@ -59,13 +60,34 @@ Criterion criterionNamed(const std::string& name) {
       throw platform::Error(kind.argument.empty() ? fmt::format("the criterion '{}' takes nothing more", name)
                                                   : fmt::format("the criterion '{}' needs a {}, as in {}", name,
                                                                 kind.argument, kind.example));
-    Criterion matches = kind.make(argument);
-    if (kind.asksForKind) return matches;
-    return [matches = std::move(matches)](const StoreData& data, std::uint32_t construct) {
-      return !isHidden(data.constructs[construct]) && matches(data, construct);
-    };
+    return {kind.make(argument), kind.asksForKind};
   }
   throw platform::Error(fmt::format("there is no criterion '{}'; examples of all: {}", name, knownNames()));
+}
+
+} // namespace
+
+std::span<const CriterionKind> criterionKinds() {
+  return kKinds;
+}
+
+Criterion criterionNamed(const std::string& name) {
+  std::vector<Criterion> parts;
+  bool asksForKind = false;
+  for (std::size_t at = 0; at <= name.size();) {
+    const std::size_t end = std::min(name.find(kAnd, at), name.size());
+    Part part = partNamed(name.substr(at, end - at));
+    parts.push_back(std::move(part.matches));
+    asksForKind = asksForKind || part.asksForKind;
+    at = end + kAnd.size();
+  }
+  // A criterion may expect to be asked for every construct in turn, so no part is left out.
+  return [parts = std::move(parts), asksForKind](const StoreData& data, std::uint32_t construct) {
+    bool all = asksForKind || !isHidden(data.constructs[construct]);
+    for (const Criterion& matches : parts)
+      all = matches(data, construct) && all;
+    return all;
+  };
 }
 
 } // namespace orvane

@@ -81,7 +81,8 @@ class CoolBar : public Control {
   using Control::Control;
   std::vector<Band> Bands;
   const Band& band(std::string_view key) const; ///< throws KeyError
-  /// Caption and visibility of a band; a change of the bar's height raises HeightChanged.
+  /// Caption and visibility of a band; a change of the bar's height raises HeightChanged. On a screen whose bands share
+  /// a row the height stays.
   void setBand(std::string_view key, std::string caption, bool visible);
   Event<> HeightChanged;
 };

@@ -86,7 +86,8 @@ void CoolBar::setBand(std::string_view key, std::string caption, bool visible) {
   changed.Caption = std::move(caption);
   changed.Visible = visible;
   const auto shown = std::count_if(Bands.begin(), Bands.end(), [](const Band& b) { return b.Visible; });
-  const double height = static_cast<double>(shown) * screen().metrics().bandHeight;
+  const Metrics metrics = screen().metrics();
+  const double height = static_cast<double>(metrics.bandsShareRow ? 1 : shown) * metrics.bandHeight;
   const bool resized = height != Height;
   Height = height;
   Changed.raise();

@@ -246,6 +246,7 @@ void ListView::sortBy(std::optional<std::size_t> column, bool descending) {
 }
 
 void ListView::rowsChanged() {
+  ++m_rowsVersion;
   if (m_batches == 0) Changed.raise();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -124,6 +125,8 @@ class ListView : public Control {
   bool sortDescending() const { return m_descending; }
   /// The row that EnsureVisible was last called for; the screen scrolls to it.
   const ListItem* visibleRow() const { return m_visibleRow; }
+  /// Another number whenever rows came, went or changed places; a screen compares it with what it shows.
+  std::uint64_t rowsVersion() const { return m_rowsVersion; }
 
   Event<int, int> KeyUp;                   ///< key code, shift state
   Event<int, int, double, double> MouseUp; ///< button, shift state, x, y
@@ -152,6 +155,7 @@ class ListView : public Control {
   std::optional<std::size_t> m_sortColumn;
   bool m_descending = false;
   int m_batches = 0;
+  std::uint64_t m_rowsVersion = 0;
 };
 
 } // namespace platform

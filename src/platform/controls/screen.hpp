@@ -21,6 +21,7 @@ struct Metrics {
   double bandHeight = 420;  ///< of one band of a cool bar
   double buttonWidth = 345; ///< of a toolbar button
   double separatorWidth = 120;
+  bool bandsShareRow = false; ///< the bands of a cool bar stand side by side
 };
 
 /// The one way from the models to the outside.

@@ -79,12 +79,16 @@ bool windowExists();
 /// While one lives: the hourglass.
 class Hourglass {
  public:
-  explicit Hourglass(platform::Form& form) : m_form(form) { m_form.MousePointer = platform::kPointerHourglass; }
-  ~Hourglass() { m_form.MousePointer = platform::kPointerDefault; }
+  explicit Hourglass(platform::Form& form) : m_form(form) { show(platform::kPointerHourglass); }
+  ~Hourglass() { show(platform::kPointerDefault); }
   Hourglass(const Hourglass&) = delete;
   Hourglass& operator=(const Hourglass&) = delete;
 
  private:
+  void show(int pointer) {
+    m_form.MousePointer = pointer;
+    m_form.Changed.raise();
+  }
   platform::Form& m_form;
 };
 

@@ -1,0 +1,24 @@
+#include <CLI/CLI.hpp>
+
+#include "desktop/application.hpp"
+#include "platform/runtime/string_table.hpp"
+
+// The window program; `tarnsift open` starts it.
+int main(int argc, char** argv) {
+  CLI::App parser("The window of Tarnsift; 'tarnsift open' starts it.", "tarnsift-window");
+  desktop::Opening opening;
+  std::string theme;
+  std::string language;
+  parser.add_option("-C,--base", opening.base, "Base folder");
+  parser.add_option("--project", opening.project, "Project");
+  parser.add_option("--theme", theme, "light or dark")->check(CLI::IsMember({"light", "dark"}));
+  parser.add_option("--language", language, "en, ja or ko")->check(CLI::IsMember({"en", "ja", "ko"}));
+  parser.allow_extras(); // Qt's own options
+  CLI11_PARSE(parser, argc, argv);
+  if (!language.empty())
+    platform::setLanguage(language == "ja"   ? platform::Language::Japanese
+                          : language == "ko" ? platform::Language::Korean
+                                             : platform::Language::English);
+  desktop::Application application(argc, argv, theme);
+  return desktop::openWindow(opening);
+}

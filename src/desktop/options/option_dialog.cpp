@@ -1,0 +1,127 @@
+#include "desktop/options/option_dialog.hpp"
+
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+#include "desktop/options/option_page.hpp"
+#include "desktop/texts.hpp"
+#include "desktop/theme.hpp"
+#include "desktop/twips.hpp"
+#include "platform/runtime/error.hpp"
+
+namespace desktop {
+
+namespace {
+
+using platform::Node;
+
+std::string attribute(const Node& node, const char* name) {
+  const platform::Value value = node.getAttribute(name);
+  return value.isNull() ? "" : value.asText();
+}
+
+bool isComponent(const Node& node) {
+  return node.name() == "CASE" && !attribute(node, "ID").empty();
+}
+
+// A group, a list or a list of pages stands for itself; the single options of a branch share a page.
+bool isPage(const Node& option) {
+  return option.name() == "GROUP" || option.name() == "LIST" || option.name() == "CASE";
+}
+
+} // namespace
+
+OptionDialog::OptionDialog(platform::Document document, const std::string& path, QWidget* parent)
+    : QDialog(parent), m_document(std::move(document)), m_list(new QListWidget(this)),
+      m_pages(new QStackedWidget(this)) {
+  const Node root = m_document.selectSingleNode(path);
+  if (!root) throw platform::Error("the options have nothing at " + path);
+  setWindowTitle(text(Text::OptionTitle));
+  m_list->setAccessibleName(text(Text::OptionPages));
+  m_list->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+  auto* middle = new QHBoxLayout;
+  middle->setSpacing(2 * kSpace);
+  middle->addWidget(m_list);
+  middle->addWidget(m_pages, 1);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  buttons->button(QDialogButtonBox::Ok)->setText(text(Text::Ok));
+  buttons->button(QDialogButtonBox::Cancel)->setText(text(Text::Cancel));
+  auto* column = new QVBoxLayout(this);
+  column->addLayout(middle, 1);
+  column->addWidget(buttons);
+  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+  connect(m_list, &QListWidget::currentRowChanged, m_pages, &QStackedWidget::setCurrentIndex);
+  if (isComponent(root)) {
+    addPages(root);
+    for (const Node& other : root.parent().children())
+      if (isComponent(other) && !(other == root)) addPages(other);
+  } else {
+    addPage(optionCaption(root), {root});
+  }
+  m_list->setFixedWidth(m_list->sizeHintForColumn(0) + 4 * kSpace);
+  m_list->setVisible(m_list->count() > 1);
+  m_list->setCurrentRow(0);
+  resize(m_list->count() > 1 ? 760 : 560, 560);
+}
+
+void OptionDialog::addPages(const Node& branch) {
+  std::vector<Node> single;
+  for (const Node& option : branch.children())
+    if (!isPage(option)) single.push_back(option);
+  if (!single.empty()) addPage(optionCaption(branch), single);
+  for (const Node& option : branch.children()) {
+    if (option.name() == "LIST" && attribute(option, "DISPLAY") == "page") {
+      for (const Node& page : option.children())
+        addPage(optionCaption(page), page.children());
+    } else if (option.name() == "LIST" && !option.firstChild()) {
+      continue;
+    } else if (option.name() == "GROUP" || option.name() == "CASE") {
+      addPage(optionCaption(option), option.children());
+    } else if (isPage(option)) {
+      addPage(optionCaption(option), {option});
+    }
+  }
+}
+
+void OptionDialog::addPage(const QString& caption, const std::vector<Node>& options) {
+  auto* page = new QWidget;
+  auto* column = new QVBoxLayout(page);
+  column->setContentsMargins(0, 0, kSpace, 0);
+  column->setSpacing(kSpace);
+  auto* title = new QLabel(caption, page);
+  QFont font = title->font();
+  font.setPointSizeF(font.pointSizeF() * 1.25);
+  font.setWeight(QFont::DemiBold);
+  title->setFont(font);
+  column->addWidget(title);
+  for (const Node& option : options)
+    addOption(*column, m_document, option, m_changes);
+  column->addStretch(1);
+  auto* scroll = new QScrollArea;
+  scroll->setWidget(page);
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  m_pages->addWidget(scroll);
+  m_list->addItem(caption);
+}
+
+void OptionDialog::accept() {
+  try {
+    for (const auto& change : m_changes)
+      change();
+  } catch (const platform::Error& error) {
+    QMessageBox::critical(this, windowTitle(), text(std::string(error.what())));
+    return;
+  }
+  QDialog::accept();
+}
+
+} // namespace desktop
