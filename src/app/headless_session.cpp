@@ -31,6 +31,24 @@ class ScriptedComment final : public tarnsift::CommentDialog {
   HeadlessSession& m_session;
 };
 
+// The command line's dialog of the sizes: the limits were given beforehand, or stay as proposed.
+class ScriptedSizes final : public tarnsift::SizeClassDialog {
+ public:
+  ScriptedSizes(std::optional<tarnsift::SizeLimits> given, tarnsift::SizeLimits& used) : m_given(given), m_used(used) {}
+  bool Edit(platform::Object*, const std::string&, std::int32_t& sLimit, std::int32_t& mLimit,
+            std::int32_t& lLimit) override {
+    m_used = m_given.value_or(tarnsift::SizeLimits{sLimit, mLimit, lLimit});
+    sLimit = m_used.s;
+    mLimit = m_used.m;
+    lLimit = m_used.l;
+    return true;
+  }
+
+ private:
+  std::optional<tarnsift::SizeLimits> m_given;
+  tarnsift::SizeLimits& m_used;
+};
+
 } // namespace
 
 int listNamed(const std::string& word, bool orDelete) {
@@ -144,6 +162,20 @@ void HeadlessSession::findSynonyms(int from, int to) {
 
 void HeadlessSession::report(int index) {
   choose("mnuFileReportType", index);
+}
+
+tarnsift::SizeLimits HeadlessSession::derive(int list, const std::string& name,
+                                             const std::optional<tarnsift::SizeLimits>& limits) {
+  tarnsift::SizeLimits used;
+  m_host->askProjectName = [&] { return name; };
+  m_host->makeSizeClassDialog = [&] {
+    return platform::Ref<tarnsift::SizeClassDialog>(new ScriptedSizes(limits, used));
+  };
+  choose("mnuFileCreateFrom", list);
+  m_host->askProjectName = {};
+  m_host->makeSizeClassDialog = {};
+  if (!m_screen.messages.empty()) throw platform::Error(m_screen.messages.back().text);
+  return used;
 }
 
 void printChange(const std::vector<ListCounts>& before, const std::vector<ListCounts>& after) {

@@ -9,6 +9,7 @@
 #include "app/progress_line.hpp"
 #include "orvane/host.hpp"
 #include "platform/controls/screen.hpp"
+#include "tarnsift/reports/change_size.hpp"
 
 namespace app {
 
@@ -40,6 +41,8 @@ class HeadlessSession {
   void findSynonyms(int from, int to);
   /// An entry of the report menu.
   void report(int index);
+  /// Makes a project of a list (0 to 2), with the limits given or those that the component proposes. Gives the limits.
+  tarnsift::SizeLimits derive(int list, const std::string& name, const std::optional<tarnsift::SizeLimits>& limits);
   /// Chooses an entry of the menus. An error that the component tells becomes a platform::Error.
   void choose(const std::string& menu, int index = -1);
   /// Does something to the models; an error that the component tells becomes a platform::Error.

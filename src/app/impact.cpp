@@ -61,6 +61,7 @@ std::string projectFor(const Context& context, const Choice& choice, const orvan
     fs::path first = fs::weakly_canonical(choice.sources.front());
     if (fs::is_regular_file(first)) first = first.parent_path();
     name = first.filename().string();
+    std::erase_if(name, [](char c) { return c == '\'' || c == '"'; }); // no project has quotes
   }
   for (const auto& known : orvane::projectNames(repository))
     if (platform::equalsIgnoringCase(known, name)) return known;

@@ -39,6 +39,7 @@ Json jsonOf(const Row& row, const std::string& project) {
           {"working", row.lists[0]},
           {"affected", row.lists[1]},
           {"clean", row.lists[2]},
+          {"size", row.facts.size.empty() ? Json(nullptr) : Json(row.facts.size)},
           {"datanames", row.datanames},
           {"usages", row.usages},
           {"files", row.facts.files},
@@ -60,6 +61,7 @@ void addPrograms(CLI::App& app, Context& context) {
                      {"Working", true},
                      {"Affected", true},
                      {"Clean", true},
+                     {"Size"},
                      {"Datanames", true},
                      {"Usages", true},
                      {"Files", true},
@@ -72,7 +74,7 @@ void addPrograms(CLI::App& app, Context& context) {
         continue;
       }
       table.row({facts.name, std::to_string(row.lists[0]), std::to_string(row.lists[1]), std::to_string(row.lists[2]),
-                 std::to_string(row.datanames), std::to_string(row.usages), std::to_string(facts.files),
+                 facts.size, std::to_string(row.datanames), std::to_string(row.usages), std::to_string(facts.files),
                  std::to_string(facts.lines), row.facts.verified ? "" : row.facts.reason});
     }
     if (!*json) table.print(std::cout);

@@ -30,6 +30,13 @@ std::string sessionMark(const BaseFolder& base, const std::string& project) {
   return base.projectFolder(project) + "/.open";
 }
 
+// A dialog that the screen has set.
+template<typename Dialog>
+auto show(const Dialog& dialog) {
+  if (!dialog) throw platform::Error("there is no screen to ask for the new project on");
+  return dialog();
+}
+
 // Projects without an analyser of their own share the product's options: the title of the source pane.
 Ref<OptionDocument> globalOptions() {
   return new OptionDocument("");
@@ -72,12 +79,7 @@ class FrontendObject : public Object {
   }
   bool createProjectNamed(const std::string& name) {
     try {
-      createProject(m_host.m_base, *m_host.m_repository, name);
-      // Its programs are those of this project, and verified as here.
-      const Ref<OptionDocument> options(new OptionDocument(optionFile(m_host.m_base.projectFolder(name))));
-      platform::Document document = options->Document();
-      copyAnalyserOptions(m_host.m_options->Document(), document);
-      options->Save();
+      createProject(m_host.m_base, *m_host.m_repository, name, m_host.m_options.get());
       return true;
     } catch (const platform::Error& error) {
       m_host.m_log->Write(error.what());
@@ -105,7 +107,9 @@ Host::Host(BaseFolder base, const std::string& projectName, platform::Screen& sc
                       {.workspace = [this] { return m_workspace = new Workspace(m_base, m_search); },
                        .source = [this] { return m_sourceViewer = new SourceViewer; },
                        .splitter = [this] { return m_panes = new PaneTree; },
-                       .reportWriter = [this] { return Ref<tarnsift::ReportWriter>(new ReportFile(m_reports)); }});
+                       .reportWriter = [this] { return Ref<tarnsift::ReportWriter>(new ReportFile(m_reports)); },
+                       .sizeClassDialog = [this] { return show(makeSizeClassDialog); },
+                       .askProjectName = [this] { return show(askProjectName); }});
   platform::classes::registerObject("ProgramStore", new ProgramStores(m_base));
   platform::classes::registerObject("SettingsStore",
                                     settings ? settings : Ref<tarnsift::SettingsStore>(new MemorySettings));

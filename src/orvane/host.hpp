@@ -60,6 +60,11 @@ class Host {
   SearchService& search() { return *m_search; }
   ReportSettings& reports() { return *m_reports; }
 
+  /// The dialogs of a derived project: its name ("" when given up) and the limits of the change sizes. Without them the
+  /// component's command is an error.
+  std::function<std::string()> askProjectName;
+  std::function<tarnsift::Ref<tarnsift::SizeClassDialog>()> makeSizeClassDialog;
+
  private:
   friend class FrontendObject;
   void lock();

@@ -16,7 +16,7 @@ using platform::Ref;
 
 class Access final : public tarnsift::RepositoryAccess {
  public:
-  explicit Access(Ref<RepositoryFile> repository) : m_repository(std::move(repository)) {}
+  explicit Access(Ref<tarnsift::Repository> repository) : m_repository(std::move(repository)) {}
   Ref<tarnsift::Repository> Repository() override { return m_repository; }
   std::string StoreClassOf(const std::string& id) override {
     const auto object = m_repository->ObjectById(id);
@@ -25,7 +25,7 @@ class Access final : public tarnsift::RepositoryAccess {
   }
 
  private:
-  Ref<RepositoryFile> m_repository;
+  Ref<tarnsift::Repository> m_repository;
 };
 
 // The base folder's own resources win over the product's.
@@ -113,6 +113,15 @@ class LineBox final : public tarnsift::BarelineBox {
   std::vector<std::string> m_lines;
 };
 
+class Projects final : public tarnsift::ProjectFactory {
+ public:
+  explicit Projects(std::function<std::string()> ask) : m_ask(std::move(ask)) {}
+  std::string AskName(Object&) override { return std::string(platform::trimmed(m_ask())); }
+
+ private:
+  std::function<std::string()> m_ask;
+};
+
 class Factory final : public tarnsift::HostFactory {
  public:
   explicit Factory(WindowParts parts) : m_parts(std::move(parts)) {}
@@ -121,6 +130,7 @@ class Factory final : public tarnsift::HostFactory {
   Ref<tarnsift::Splitter> createSplitter() override { return m_parts.splitter(); }
   Ref<tarnsift::ReportWriter> createReportWriter() override { return m_parts.reportWriter(); }
   Ref<tarnsift::BarelineBox> createBarelineBox() override { return new LineBox; }
+  Ref<tarnsift::SizeClassDialog> createSizeClassDialog() override { return m_parts.sizeClassDialog(); }
 
  private:
   WindowParts m_parts;
@@ -128,7 +138,7 @@ class Factory final : public tarnsift::HostFactory {
 
 } // namespace
 
-void registerHostObjects(const BaseFolder& base, const Ref<RepositoryFile>& repository, WindowParts parts) {
+void registerHostObjects(const BaseFolder& base, const Ref<tarnsift::Repository>& repository, WindowParts parts) {
   using platform::classes::registerObject;
   registerObject("RepositoryAccess", new Access(repository));
   registerObject("ProductPaths", new Paths(base));
@@ -137,12 +147,14 @@ void registerHostObjects(const BaseFolder& base, const Ref<RepositoryFile>& repo
   registerObject("FileProbe", new Probe);
   registerObject("ListViewSorter", new Sorter);
   registerObject("MathTools", new Mathematics);
+  registerObject("ProjectFactory", new Projects(parts.askProjectName));
   registerObject("HostFactory", new Factory(std::move(parts)));
 }
 
 void unregisterHostObjects() {
-  for (const char* name : {"RepositoryAccess", "ProductPaths", "ProductStrings", "CaptionText", "FileProbe",
-                           "ListViewSorter", "MathTools", "HostFactory", "ProgramStore", "SettingsStore"})
+  for (const char* name :
+       {"RepositoryAccess", "ProductPaths", "ProductStrings", "CaptionText", "FileProbe", "ListViewSorter", "MathTools",
+        "ProjectFactory", "HostFactory", "ProgramStore", "SettingsStore"})
     platform::classes::unregisterObject(name);
 }
 

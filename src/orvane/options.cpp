@@ -95,6 +95,32 @@ void moveValue(const Node& root, const Move& move) {
   }
 }
 
+// The moves whose value has no other place yet. A switch that the upgrade put on a page although its place held a value
+// already is read by nobody: it goes.
+std::vector<const Move*> movesOf(const Node& root) {
+  std::vector<const Move*> pending;
+  for (const Move& move : kMoves) {
+    const Node from = root.selectSingleNode(move.from);
+    if (!from) continue;
+    if (!root.selectSingleNode(move.to))
+      pending.push_back(&move);
+    else if (std::string_view(move.from).starts_with("./LIST"))
+      from.parent().removeChild(from);
+  }
+  return pending;
+}
+
+// The filter's OverrideStatus is the first of that name; the upgrade appends its pages behind the synonym search's.
+void putPagesFirst(const Node& root) {
+  const Node pages = root.selectSingleNode("./LIST[@NAME='Pages']");
+  const Node synonymSearch = root.selectSingleNode("./GROUP[@NAME='SynonymSearch']");
+  for (Node later = synonymSearch; later; later = later.nextSibling())
+    if (later == pages) {
+      Node(root).insertBefore(pages, synonymSearch);
+      return;
+    }
+}
+
 Node analysisGroup(const Document& document) {
   return document.selectSingleNode(std::string(kAnalysis) + "/GROUP[@NAME='Analysis']");
 }
@@ -159,14 +185,15 @@ void mergeOntoTemplate(Document& document) {
   const Document model = optionTemplate();
   if (!document.documentElement()) document.setDocumentElement(document.createElement("OPTIONS"));
   // Documents of earlier versions lack a place only for values that the moves bring in from elsewhere.
-  const Node root = document.selectSingleNode(kRoot);
   std::vector<const Move*> pending;
-  for (const Move& move : kMoves)
-    if (root && root.selectSingleNode(move.from) && !root.selectSingleNode(move.to)) pending.push_back(&move);
+  if (const Node root = document.selectSingleNode(kRoot)) pending = movesOf(root);
   addMissing(document, document.documentElement(), model.documentElement());
   const Node merged = document.selectSingleNode(kRoot);
   for (const Move* move : pending)
     moveValue(merged, *move);
+  // What was moved takes the template's nodes below it.
+  if (!pending.empty()) addMissing(document, document.documentElement(), model.documentElement());
+  putPagesFirst(merged);
 }
 
 std::string optionFile(const std::string& projectFolder) {
@@ -194,20 +221,17 @@ void OptionDocument::ShowDialog(const std::string& path, platform::Form&, const 
   FLO_Saved.raise();
 }
 
-void OptionDocument::Save() {
+std::string OptionDocument::savedText() {
   for (auto& changed : m_overrides)
     changed.node.setAttribute("VALUE", changed.kept);
-  const auto restore = [this] {
-    for (auto& changed : m_overrides)
-      changed.node.setAttribute("VALUE", changed.value);
-  };
-  try {
-    m_document.save(m_file);
-  } catch (...) {
-    restore();
-    throw;
-  }
-  restore();
+  std::string text = m_document.text();
+  for (auto& changed : m_overrides)
+    changed.node.setAttribute("VALUE", changed.value);
+  return text;
+}
+
+void OptionDocument::Save() {
+  platform::WriteFileAtomically(m_file, savedText());
 }
 
 void OptionDocument::overrideForSession(const std::string& path, const std::string& value) {
@@ -244,12 +268,6 @@ void setAnalyserOption(Document& document, const std::string& name, const std::s
     return;
   }
   throw platform::Error(fmt::format("there is no option '{}'; known are {}", name, platform::joined(names, ", ")));
-}
-
-void copyAnalyserOptions(const Document& from, Document& to) {
-  for (Node node = analysisGroup(to).firstChild(); node; node = node.nextSibling())
-    node.setAttribute("VALUE", analysisValue(from, node.getAttribute("NAME").asText()));
-  setAnalysisStrings(to, "CopybookFolders", analysisStrings(from, "CopybookFolders"));
 }
 
 std::vector<std::string> analysisStrings(const Document& document, const std::string& name) {

@@ -34,6 +34,8 @@ class OptionDocument : public tarnsift::ProjectOptions {
   void ShowDialog(const std::string& path, platform::Form& owner, const std::string& title, int size1, int size2,
                   bool& result) override;
   void Save() override;
+  /// What Save writes.
+  std::string savedText();
   /// Gives an option another value until the document goes; Save writes the value it had before.
   void overrideForSession(const std::string& path, const std::string& value);
   Dialog dialog;
@@ -53,10 +55,6 @@ class OptionDocument : public tarnsift::ProjectOptions {
 cobol::Options analyserOptions(const platform::Document& document);
 /// Sets one of them by name. Throws platform::Error for an unknown name or value, listing what is known.
 void setAnalyserOption(platform::Document& document, const std::string& name, const std::string& value);
-
-/// Makes one project read its sources as another does: the analyser's options and the copybook folders, not the source
-/// paths.
-void copyAnalyserOptions(const platform::Document& from, platform::Document& to);
 
 /// A list of texts of the analysis branch: "CopybookFolders", "SourcePaths".
 std::vector<std::string> analysisStrings(const platform::Document& document, const std::string& name);

@@ -26,6 +26,7 @@ std::vector<ProgramFacts> programsOf(const BaseFolder& base, RepositoryFile& rep
     facts.verified = object->Attribute("DataRelations").asBool() && platform::fileExists(facts.analysisFile);
     facts.reason = object->Attribute("Reason").asText();
     if (!facts.verified && facts.reason.empty()) facts.reason = "not verified yet";
+    facts.size = object->Attribute("ChangeMagnitude").asText();
     facts.files = object->Attribute("Files").asInteger();
     facts.lines = object->Attribute("Lines").asInteger();
     programs.push_back(std::move(facts));

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include "orvane/options.hpp"
 #include "platform/files/files.hpp"
 #include "platform/runtime/text.hpp"
 #include "tarnsift/store/program_database.hpp"
@@ -13,8 +12,20 @@ namespace {
 
 constexpr std::size_t kLongestName = 200; // bytes; the folder's name must fit a file system
 
-void checkName(const std::string& name) {
+// A project's programs are members; its source paths would bring the origin's others in at the next verification.
+platform::Document startingOptions(OptionDocument* origin) {
+  if (!origin) return optionTemplate();
+  platform::Document options = platform::Document::loadText(origin->savedText());
+  setAnalysisStrings(options, "SourcePaths", {});
+  return options;
+}
+
+} // namespace
+
+void checkProjectName(const std::string& name) {
   if (platform::trimmed(name).empty()) throw platform::Error("a project needs a name");
+  if (name.find_first_of("'\"") != std::string::npos)
+    throw platform::Error(fmt::format("the project name {} has quotes in it, which no project can have", name));
   if (name.size() > kLongestName)
     throw platform::Error(fmt::format("the project name is longer than {} bytes", kLongestName));
   if (name == "." || name == ".." || name.find_first_of("/\\") != std::string::npos)
@@ -23,7 +34,15 @@ void checkName(const std::string& name) {
     if (static_cast<unsigned char>(c) < 0x20) throw platform::Error("a project name has no control characters");
 }
 
-} // namespace
+void checkNameIsFree(RepositoryFile& repository, const std::string& name) {
+  for (const std::string& other : projectNames(repository)) {
+    if (platform::equalsIgnoringCase(other, name))
+      throw platform::Error(fmt::format("there is a project '{}' already", other));
+    if (platform::equalsIgnoringCase(tarnsift::EscapeColumnName(other), tarnsift::EscapeColumnName(name)))
+      throw platform::Error(fmt::format(
+          "the name '{}' is too like that of project '{}': their first 48 characters are the same", name, other));
+  }
+}
 
 std::vector<std::string> projectNames(RepositoryFile& repository) {
   std::vector<std::string> names;
@@ -33,19 +52,19 @@ std::vector<std::string> projectNames(RepositoryFile& repository) {
 }
 
 tarnsift::Ref<tarnsift::RepositoryObject> createProject(const BaseFolder& base, RepositoryFile& repository,
-                                                        const std::string& name) {
-  checkName(name);
-  for (const std::string& other : projectNames(repository)) {
-    if (platform::equalsIgnoringCase(other, name))
-      throw platform::Error(fmt::format("there is a project '{}' already", other));
-    if (platform::equalsIgnoringCase(tarnsift::EscapeColumnName(other), tarnsift::EscapeColumnName(name)))
-      throw platform::Error(fmt::format(
-          "the name '{}' is too like that of project '{}': their first 48 characters are the same", name, other));
+                                                        const std::string& name, OptionDocument* origin) {
+  checkProjectName(name);
+  checkNameIsFree(repository, name);
+  const std::string folder = base.projectFolder(name);
+  const bool wasThere = platform::folderExists(folder);
+  try {
+    platform::createFolders(folder);
+    startingOptions(origin).save(optionFile(folder));
+    return repository.createObject(kProjectType, name);
+  } catch (const platform::Error&) {
+    if (!wasThere) platform::ignoring([&] { platform::removeAll(folder); });
+    throw;
   }
-  platform::createFolders(base.projectFolder(name));
-  platform::Document options = optionTemplate();
-  options.save(optionFile(base.projectFolder(name)));
-  return repository.createObject(kProjectType, name);
 }
 
 std::string chooseProject(RepositoryFile& repository, const std::string& named) {

@@ -42,7 +42,7 @@ class Picture {
       m_above += share.declarations > 0 || share.usages > 0 ? 1 : 0;
     std::size_t letters = 8;
     for (std::size_t i = 0; i < m_bars; ++i)
-      letters = std::max(letters, std::min(kLabel, widthOf(m_shares[i].program)));
+      letters = std::max(letters, std::min(kLabel, displayWidth(m_shares[i].program)));
     m_left = 20 + static_cast<int>(kLetter * static_cast<double>(letters));
     m_width = kDeclared - 70 - m_left;
     m_scale = scaleFor(m_shares);
@@ -163,14 +163,14 @@ class Picture {
   }
 
   static std::string label(const std::string& name) {
-    if (widthOf(name) <= kLabel) return name;
+    if (displayWidth(name) <= kLabel) return name;
     const std::size_t letters = platform::countCodePoints(name);
     std::size_t end = std::min(kLabelEnd, letters);
     std::string_view last = std::string_view(name).substr(platform::firstCodePoints(name, letters - end).size());
-    while (widthOf(last) > kLabelEnd)
+    while (displayWidth(last) > kLabelEnd)
       last = std::string_view(name).substr(platform::firstCodePoints(name, letters - --end).size());
     std::size_t begin = kLabel;
-    while (widthOf(platform::firstCodePoints(name, begin)) + 1 + widthOf(last) > kLabel)
+    while (displayWidth(platform::firstCodePoints(name, begin)) + 1 + displayWidth(last) > kLabel)
       --begin;
     return std::string(platform::firstCodePoints(name, begin)) + "…" + std::string(last);
   }
@@ -202,15 +202,6 @@ class Picture {
     add(svg, "path", {{"class", "used"}, {"d", used + fmt::format("V{}z", base)}});
     add(svg, "path", {{"class", "declared-line"}, {"d", declared}});
     text(svg, kWidth - 20, base + 16, "end", number("above", m_above, m_shares.size()));
-  }
-
-  static std::size_t widthOf(std::string_view words) {
-    std::size_t width = 0;
-    for (const char c : words) {
-      const auto byte = static_cast<unsigned char>(c);
-      width += byte >= 0xE0 ? 2 : (byte & 0xC0) == 0x80 ? 0 : 1;
-    }
-    return width;
   }
 
   platform::Document& m_document;

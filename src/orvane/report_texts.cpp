@@ -65,4 +65,14 @@ std::string ownText(std::string_view key) {
   throw platform::KeyError("no text " + std::string(key));
 }
 
+std::size_t displayWidth(std::string_view text) {
+  std::size_t width = 0;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    const bool follows = (byte & 0xC0) == 0x80;
+    width += byte >= 0xE0 ? 2 : follows ? 0 : 1;
+  }
+  return width;
+}
+
 } // namespace orvane

@@ -9,4 +9,7 @@ namespace orvane {
 /// name, the words round totals and pictures. Some have placeholders %1, %2. Throws platform::KeyError.
 std::string ownText(std::string_view key);
 
+/// Columns that a UTF-8 text takes on a screen, near enough for widths: letters of East Asian scripts take two.
+std::size_t displayWidth(std::string_view text);
+
 } // namespace orvane

@@ -67,14 +67,6 @@ std::string sheetName(const std::string& title, std::size_t number) {
   return (name.empty() ? "1" : name) + suffix;
 }
 
-// Columns that a text takes; letters of East Asian scripts take two.
-std::size_t widthOf(std::string_view text) {
-  std::size_t width = 0;
-  for (std::size_t at = 0; at < text.size(); at += bytesOf(text[at]))
-    width += bytesOf(text[at]) >= 3 ? 2 : 1;
-  return width;
-}
-
 /// A workbook in a file of its own; rows go through to temporary files.
 class Workbook {
  public:
@@ -149,7 +141,7 @@ class Workbook {
     m_widths.assign(m_fields.size(), kNarrowest);
     for (std::size_t i = 0; i < m_fields.size(); ++i) {
       writeText(i, m_fields[i].caption, m_heading);
-      m_widths[i] = std::max(m_widths[i], widthOf(m_fields[i].caption) + kFilterButton);
+      m_widths[i] = std::max(m_widths[i], displayWidth(m_fields[i].caption) + kFilterButton);
     }
     ++m_row;
     m_rowsOfSheets.push_back(1);
@@ -189,7 +181,7 @@ class Workbook {
   void writeText(std::size_t field, const std::string& text, lxw_format* format) {
     if (text.empty()) return;
     const std::string cell = cutAt(withoutEscapes(xmlText(text)), m_limits.characters);
-    m_widths[field] = std::max(m_widths[field], widthOf(std::string_view(cell).substr(0, cell.find('\n'))));
+    m_widths[field] = std::max(m_widths[field], displayWidth(std::string_view(cell).substr(0, cell.find('\n'))));
     check(worksheet_write_string(m_sheet, m_row, static_cast<lxw_col_t>(field), cell.c_str(), format));
   }
 

@@ -108,8 +108,17 @@ class StoredObject final : public RepositoryObject {
   }
   void AddRelation(const std::string& relation, const Ref<RepositoryObject>& object) override {
     if (!object) throw platform::Error("an object cannot be joined to nothing");
+    const Value target = Value(object->Id()).asInteger();
+    platform::Savepoint whole(*m_data->database);
     m_data->database->Execute("insert or ignore into Relations (source, relation, target) values (?, ?, ?)",
-                              {m_id, relation, Value(object->Id()).asInteger()});
+                              {m_id, relation, target});
+    // The logical program goes where its source goes.
+    if (m_type == kSourceType && platform::equalsIgnoringCase(relation, kBelongsTo))
+      m_data->database->Execute(
+          "insert or ignore into Relations (source, relation, target) select O.id, ?, ? from Objects O join Attributes "
+          "A on A.object = O.id where O.type = ? and A.name = 'SID' and A.value = ?",
+          {kBelongsTo, target, kProgramType, Id()});
+    whole.commit();
   }
   void BeginUpdate() override { m_pending.clear(); }
   void SetAttribute(const std::string& name, const Value& value) override { m_pending[name] = value; }

@@ -13,7 +13,7 @@ namespace orvane {
 inline constexpr const char* kProjectType = "FOLDER";  ///< a project
 inline constexpr const char* kSourceType = "COBOL";    ///< a source program; carries the flag PROGRAMCODE
 inline constexpr const char* kProgramType = "PROGRAM"; ///< the logical program of a source; refers to it by SID
-/// Relation of a source to a project.
+/// Relation of a source to a project; its logical program is joined with it.
 inline constexpr const char* kBelongsTo = "BelongsTo";
 
 /// Makes an empty repository file; one that is there stays.

@@ -110,9 +110,9 @@ TEST_F(Classify, ColumnsAreChosenByName) {
 }
 
 TEST_F(Classify, OddTextsAreStoredAsTheyAre) {
-  good("add --project \"q [x].y & 'z'\" src");
-  good("verify --project \"q [x].y & 'z'\"");
-  const std::string project = " --project \"q [x].y & 'z'\" ";
+  good("add --project \"q [x].y & z!\" src");
+  good("verify --project \"q [x].y & z!\"");
+  const std::string project = " --project \"q [x].y & z!\" ";
   for (const std::string& text :
        {std::string("   "), std::string("a'b\"\"c]["), std::string("\xE9\x8A\x80\xE8\xA1\x8C"), std::string(255, 'x'),
         std::string(10000, 'y')}) {

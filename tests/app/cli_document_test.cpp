@@ -83,16 +83,19 @@ TEST_F(CliDocument, NamesEveryJsonKeyThatIsPrinted) {
   write("src/ONE.cbl",
         platform::replaceAll(platform::readText(m_place.file("src/ONE.cbl")), "01 GONE PIC X.", "01 NEWER PIC 9."));
   good("verify");
+  good("move --to working A");
   const auto sections = documented();
-  for (const auto& [command, arguments] : std::map<std::string, std::string>{{"programs", ""},
-                                                                             {"datanames", ""},
-                                                                             {"usages", "A"},
-                                                                             {"relations", ""},
-                                                                             {"diagnostics", ""},
-                                                                             {"carried", ""},
-                                                                             {"synonyms-of", "A"},
-                                                                             {"columns", ""}}) {
-    const auto objects = good(command + " --json " + arguments).objects();
+  for (const auto& [command, arguments] :
+       std::map<std::string, std::string>{{"programs", ""},
+                                          {"datanames", ""},
+                                          {"usages", "A"},
+                                          {"relations", ""},
+                                          {"diagnostics", ""},
+                                          {"carried", ""},
+                                          {"synonyms-of", "A"},
+                                          {"columns", ""},
+                                          {"derive", "--from working --name q"}}) {
+    const auto objects = good(command + " --project p --json " + arguments).objects();
     ASSERT_FALSE(objects.empty()) << command;
     for (const auto& object : objects) {
       std::set<std::string> keys;

@@ -25,6 +25,7 @@ TEST_F(Component, RegistersPerUserAndHandsOutItsClassByName) {
   platform::registerLibrary(TARNSIFT_LIBRARY);
   EXPECT_EQ(platform::registrationFile(), m_place.file("config/tarnsift/classes"));
   EXPECT_TRUE(platform::createObject("tarnsift.tarnsiftENGINE")) << "names go without regard to case";
+  EXPECT_TRUE(platform::createObject("Tarnsift.UprgadeOptions"));
   EXPECT_THROW(platform::createObject("Tarnsift.Nothing"), platform::Error);
   try {
     platform::registerLibrary(m_place.file("libNone.so"));

@@ -52,10 +52,11 @@ TEST_F(RepositoryTest, ProjectNamesThatCannotBeAreRefusedAndNothingIsMade) {
   orvane::createProject(m_base, *m_repository, std::string(48, 'n') + "1");
   for (const std::string& name :
        {std::string(""), std::string("  "), std::string("a/b"), std::string("a\\b"), std::string(".."),
-        std::string("A.B [X]"), std::string(48, 'n') + "2", std::string(300, 'x'), std::string("a\nb")})
+        std::string("A.B [X]"), std::string(48, 'n') + "2", std::string(300, 'x'), std::string("a\nb"),
+        std::string("it's"), std::string("\"x\"")})
     EXPECT_THROW(orvane::createProject(m_base, *m_repository, name), platform::Error) << name;
   EXPECT_EQ(orvane::projectNames(*m_repository).size(), 2U);
-  EXPECT_NO_THROW(orvane::createProject(m_base, *m_repository, "\xE9\x8A\x80\xE8\xA1\x8C & 'Co'"));
+  EXPECT_NO_THROW(orvane::createProject(m_base, *m_repository, "\xE9\x8A\x80\xE8\xA1\x8C & Co!"));
 }
 
 TEST_F(RepositoryTest, FoldersAreLinkedOnceUnderFreeNames) {

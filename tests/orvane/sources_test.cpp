@@ -76,12 +76,16 @@ TEST(Sources, aDerivedProjectFindsTheSharedProgramsUnchanged) {
   portfolio.add();
   portfolio.setOption("dialect", "gnu");
   portfolio.verify();
-  const auto derived = createProject(portfolio.base(), portfolio.repository(), "Q");
-  portfolio.repository().findByAttribute(kSourceType, "Name", "PAY")->AddRelation(kBelongsTo, derived);
+  const platform::Ref<OptionDocument> origin(new OptionDocument(optionFile(portfolio.base().projectFolder("P"))));
+  origin->overrideForSession("//BOOL[@NAME='ApplySelected']", "false");
+  const auto derived = createProject(portfolio.base(), portfolio.repository(), "Q", origin.get());
   const platform::Ref<OptionDocument> options(new OptionDocument(optionFile(portfolio.base().projectFolder("Q"))));
-  platform::Document document = options->Document();
-  copyAnalyserOptions(portfolio.options(), document);
-  options->Save();
+  EXPECT_TRUE(options->Document().selectSingleNode("//BOOL[@NAME='ApplySelected'][@VALUE='true']"))
+      << "what holds for a session only is not handed on";
+  EXPECT_THAT(analysisStrings(options->Document(), "SourcePaths"), IsEmpty());
+  portfolio.repository().findByAttribute(kSourceType, "Name", "PAY")->AddRelation(kBelongsTo, derived);
+  for (const char* type : {kSourceType, kProgramType})
+    EXPECT_EQ(portfolio.repository().SelectObjects(type, derived->Id(), "")->Count(), 1U) << type;
   EXPECT_EQ(verifyProject(portfolio.base(), portfolio.repository(), "Q").unchanged, 1U);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <map>
 #include <optional>
@@ -117,16 +118,22 @@ class FakeHost {
   std::set<std::string> brokenStores;          ///< programs whose analysis cannot be opened
   std::map<std::string, std::string> captions; ///< of panes
   std::string activePane;
-  std::optional<std::string> newComment;          ///< what the analyst enters in the comment dialog; none: Cancel
-  std::vector<std::string> commentAsked;          ///< "prompt|title|text|help file|context"
-  std::string currentObject;                      ///< KVID that the viewer was placed on
-  std::string sourceFile;                         ///< on view; "" for none
-  std::map<std::string, std::string> columnTexts; ///< by "KVID.column"; others give the column's name
-  std::map<std::string, std::string> columnTypes; ///< others are String
-  std::function<void()> inOptionsDialog;          ///< what the analyst does there before saving
-  std::string log;                                ///< calls of the host by the component, a line each
-  std::string report;                             ///< calls of ReportWriter
-  std::string activity;                           ///< lines of the activity log
+  std::optional<std::string> newComment;                ///< what the analyst enters in the comment dialog; none: Cancel
+  std::vector<std::string> commentAsked;                ///< "prompt|title|text|help file|context"
+  std::string newProject;                               ///< what the analyst enters for a derived project; "": Cancel
+  bool createsProjects = true;                          ///< whether Frontend.CreateProject succeeds
+  std::optional<std::array<std::int32_t, 3>> newLimits; ///< what the analyst makes of the proposed size limits
+  bool confirmSizes = true;                             ///< OK in the dialog of the sizes
+  std::set<std::string> unjoinable;                     ///< programs that cannot be joined to a project
+  std::set<std::string> lostPrograms;                   ///< programs that have gone from the repository meanwhile
+  std::string currentObject;                            ///< KVID that the viewer was placed on
+  std::string sourceFile;                               ///< on view; "" for none
+  std::map<std::string, std::string> columnTexts;       ///< by "KVID.column"; others give the column's name
+  std::map<std::string, std::string> columnTypes;       ///< others are String
+  std::function<void()> inOptionsDialog;                ///< what the analyst does there before saving
+  std::string log;                                      ///< calls of the host by the component, a line each
+  std::string report;                                   ///< calls of ReportWriter
+  std::string activity;                                 ///< lines of the activity log
   bool logVisible = true;
   bool logMinimized = false;
   int storesOpen = 0;

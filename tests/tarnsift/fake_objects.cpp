@@ -35,7 +35,7 @@ struct Type : tarnsift::RepositoryType {
   std::string Name() override { return m_name; }
   std::int64_t Flags() override { return m_flags; }
   std::string DisplayName() override { return m_name + " programs"; }
-  bool AttributeDefinition(const std::string&) override { return true; }
+  bool AttributeDefinition(const std::string& name) override { return name != "ChangeMagnitude" || m_name != "ASM"; }
   std::string StoreClass() override { return m_name + "-store"; }
 
   std::string m_name;
@@ -49,12 +49,28 @@ struct Item : tarnsift::RepositoryObject {
   std::string Id() override { return m_id; }
   Ref<tarnsift::RepositoryType> Type() override { return new tarnsift_test::Type(m_type, 0); }
   std::string DisplayName() override { return m_id; }
-  Value Attribute(const std::string& name) override { return m_attributes[name]; }
+  Value Attribute(const std::string& name) override {
+    for (const auto& [known, value] : m_attributes)
+      if (platform::equalsIgnoringCase(known, name)) return value;
+    return {};
+  }
   bool IsMemberOf(const std::string& folderId) override { return m_projects.contains(folderId); }
-  void AddRelation(const std::string&, const Ref<RepositoryObject>&) override {}
-  void BeginUpdate() override {}
-  void SetAttribute(const std::string& name, const Value& value) override { m_attributes[name] = value; }
-  void CommitUpdate() override {}
+  void AddRelation(const std::string& relation, const Ref<RepositoryObject>& object) override {
+    note("join " + m_id + " " + relation + " " + object->Id());
+    if (m_host && m_host->unjoinable.contains(m_id)) throw platform::Error(m_id + " cannot be joined");
+  }
+  void BeginUpdate() override { note("begin " + m_id); }
+  void SetAttribute(const std::string& name, const Value& value) override {
+    m_attributes[name] = value;
+    note("set " + name + " " + value.asText());
+  }
+  void CommitUpdate() override { note("commit " + m_id); }
+  void note(const std::string& line) {
+    if (m_host)
+      m_host->log += line + (m_host->window().MousePointer == platform::kPointerHourglass ? " (busy)\n" : "\n");
+  }
+
+  FakeHost* m_host = nullptr;
 
   std::string m_id, m_type;
   std::map<std::string, Value> m_attributes;
@@ -66,13 +82,15 @@ Ref<tarnsift::RepositoryObject> folder(const std::string& name) {
   return new Item(name, "FOLDER", {{"Name", name}}, {});
 }
 
-Ref<tarnsift::RepositoryObject> object(const Program& program) {
-  return new Item(program.id, program.type,
-                  {{"Name", program.id},
-                   {"Kelvane", "Analysis\\" + program.id + ".kva"},
-                   {"DataRelations", program.dataRelations},
-                   {"Modified", program.modified}},
-                  program.projects);
+Ref<tarnsift::RepositoryObject> object(FakeHost& host, const Program& program) {
+  auto* item = new Item(program.id, program.type,
+                        {{"Name", program.id},
+                         {"Kelvane", "Analysis\\" + program.id + ".kva"},
+                         {"DataRelations", program.dataRelations},
+                         {"Modified", program.modified}},
+                        program.projects);
+  item->m_host = &host;
+  return item;
 }
 
 // The logical program of a source; it refers to the source by its id.
@@ -114,7 +132,7 @@ struct FakeRepository : OfHost<tarnsift::Repository> {
       for (const auto& name : m_host.projects)
         found.push_back(folder(name));
     for (const Program& program : m_host.programs)
-      if (program.type == type && program.projects.contains(parentId)) found.push_back(object(program));
+      if (program.type == type && program.projects.contains(parentId)) found.push_back(object(m_host, program));
     if (type == "PROGRAM")
       for (const Program& program : m_host.programs)
         if (program.projects.contains(parentId)) found.push_back(new LogicalProgram(program));
@@ -122,12 +140,15 @@ struct FakeRepository : OfHost<tarnsift::Repository> {
   }
   Ref<tarnsift::RepositoryObject> ObjectById(const std::string& id) override {
     const Program* program = programOf(m_host, id);
-    return program ? object(*program) : nullptr;
+    return program && !m_host.lostPrograms.contains(id) ? object(m_host, *program) : nullptr;
   }
-  Ref<tarnsift::RepositoryObject> FindByName(const std::string&, const std::string& name, int) override {
+  Ref<tarnsift::RepositoryObject> FindByName(const std::string& type, const std::string& name, int) override {
+    m_host.log += "find " + type + " " + name + "\n";
+    if (std::find(m_host.projects.begin(), m_host.projects.end(), name) == m_host.projects.end())
+      throw platform::KeyError("there is no " + name);
     return folder(name);
   }
-  std::string FilePath() override { return {}; }
+  std::string FilePath() override { return backslashed(m_host.path("Orvane.db")); }
 };
 
 struct Access : tarnsift::RepositoryAccess {
@@ -523,6 +544,26 @@ struct LineBox : tarnsift::BarelineBox {
   std::vector<std::string> m_lines;
 };
 
+struct Sizes : OfHost<tarnsift::SizeClassDialog> {
+  using OfHost::OfHost;
+  bool Edit(Object* owner, const std::string& caption, std::int32_t& s, std::int32_t& m, std::int32_t& l) override {
+    const auto& form = dynamic_cast<platform::Form&>(*owner);
+    m_host.log += "sizes of " + caption + " for " + form.Name() + " " + std::to_string(s) + " " + std::to_string(m) +
+                  " " + std::to_string(l) + (form.MousePointer == platform::kPointerDefault ? "\n" : " (busy)\n");
+    if (m_host.newLimits)
+      std::tie(s, m, l) = std::tuple((*m_host.newLimits)[0], (*m_host.newLimits)[1], (*m_host.newLimits)[2]);
+    return m_host.confirmSizes;
+  }
+};
+
+struct Names : OfHost<tarnsift::ProjectFactory> {
+  using OfHost::OfHost;
+  std::string AskName(Object&) override {
+    m_host.log += "ask name\n";
+    return m_host.newProject;
+  }
+};
+
 struct Factory : OfHost<tarnsift::HostFactory> {
   using OfHost::OfHost;
   Ref<tarnsift::KVWorkSpace> createWorkspace() override { return m_host.workspace = new Workspace(m_host); }
@@ -530,6 +571,7 @@ struct Factory : OfHost<tarnsift::HostFactory> {
   Ref<tarnsift::Splitter> createSplitter() override { return m_host.splitter = new PaneTree(m_host); }
   Ref<tarnsift::ReportWriter> createReportWriter() override { return new Reports(m_host); }
   Ref<tarnsift::BarelineBox> createBarelineBox() override { return new LineBox; }
+  Ref<tarnsift::SizeClassDialog> createSizeClassDialog() override { return new Sizes(m_host); }
 };
 
 struct FakeFrontend : Object {
@@ -552,6 +594,11 @@ struct FakeFrontend : Object {
     if (member == "ProjectOptions") {
       if (!m_options) m_options = new Options(m_host, m_host.options);
       return m_options;
+    }
+    if (member == "CreateProject") {
+      m_host.log += "create " + arguments[0].asText() + "\n";
+      if (m_host.createsProjects) m_host.projects.push_back(arguments[0].asText());
+      return m_host.createsProjects;
     }
     if (member == "GlobalOptions") return m_global;
     if (member == "Log") return Ref<Object>(new Log(m_host));
@@ -595,7 +642,10 @@ struct Captions : tarnsift::CaptionText {
 struct Probe : tarnsift::FileProbe {
   bool FileExists(const std::string& path, bool) override { return platform::fileExists(platform::nativePath(path)); }
   bool FolderExists(const std::string& path) override { return platform::folderExists(platform::nativePath(path)); }
-  std::pair<std::string, std::string> SplitPath(const std::string& path) override { return {"", path}; }
+  std::pair<std::string, std::string> SplitPath(const std::string& path) override {
+    const auto at = path.rfind('\\');
+    return {path.substr(0, at), path.substr(at + 1)};
+  }
 };
 
 struct Settings : OfHost<tarnsift::SettingsStore> {
@@ -650,13 +700,15 @@ Ref<Object> registerFakeObjects(FakeHost& host) {
   registerObject("ListViewSorter", Ref<Object>(new Sorter(host)));
   registerObject("MathTools", Ref<Object>(new Maths));
   registerObject("CommentDialog", Ref<Object>(new Comments(host)));
+  registerObject("ProjectFactory", Ref<Object>(new Names(host)));
   registerObject("HostFactory", Ref<Object>(new Factory(host)));
   return new FakeFrontend(host);
 }
 
 void unregisterFakeObjects() {
-  for (const char* name : {"RepositoryAccess", "ProgramStore", "ProductPaths", "ProductStrings", "CaptionText",
-                           "FileProbe", "SettingsStore", "ListViewSorter", "MathTools", "CommentDialog", "HostFactory"})
+  for (const char* name :
+       {"RepositoryAccess", "ProgramStore", "ProductPaths", "ProductStrings", "CaptionText", "FileProbe",
+        "SettingsStore", "ListViewSorter", "MathTools", "CommentDialog", "ProjectFactory", "HostFactory"})
     platform::classes::unregisterObject(name);
 }
 

@@ -74,6 +74,15 @@ class ProjectFactory : public Object {
   virtual std::string AskName(Object& frontend) = 0; ///< empty when given up
 };
 
+/// Asks for the limits of the change sizes; made for each question.
+class SizeClassDialog : public Object {
+ public:
+  /// Below `sLimit` a count is S, else below `mLimit` M, else below `lLimit` L, else XL. The limits go in as proposed
+  /// and come out as the analyst left them. False for Cancel.
+  virtual bool Edit(Object* owner, const std::string& caption, std::int32_t& sLimit, std::int32_t& mLimit,
+                    std::int32_t& lLimit) = 0;
+};
+
 class CommentDialog : public Object {
  public:
   /// True when the analyst confirmed; `result` then holds the text unchanged.
@@ -169,6 +178,7 @@ class HostFactory : public Object {
   virtual Ref<tarnsift::Splitter> createSplitter() = 0;
   virtual Ref<tarnsift::ReportWriter> createReportWriter() = 0;
   virtual Ref<tarnsift::BarelineBox> createBarelineBox() = 0;
+  virtual Ref<tarnsift::SizeClassDialog> createSizeClassDialog() = 0;
 };
 
 /// The global objects by name. Throws KeyError when the host has not registered one.

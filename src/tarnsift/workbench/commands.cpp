@@ -6,6 +6,7 @@
 #include "tarnsift/lists/remove.hpp"
 #include "tarnsift/lists/select.hpp"
 #include "tarnsift/options/columns.hpp"
+#include "tarnsift/reports/derive.hpp"
 #include "tarnsift/reports/reports.hpp"
 #include "tarnsift/search/filter.hpp"
 #include "tarnsift/search/synonym_search.hpp"
@@ -22,6 +23,9 @@ using platform::ToolbarButton;
 
 void report(frmMain& window, int index) {
   mnuFileReportType_Click(window, index);
+}
+void createFrom(frmMain& window, int index) {
+  mnuFileCreateFrom_Click(window, index);
 }
 void searchTo(frmMain& window, int index) {
   mnuFileSearchTo_Click(window, index);
@@ -130,9 +134,9 @@ constexpr MenuEntry kMenu[] = {
     {"mnuFileRemoveUnused", 2, 151, "mnuFileUnused", "", 0, removeUnused},
     separator("mnuFileSep2", "mnuFile"),
     {"mnuFileCreate", -1, 152, "mnuFile", "", 0, nullptr},
-    {"mnuFileCreateFrom", 0, 153, "mnuFileCreate", "", 0, nullptr},
-    {"mnuFileCreateFrom", 1, 154, "mnuFileCreate", "", 0, nullptr},
-    {"mnuFileCreateFrom", 2, 155, "mnuFileCreate", "", 0, nullptr},
+    {"mnuFileCreateFrom", 0, 153, "mnuFileCreate", "", 0, createFrom},
+    {"mnuFileCreateFrom", 1, 154, "mnuFileCreate", "", 0, createFrom},
+    {"mnuFileCreateFrom", 2, 155, "mnuFileCreate", "", 0, createFrom},
     separator("mnuFileSep4", "mnuFile"),
     {"mnuFileClose", -1, 157, "mnuFile", "", 0, closeWindow},
     {"mnuEdit", -1, 158, "", "", 2400030, nullptr},
@@ -182,7 +186,6 @@ constexpr ButtonEntry kButtons[] = {
     {"Columns", 124, "Columns", {}, viewColumns, -1},
 };
 
-constexpr std::string_view kLater[] = {"mnuFileCreateFrom"};
 
 const ButtonEntry& entryOf(const ToolbarButton& button) {
   return *std::find_if(std::begin(kButtons), std::end(kButtons),
@@ -211,9 +214,6 @@ std::span<const MenuEntry> menuEntries() {
 }
 std::span<const ButtonEntry> buttonEntries() {
   return kButtons;
-}
-std::span<const std::string_view> laterCommands() {
-  return kLater;
 }
 
 void buildCommands(frmMain& window, void (*guard)(frmMain&, const std::function<void()>&)) {

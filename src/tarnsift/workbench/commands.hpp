@@ -18,7 +18,7 @@ struct MenuEntry {
   std::string_view parent; ///< "" for the four menus
   std::string_view shortcut;
   int helpContext = 0;
-  CommandHandler handler = nullptr; ///< null for menus, separators and the entries named by laterCommands()
+  CommandHandler handler = nullptr; ///< null for menus and separators
 };
 std::span<const MenuEntry> menuEntries();
 
@@ -32,9 +32,6 @@ struct ButtonEntry {
   int handlerIndex = -1;
 };
 std::span<const ButtonEntry> buttonEntries();
-
-/// Names of the entries whose handlers are not built yet, with the index where others of the array are.
-std::span<const std::string_view> laterCommands();
 
 /// Makes the menus and the buttons of a new window and ties their handlers. `guard` runs a handler and deals with its
 /// error.
