@@ -198,7 +198,7 @@ ReportPlace ReportWindow::placeOf(int row) const {
     return field < 0 ? std::string() : m_model->index(row, field).data().toString().toStdString();
   };
   return {.program = textOf("program"),
-          .dataname = textOf("name"),
+          .dataname = textOf("dataname"),
           .file = textOf("file"),
           .line = QString::fromStdString(textOf("line")).toInt(),
           .column = QString::fromStdString(textOf("column")).toInt()};
