@@ -1,5 +1,6 @@
 #include "desktop/session.hpp"
 
+#include "desktop/dialogs/host_dialogs.hpp"
 #include "desktop/main_window.hpp"
 #include "desktop/options/option_dialog.hpp"
 #include "desktop/report/report_window.hpp"
@@ -26,9 +27,8 @@ Session::Session(orvane::BaseFolder base, const std::string& project, tarnsift::
 
 // The view comes first, the bar above it drives it.
 HostViews Session::sourceViews() {
-  auto* view = new SourceView(m_host->base(), [this] {
-    return orvane::readingOptions(m_host->base(), m_host->options().Document());
-  });
+  auto* view = new SourceView(m_host->base(),
+                              [this] { return orvane::readingOptions(m_host->base(), m_host->options().Document()); });
   view->attach(*m_host->workspace());
   const auto placed = [](QWidget* widget, QWidget* parent) {
     widget->setParent(parent);
@@ -39,6 +39,7 @@ HostViews Session::sourceViews() {
 }
 
 void Session::addDialogs() {
+  addHostDialogs(*m_host, m_screen, [this] { return m_window->commandInWork(); });
   m_host->options().dialog = [this](platform::Document& document, const std::string& path) {
     return OptionDialog(document, path, m_window.get()).exec() == QDialog::Accepted;
   };
@@ -49,6 +50,7 @@ void Session::addDialogs() {
 
 // The host closes a window that is still open, which needs its widgets.
 Session::~Session() {
+  removeHostDialogs(*m_host);
   m_host.reset();
   m_window.reset();
 }
