@@ -174,12 +174,12 @@ void SearchDialog::refresh() {
   try {
     const orvane::Criterion matches = orvane::projectCriterion(m_context.options, chosen);
     m_apply->setEnabled(true);
-    const orvane::StoreData* data = m_context.program ? m_context.program() : nullptr;
-    if (!data) return m_count->setText(text(Text::SearchNoProgram));
+    const orvane::StoreData* analysis = m_context.program ? m_context.program() : nullptr;
+    if (!analysis) return m_count->setText(text(Text::SearchNoProgram));
     qlonglong count = 0;
-    for (std::uint32_t i = 0; i < data->constructs.size(); ++i) {
-      if (!matches(*data, i)) continue;
-      if (++count <= kMostShown) m_matches->addItem(text(std::string(data->text(data->constructs[i].name))));
+    for (std::uint32_t i = 0; i < analysis->constructs.size(); ++i) {
+      if (!matches(*analysis, i)) continue;
+      if (++count <= kMostShown) m_matches->addItem(text(std::string(analysis->text(analysis->constructs[i].name))));
     }
     m_count->setText(text(Text::SearchCount).arg(QLocale().toString(count), m_context.programName));
   } catch (const platform::Error& error) {
