@@ -63,6 +63,10 @@ MainWindow::MainWindow(platform::Form& form, orvane::Host& host, QtScreen& scree
 
 MainWindow::~MainWindow() = default;
 
+const platform::MenuItem* MainWindow::commandInWork() const {
+  return m_menus->inWork();
+}
+
 void MainWindow::addBars() {
   m_bar = new CoolBar(m_form.get<platform::CoolBar>("cbCoolBar"), m_form.get<platform::Toolbar>("tbToolbar"),
                       m_form.get<platform::ProgressBar>("pbProgress"), m_form, m_area);

@@ -1,5 +1,6 @@
 #include "desktop/session.hpp"
 
+#include "desktop/dialogs/host_dialogs.hpp"
 #include "desktop/jump.hpp"
 #include "desktop/main_window.hpp"
 #include "desktop/options/option_dialog.hpp"
@@ -48,6 +49,7 @@ HostViews Session::sourceViews() {
 }
 
 void Session::addDialogs() {
+  addHostDialogs(*m_host, m_screen, [this] { return m_window->commandInWork(); });
   m_host->options().dialog = [this](platform::Document& document, const std::string& path) {
     return editOptions(document, path);
   };
@@ -92,6 +94,7 @@ std::optional<std::string> Session::chooseCriterion(const std::string& start) {
 
 // The host closes a window that is still open, which needs its widgets.
 Session::~Session() {
+  removeHostDialogs(*m_host);
   m_host.reset();
   m_window.reset();
 }
