@@ -12,8 +12,9 @@ namespace app {
 
 /// What all sub-commands take.
 struct Context {
-  std::string baseOption;    ///< -C, --base
-  std::string projectOption; ///< --project
+  std::string baseOption;     ///< -C, --base
+  std::string projectOption;  ///< --project
+  std::string languageOption; ///< --language; empty: the locale's
 
   /// The base folder named, else the nearest one at or above the current folder. Throws platform::Error without one.
   orvane::BaseFolder base() const;
@@ -50,6 +51,7 @@ void addReport(CLI::App& app, Context& context);
 void addDerive(CLI::App& app, Context& context);
 void addUpgradeOptions(CLI::App& app, Context& context);
 void addPage(CLI::App& app, Context& context);
+void addOpen(CLI::App& app, Context& context);
 void addImpact(CLI::App& app, Context& context);
 
 } // namespace app

@@ -53,8 +53,12 @@ int run(int argc, char** argv) {
   parser.add_option("--project", context.projectOption, "Project (default: the only one)")->type_name("NAME");
   parser
       .add_option_function<std::string>(
-          "--language", chooseLanguage,
-          "Language of reports and generated comments: en, ja or ko (default: the locale's)")
+          "--language",
+          [&context](const std::string& code) {
+            context.languageOption = code;
+            chooseLanguage(code);
+          },
+          "Language of the window, reports and generated comments: en, ja or ko (default: the locale's)")
       ->type_name("CODE")
       ->check(CLI::IsMember({"en", "ja", "ko"}));
   parser.set_version_flag("--version", "tarnsift " TARNSIFT_VERSION);
@@ -87,6 +91,7 @@ int run(int argc, char** argv) {
   app::addDerive(parser, context);
   app::addUpgradeOptions(parser, context);
   app::addPage(parser, context);
+  app::addOpen(parser, context);
   app::addImpact(parser, context);
   try {
     parser.parse(argc, argv);

@@ -1,13 +1,11 @@
 #include "desktop/application.hpp"
 
-#include <QMessageBox>
-
 #include <fmt/format.h>
 
 #include "desktop/icons.hpp"
+#include "desktop/message_box.hpp"
 #include "desktop/session.hpp"
 #include "desktop/theme.hpp"
-#include "desktop/twips.hpp"
 #include "desktop/window_place.hpp"
 #include "orvane/projects.hpp"
 #include "orvane/settings.hpp"
@@ -19,9 +17,7 @@ namespace desktop {
 namespace {
 
 void tell(const std::string& message) {
-  QMessageBox box(QMessageBox::Critical, text(platform::App().Title), text(message), QMessageBox::Ok,
-                  QApplication::activeWindow());
-  box.exec();
+  showMessage(QApplication::activeWindow(), message, platform::kCritical, platform::App().Title);
 }
 
 // What is not named is taken from where the analyst stopped; a base folder named alone opens its last project.

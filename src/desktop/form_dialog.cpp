@@ -53,7 +53,6 @@ void FormDialog::build() {
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(2 * kSpace, 2 * kSpace, 2 * kSpace, 2 * kSpace);
   layout->setSpacing(kSpace);
-  layout->setSizeConstraint(QLayout::SetMinimumSize);
   addOptions(layout);
   addFields(layout);
   addLoose(layout);

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QWidget>
+#include <QWindow>
 
 #include "desktop/key_codes.hpp"
 
@@ -43,14 +44,15 @@ InputGate::~InputGate() {
 }
 
 bool InputGate::concerns(const QObject* watched) const {
-  const auto* widget = qobject_cast<const QWidget*>(watched);
-  if (!widget) return false;
-  return widget->window() == &m_window;
+  if (const auto* widget = qobject_cast<const QWidget*>(watched)) return widget->window() == &m_window;
+  return watched == m_window.windowHandle();
 }
 
 bool InputGate::eventFilter(QObject* watched, QEvent* event) {
   if (!isInput(event->type()) || !concerns(watched)) return false;
-  if (!m_open || !m_form.Enabled()) return true;
+  // Stopped at the toolkit's window already, a press moves no focus; a release must pass there, or the toolkit
+  // believes the button to be down for ever.
+  if (!m_open || !m_form.Enabled()) return !watched->isWindowType() || event->type() != QEvent::MouseButtonRelease;
   if (event->type() == QEvent::MouseButtonPress) m_byKey = false;
   if (event->type() != QEvent::KeyPress) return false;
   m_byKey = true;

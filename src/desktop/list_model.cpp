@@ -83,7 +83,7 @@ int ListModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant ListModel::data(const QModelIndex& index, int role) const {
-  if (!index.isValid()) return {};
+  if (!index.isValid() || !row(index.row())) return {};
   switch (role) {
   case Qt::DisplayRole:
   case Qt::ToolTipRole:

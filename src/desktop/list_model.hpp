@@ -17,6 +17,8 @@ class ListModel : public QAbstractItemModel {
 
   /// The row behind an index, or nothing when it has gone meanwhile.
   const platform::ListItem* row(int position) const;
+  /// Whether the last column holds numbers, which would look lost in a wide one.
+  bool endsWithNumbers() const { return isNumber(columnCount() - 1); }
   platform::ListView& list() const { return m_list; }
 
   QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;

@@ -27,6 +27,8 @@ class Cells final : public QStyledItemDelegate {
     QStyledItemDelegate::initStyleOption(option, index);
     option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
     option->textElideMode = Qt::ElideRight;
+    constexpr int kInset = 5; // so that texts stand under their headers
+    option->rect.adjust(kInset, 0, -kInset, 0);
   }
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
     constexpr int kWidth = 64;
@@ -62,14 +64,13 @@ void ListWidget::setUpHeader() {
   header()->setSectionsClickable(true);
   header()->setSectionsMovable(false);
   header()->setHighlightSections(false);
-  header()->setStretchLastSection(true);
   header()->setSortIndicatorShown(false);
   header()->setMinimumSectionSize(4 * kSpace);
   connect(header(), &QHeaderView::sectionClicked, this,
           [this](int section) { raise([&] { m_list.ColumnClick.raise(static_cast<std::size_t>(section) + 1); }); });
   // A width that the analyst drags is kept with the header, so that it outlasts other columns coming and going.
   connect(header(), &QHeaderView::sectionResized, this, [this](int section, int, int size) {
-    const bool stretched = section == header()->count() - 1;
+    const bool stretched = header()->stretchLastSection() && section == header()->count() - 1;
     if (m_syncing || stretched || static_cast<std::size_t>(section) >= m_list.ColumnHeaders.Count()) return;
     m_list.ColumnHeaders.Item(static_cast<std::size_t>(section) + 1).Width = toTwips(size);
   });
@@ -88,6 +89,7 @@ void ListWidget::sync() {
   if (fresh) {
     m_anchor = -1;
     syncColumns();
+    doItemsLayout(); // the bar's range is that of the new rows only then
     verticalScrollBar()->setValue(scrolled);
   }
   const auto column = m_list.sortColumn();
@@ -110,6 +112,7 @@ void ListWidget::sync() {
 }
 
 void ListWidget::syncColumns() {
+  header()->setStretchLastSection(!m_model->endsWithNumbers());
   const auto& headers = m_list.ColumnHeaders;
   for (std::size_t i = 1; i <= headers.Count(); ++i) {
     constexpr int kDefaultWidth = 112;

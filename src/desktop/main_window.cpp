@@ -50,6 +50,8 @@ MainWindow::MainWindow(platform::Form& form, orvane::Host& host, QtScreen& scree
   m_log = new LogPanel(tarnsift::Ref<orvane::Log>(&host.log()), split);
   split->addWidget(m_log);
   split->setStretchFactor(0, 1);
+  constexpr int kMost = 10000, kLogHeight = 130;
+  split->setSizes({kMost, kLogHeight});
   setCentralWidget(split);
   addBars();
   addLists();

@@ -1,36 +1,13 @@
 #include "desktop/qt_screen.hpp"
 
 #include <QApplication>
-#include <QMessageBox>
-#include <QPushButton>
 
 #include "desktop/form_dialog.hpp"
-#include "desktop/texts.hpp"
+#include "desktop/message_box.hpp"
 #include "desktop/theme.hpp"
 #include "desktop/twips.hpp"
-#include "platform/runtime/text.hpp"
 
 namespace desktop {
-
-namespace {
-
-constexpr int kButtonMask = 15;
-constexpr int kIconMask = 112;
-
-QMessageBox::Icon iconOf(int style) {
-  switch (style & kIconMask) {
-  case platform::kCritical:
-    return QMessageBox::Critical;
-  case platform::kExclamation:
-    return QMessageBox::Warning;
-  case platform::kInformation:
-    return QMessageBox::Information;
-  default:
-    return QMessageBox::Question;
-  }
-}
-
-} // namespace
 
 QWidget* QtScreen::widgetOf(const platform::Control& control) const {
   const auto found = m_widgets.find(&control);
@@ -51,21 +28,9 @@ QWidget* QtScreen::dialogParent() const {
 
 platform::Answer QtScreen::messageBox(const std::string& message, int style, const std::string& title) {
   if (onSync) onSync();
-  if ((style & kIconMask) == platform::kCritical) ++m_errorsTold;
-  QMessageBox box(dialogParent());
-  box.setObjectName(QStringLiteral("messageBox"));
-  box.setIcon(iconOf(style));
-  box.setWindowTitle(text(title));
-  box.setTextFormat(Qt::PlainText);
-  box.setText(text(platform::replaceAll(platform::replaceAll(message, "\r\n", "\n"), "\r", "\n")).trimmed());
-  QPushButton* ok = box.addButton(text(Text::Ok), QMessageBox::AcceptRole);
-  box.setDefaultButton(ok);
-  if ((style & kButtonMask) == platform::kOkCancel)
-    box.setEscapeButton(box.addButton(text(Text::Cancel), QMessageBox::RejectRole));
-  else
-    box.setEscapeButton(ok);
-  box.exec();
-  return box.clickedButton() == ok ? platform::Answer::Ok : platform::Answer::Cancel;
+  constexpr int kIcons = 112;
+  if ((style & kIcons) == platform::kCritical) ++m_errorsTold;
+  return showMessage(dialogParent(), message, style, title);
 }
 
 void QtScreen::runModal(platform::Form& form, platform::Form*) {

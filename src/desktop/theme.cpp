@@ -92,7 +92,7 @@ QMenuBar { background: %panel; border: none; padding: 2px 4px; }
 QMenuBar::item { padding: 4px 10px; border-radius: 4px; background: transparent; }
 QMenuBar::item:selected { background: %hover; }
 QMenu { background: %base; border: 1px solid %border; padding: 4px; }
-QMenu::item { padding: 5px 28px 5px 28px; border-radius: 4px; }
+QMenu::item { padding: 5px 24px 5px 10px; border-radius: 4px; }
 QMenu::item:selected { background: %selected; color: %text; }
 QMenu::item:disabled { color: %off; background: transparent; }
 QMenu::separator { height: 1px; background: %border; margin: 4px 8px; }
@@ -121,6 +121,33 @@ QToolBar QToolButton::menu-button { border: none; width: 14px; border-radius: 4p
 QToolBar QToolButton::menu-button:hover { background: %selected; }
 QProgressBar { border: 1px solid %border; border-radius: 4px; background: %base; text-align: center; color: %text; }
 QProgressBar::chunk { background: %accent; border-radius: 3px; }
+QGroupBox { border: 1px solid %border; border-radius: 6px; margin-top: 10px; padding: 12px 10px 8px 10px; }
+QGroupBox::title { subcontrol-origin: margin; left: 10px; padding: 0 4px; color: %muted; }
+QRadioButton, QCheckBox { spacing: 8px; padding: 2px; }
+QRadioButton::indicator, QCheckBox::indicator { width: 14px; height: 14px; border: 1px solid %muted;
+  background: %base; }
+QRadioButton::indicator { border-radius: 8px; }
+QCheckBox::indicator { border-radius: 4px; }
+QRadioButton::indicator:hover, QCheckBox::indicator:hover, QRadioButton:focus, QCheckBox:focus { border-color: %accent; }
+QRadioButton::indicator:checked { border: 4px solid %accent; width: 8px; height: 8px; }
+QCheckBox::indicator:checked { background: %accent; border-color: %accent; image: url(:/icons/check_%tone.svg); }
+QRadioButton:focus, QCheckBox:focus { border: 1px dotted %accent; border-radius: 4px; }
+QPushButton { background: %base; border: 1px solid %border; border-radius: 5px; padding: 5px 16px; min-width: 56px; }
+QPushButton:hover { background: %hover; }
+QPushButton:pressed { background: %selected; }
+QPushButton:default { background: %accent; color: %ink; border-color: %accent; }
+QPushButton:default:hover { border-color: %text; }
+QPushButton:focus { border: 2px solid %accent; padding: 4px 15px; }
+QPushButton:default:focus { border-color: %text; }
+QPushButton:disabled, QPushButton:default:disabled { background: %panel; color: %off; border-color: %border; }
+QLineEdit, QComboBox, QSpinBox { background: %base; border: 1px solid %border; border-radius: 5px; padding: 4px 6px;
+  selection-background-color: %accent; selection-color: %ink; }
+QLineEdit:focus, QComboBox:focus, QSpinBox:focus { border-color: %accent; }
+QComboBox QLineEdit { border: none; padding: 0; }
+QComboBox::drop-down { border: none; width: 22px; }
+QComboBox::down-arrow { image: url(:/icons/arrow_%tone.svg); width: 12px; height: 12px; }
+QComboBox QAbstractItemView { background: %base; border: 1px solid %border; selection-background-color: %selected;
+  selection-color: %text; }
 QSplitter::handle { background: %window; }
 )";
 
@@ -132,10 +159,11 @@ QString sheetOf(const Theme& t) {
   const std::pair<const char*, QColor> names[] = {
       {"%panel", t.panel},   {"%selected", t.selected}, {"%hover", t.hover}, {"%base", t.base}, {"%border", t.border},
       {"%window", t.window}, {"%accent", t.accent},     {"%muted", t.muted}, {"%text", t.text}, {"%off", off},
+      {"%ink", t.onAccent},
   };
   for (const auto& [name, colour] : names)
     sheet.replace(QLatin1String(name), colour.name());
-  return sheet;
+  return sheet.replace(QLatin1String("%tone"), QLatin1String(t.dark ? "dark" : "light"));
 }
 
 bool wantsDark(const std::string& choice) {

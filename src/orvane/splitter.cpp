@@ -74,6 +74,8 @@ class PaneTree::Pane : public tarnsift::SplitterPane {
       m_share = room > 0 ? m_size / room : 0.5;
     } else if (room != m_sizedFor) {
       m_size = m_share * room;
+      const double lowest = m_first->least(across), highest = room - m_second->least(across);
+      if (lowest <= highest) m_size = std::clamp(m_size, lowest, highest);
       m_sizedFor = room;
     }
     const double second = std::max(0.0, room - m_size);

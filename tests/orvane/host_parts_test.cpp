@@ -1,7 +1,11 @@
+#include <fstream>
+
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include "orvane/projects.hpp"
 #include "orvane/repository_file.hpp"
+#include "orvane/settings.hpp"
 #include "orvane/splitter.hpp"
 #include "orvane/store_format.hpp"
 #include "platform/files/files.hpp"
@@ -138,6 +142,71 @@ TEST(PaneTree, OnePaneIsActive) {
   tree.Panes("Source").Activate();
   EXPECT_EQ(activated, "Lists Source ");
   EXPECT_FALSE(tree.Panes("Lists").IsActive());
+}
+
+TEST(PaneTree, KeepsTheSharesOfItsCutsInAnotherSize) {
+  orvane::PaneTree tree;
+  build(tree);
+  tree.Arrange(0, 420, 20060, 18000); // programs had 5000 of 9940 beside the sash
+  EXPECT_NEAR(tree.Panes("Programs").Width(), 5000.0 / 9940 * 20000, 1);
+  tree.Arrange(0, 420, 10, 10);
+  tree.Arrange(0, 420, 10000, 9000);
+  EXPECT_NEAR(tree.Panes("Programs").Width(), 5000, 1) << "also when there was no room between";
+}
+
+namespace {
+
+std::string sashes(orvane::PaneTree& tree) {
+  std::string text;
+  for (const orvane::Sash& sash : tree.sashes())
+    text += fmt::format("{}{:.0f},{:.0f} {:.0f}x{:.0f}", text.empty() ? "" : "; ", sash.at.left, sash.at.top,
+                        sash.at.width, sash.at.height);
+  return text;
+}
+
+} // namespace
+
+TEST(PaneTree, SashesAreDraggedAsFarAsThePanesAllow) {
+  orvane::PaneTree tree;
+  tree.setMeasures({.sash = 100, .caption = 300, .smallest = 600});
+  build(tree);
+  EXPECT_EQ(sashes(tree), "0,6420 10000x100; 5000,420 100x6000; 5100,4420 4900x100");
+  int arranged = 0;
+  tree.PanesArranged.connect([&] { ++arranged; });
+  tree.moveSash(1, 3000);
+  EXPECT_FLOAT_EQ(tree.Panes("Programs").Width(), 3000);
+  EXPECT_FLOAT_EQ(tree.Panes("Lists").Left(), 3100);
+  tree.moveSash(1, -50);
+  EXPECT_FLOAT_EQ(tree.Panes("Programs").Width(), 600) << "a pane keeps something to hold";
+  tree.moveSash(0, 500); // above it stand two panes over each other with their captions and a sash
+  EXPECT_EQ(sashes(tree), "0,2320 10000x100; 600,420 100x1900; 700,1320 9300x100");
+  tree.moveSash(7, 0);
+  EXPECT_EQ(arranged, 3);
+  tree.Panes("Programs").setVisible(false);
+  EXPECT_EQ(tree.sashes().size(), 2u) << "beside a hidden pane there is nothing to drag";
+  EXPECT_EQ(tree.frames().size(), 3u);
+}
+
+TEST(Settings, LastForTheUserAndForgiveADamagedFile) {
+  const platform::TemporaryFolder folder;
+  const std::string file = folder.file("new/tarnsift/settings.json");
+  {
+    orvane::FileSettings first(file), second(file);
+    EXPECT_EQ(first.GetSetting("Tarnsift", "Settings", "MainSplitter", "none"), "none");
+    first.SaveSetting("Tarnsift", "Settings", "MainSplitter", "(1 \"2\"\\n)");
+    second.SaveSetting("Tarnsift", "Window", "Left", "12");
+  }
+  orvane::FileSettings again(file);
+  EXPECT_EQ(again.GetSetting("Tarnsift", "Settings", "MainSplitter", ""), "(1 \"2\"\\n)")
+      << "two windows share the file";
+  EXPECT_EQ(again.GetSetting("Tarnsift", "Window", "Left", ""), "12");
+  for (const char* damage : {"", "{", "[1]", R"({"Tarnsift": 7})", R"({"Tarnsift": {"Window": {"Left": 12}}})"}) {
+    std::ofstream(file, std::ios::trunc) << damage;
+    EXPECT_EQ(orvane::FileSettings(file).GetSetting("Tarnsift", "Window", "Left", "default"), "default") << damage;
+  }
+  orvane::FileSettings nowhere("/proc/nothing/settings.json");
+  nowhere.SaveSetting("Tarnsift", "Window", "Left", "3");
+  EXPECT_EQ(nowhere.GetSetting("Tarnsift", "Window", "Left", ""), "3") << "what cannot be kept holds for this run";
 }
 
 TEST(StoreFormat, RefusesDamageAnywhere) {
