@@ -28,4 +28,8 @@ TokenStream readTokens(std::string_view text, const Options& options,
 /// Whether anything says that the text is a COBOL program: a division header or PROGRAM-ID, FUNCTION-ID, CLASS-ID.
 bool looksLikeCobol(const TokenStream& stream);
 
+/// The physical lines of a file decoded to UTF-8, without their ends (LF, CRLF or a lone CR), numbered as the tokens
+/// are. Nothing when the file cannot be read; then `error`, if given, says why.
+std::vector<std::string> readLines(const std::string& path, const Options& options, std::string* error = nullptr);
+
 } // namespace cobol
