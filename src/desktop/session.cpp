@@ -1,5 +1,6 @@
 #include "desktop/session.hpp"
 
+#include "desktop/help/help_desk.hpp"
 #include "desktop/main_window.hpp"
 #include "desktop/options/option_dialog.hpp"
 #include "desktop/report/report_window.hpp"
@@ -11,6 +12,7 @@ namespace desktop {
 
 Session::Session(orvane::BaseFolder base, const std::string& project, tarnsift::Ref<tarnsift::SettingsStore> settings)
     : m_host(std::make_unique<orvane::Host>(std::move(base), project, m_screen, std::move(settings))) {
+  m_screen.onHelp = [](const std::string&, int command, int context) { helpDesk().show(command, context); };
   m_host->onWindow = [this](platform::Form& form) {
     m_window = std::make_unique<MainWindow>(form, *m_host, m_screen, sourceViews());
     addDialogs();
@@ -26,9 +28,8 @@ Session::Session(orvane::BaseFolder base, const std::string& project, tarnsift::
 
 // The view comes first, the bar above it drives it.
 HostViews Session::sourceViews() {
-  auto* view = new SourceView(m_host->base(), [this] {
-    return orvane::readingOptions(m_host->base(), m_host->options().Document());
-  });
+  auto* view = new SourceView(m_host->base(),
+                              [this] { return orvane::readingOptions(m_host->base(), m_host->options().Document()); });
   view->attach(*m_host->workspace());
   const auto placed = [](QWidget* widget, QWidget* parent) {
     widget->setParent(parent);

@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view kCopybookNames[] = {"copy",     "copys", "copies",  "cpy",      "cpys",   "copybook",
+constexpr std::string_view kCopybookNames[] = {"copy",      "copys",   "copies",   "cpy",    "cpys",   "copybook",
                                                "copybooks", "copylib", "copylibs", "dclgen", "dclgens"};
 constexpr std::string_view kCopybookExtensions[] = {".cpy", ".copy", ".cpb", ".dcl"};
 
@@ -70,7 +70,8 @@ class Surveyor {
   void lookBeside(const fs::path& path) {
     std::error_code failed;
     std::vector<fs::path> beside;
-    for (fs::directory_iterator entry(path.parent_path(), failed), end; !failed && entry != end; entry.increment(failed)) {
+    for (fs::directory_iterator entry(path.parent_path(), failed), end; !failed && entry != end;
+         entry.increment(failed)) {
       std::error_code unknown;
       if (cancelled()) return;
       if (entry->path() != path && entry->is_directory(unknown)) beside.push_back(entry->path());
@@ -143,8 +144,8 @@ std::size_t programCount(const SourceSurvey& survey, const std::vector<std::stri
   }
   for (const std::string& file : survey.files) {
     const fs::path path = file;
-    const bool isCounted = counted.contains(path.parent_path().string()) &&
-                           (hasSourceExtension(file) || !path.has_extension());
+    const bool isCounted =
+        counted.contains(path.parent_path().string()) && (hasSourceExtension(file) || !path.has_extension());
     if (!isCounted) ++count;
   }
   return count;

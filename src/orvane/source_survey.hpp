@@ -21,8 +21,8 @@ struct SourceSurvey {
   std::vector<std::string> problems;        ///< one line each: what cannot be looked through
 };
 
-/// Looks through folders and files. A folder counts as one of copybooks when it is called so (copy, cpy, copybooks …) or
-/// holds copybooks and no programs. Hidden folders are left out. Ends early once `cancel` is true.
+/// Looks through folders and files. A folder counts as one of copybooks when it is called so (copy, cpy, copybooks …)
+/// or holds copybooks and no programs. Hidden folders are left out. Ends early once `cancel` is true.
 SourceSurvey surveySources(const std::vector<std::string>& paths, const std::atomic<bool>* cancel = nullptr);
 
 /// How many programs addSources would take with those copybook folders.
