@@ -48,10 +48,10 @@ void addUnused(CLI::App& app, Context& context);
 void addSynonymsOf(CLI::App& app, Context& context);
 void addColumns(CLI::App& app, Context& context);
 void addReport(CLI::App& app, Context& context);
+void addOpen(CLI::App& app, Context& context);
 void addDerive(CLI::App& app, Context& context);
 void addUpgradeOptions(CLI::App& app, Context& context);
 void addPage(CLI::App& app, Context& context);
-void addOpen(CLI::App& app, Context& context);
 void addImpact(CLI::App& app, Context& context);
 
 } // namespace app

@@ -88,10 +88,10 @@ int run(int argc, char** argv) {
   app::addSynonymsOf(parser, context);
   app::addColumns(parser, context);
   app::addReport(parser, context);
+  app::addOpen(parser, context);
   app::addDerive(parser, context);
   app::addUpgradeOptions(parser, context);
   app::addPage(parser, context);
-  app::addOpen(parser, context);
   app::addImpact(parser, context);
   try {
     parser.parse(argc, argv);

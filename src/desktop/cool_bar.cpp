@@ -14,7 +14,7 @@ CoolBar::CoolBar(platform::CoolBar& bar, platform::Toolbar& buttons, platform::P
   setObjectName(text(bar.Name()));
   m_action->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   m_meter->setObjectName(text(progress.Name()));
-  m_meter->setTextVisible(true);
+  m_meter->setTextVisible(false); // no text is legible on both halves
   m_action->setBuddy(m_meter);
   sync();
 }
@@ -37,7 +37,7 @@ void CoolBar::sync() {
 // The toolbar gives way to the meter, never the other way round.
 void CoolBar::arrange() {
   constexpr int kMeter = 180;
-  constexpr int kMeterHeight = 18;
+  constexpr int kMeterHeight = 8;
   const bool shown = m_bar.band("Progress").Visible;
   const int wanted = shown ? std::min(width() / 2, kMeter) : 0;
   const int caption = shown ? std::min(m_action->sizeHint().width(), std::max(0, width() / 2 - wanted)) : 0;

@@ -63,6 +63,10 @@ MainWindow::MainWindow(platform::Form& form, orvane::Host& host, QtScreen& scree
 
 MainWindow::~MainWindow() = default;
 
+const platform::MenuItem* MainWindow::commandInWork() const {
+  return m_menus->inWork();
+}
+
 void MainWindow::addBars() {
   m_bar = new CoolBar(m_form.get<platform::CoolBar>("cbCoolBar"), m_form.get<platform::Toolbar>("tbToolbar"),
                       m_form.get<platform::ProgressBar>("pbProgress"), m_form, m_area);
@@ -113,6 +117,11 @@ void MainWindow::addShortcuts() {
   };
   for (int i = 0; i < 4; ++i)
     on(QKeySequence(Qt::ALT | static_cast<Qt::Key>(Qt::Key_1 + i)), [this, i] { focusPane(kPanes[i]); });
+  constexpr auto kResize = Qt::ALT | Qt::SHIFT;
+  on(QKeySequence(kResize | Qt::Key_Left), [this] { m_area->nudge(true, -1); });
+  on(QKeySequence(kResize | Qt::Key_Right), [this] { m_area->nudge(true, 1); });
+  on(QKeySequence(kResize | Qt::Key_Up), [this] { m_area->nudge(false, -1); });
+  on(QKeySequence(kResize | Qt::Key_Down), [this] { m_area->nudge(false, 1); });
   on(QKeySequence(Qt::CTRL | Qt::Key_Tab), [this] { stepPane(1); });
   on(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab), [this] { stepPane(-1); });
 }

@@ -39,6 +39,8 @@ class MainWindow final : public QMainWindow {
 
   /// Gives the focus to a pane by its key; a hidden one is left alone.
   void focusPane(const std::string& key);
+  /// The menu entry whose command runs; null when none does.
+  const platform::MenuItem* commandInWork() const;
 
  protected:
   void closeEvent(QCloseEvent* event) override;

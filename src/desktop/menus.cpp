@@ -1,5 +1,7 @@
 #include "desktop/menus.hpp"
 
+#include <utility>
+
 #include "desktop/icons.hpp"
 #include "desktop/twips.hpp"
 
@@ -61,7 +63,9 @@ void Menus::build(platform::MenuItem& item, QMenu* parent) {
     action->setAutoRepeat(false);
     QObject::connect(action, &QAction::triggered, &m_bar, [this, &item, action] {
       action->setChecked(item.Checked); // the mark is the model's
+      const platform::MenuItem* outer = std::exchange(m_inWork, &item);
       if (m_form.Enabled()) item.choose();
+      m_inWork = outer;
       if (afterEvent) afterEvent();
     });
     m_actions[&item] = action;

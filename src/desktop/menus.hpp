@@ -18,6 +18,8 @@ class Menus {
   /// The menu of an entry that has entries below it; nothing for others.
   QMenu* menuOf(const platform::MenuItem& item) const;
   QAction* actionOf(const platform::MenuItem& item) const;
+  /// The entry whose command runs; null when none does.
+  const platform::MenuItem* inWork() const { return m_inWork; }
   /// Runs after each choice.
   std::function<void()> afterEvent;
 
@@ -27,6 +29,7 @@ class Menus {
   QMenuBar& m_bar;
   std::map<const platform::MenuItem*, QAction*> m_actions;
   std::map<const platform::MenuItem*, QMenu*> m_menus;
+  const platform::MenuItem* m_inWork = nullptr;
 };
 
 /// The shortcut of a command behind a tool tip, as "Move To Working (F5)"; by the icon key of the button.

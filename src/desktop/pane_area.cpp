@@ -139,6 +139,20 @@ void PaneArea::mouseReleaseEvent(QMouseEvent* event) {
   update();
 }
 
+void PaneArea::nudge(bool sideBySide, int by) {
+  const auto frames = m_panes->frames();
+  const auto active = std::find_if(frames.begin(), frames.end(), [](const auto& frame) { return frame.active; });
+  if (active == frames.end()) return;
+  const auto sashes = m_panes->sashes();
+  const QRect pane = pixels(active->whole);
+  for (std::size_t i = 0; i < sashes.size(); ++i) {
+    const QRect at = pixels(sashes[i].at);
+    if (sashes[i].sideBySide != sideBySide || !at.adjusted(-1, -1, 1, 1).intersects(pane)) continue;
+    const double edge = sideBySide ? sashes[i].at.left : sashes[i].at.top;
+    return m_panes->moveSash(i, edge + toTwips(2 * kSpace * by));
+  }
+}
+
 void PaneArea::leaveEvent(QEvent*) {
   if (m_dragged < 0) hover(-1);
 }

@@ -22,6 +22,8 @@ class PaneArea final : public QWidget {
   std::function<void(const std::string& key)> onHide;     ///< the close button of a pane
   std::function<void(const std::string& key)> onActivate; ///< a click on its caption bar
   std::function<void()> onResized;
+  /// Moves the sash at an edge of the active pane by key: -1 or 1 to the left or right, or up or down.
+  void nudge(bool sideBySide, int by);
 
   static orvane::PaneMeasures measures();
 

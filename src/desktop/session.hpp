@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "desktop/host_view.hpp"
@@ -9,6 +10,7 @@
 namespace desktop {
 
 class MainWindow;
+class SourceView;
 
 /// One project open in a window: the host, the screen and the widgets. Dialogs and other services of the host that are
 /// widgets are put in place by its constructor.
@@ -34,9 +36,12 @@ class Session {
  private:
   HostViews sourceViews();
   void addDialogs();
+  bool editOptions(platform::Document& document, const std::string& path);
+  std::optional<std::string> chooseCriterion(const std::string& start);
   QtScreen m_screen;
   std::unique_ptr<orvane::Host> m_host;
   std::unique_ptr<MainWindow> m_window;
+  SourceView* m_source = nullptr; ///< in the window
 };
 
 } // namespace desktop

@@ -119,8 +119,19 @@ QToolBar QToolButton:pressed, QToolBar QToolButton:checked { background: %select
 QToolBar QToolButton:focus { border-color: %accent; }
 QToolBar QToolButton::menu-button { border: none; width: 14px; border-radius: 4px; }
 QToolBar QToolButton::menu-button:hover { background: %selected; }
-QProgressBar { border: 1px solid %border; border-radius: 4px; background: %base; text-align: center; color: %text; }
-QProgressBar::chunk { background: %accent; border-radius: 3px; }
+QToolBar QToolButton#qt_toolbar_ext_button { padding: 0; }
+QScrollBar { background: %base; border: none; }
+QScrollBar:vertical { width: 12px; }
+QScrollBar:horizontal { height: 12px; }
+QScrollBar::handle { background: %off; border-radius: 3px; margin: 3px; }
+QScrollBar::handle:hover, QScrollBar::handle:pressed { background: %muted; }
+QScrollBar::handle:vertical { min-height: 28px; }
+QScrollBar::handle:horizontal { min-width: 28px; }
+QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
+QScrollBar::add-page, QScrollBar::sub-page { background: none; }
+QAbstractScrollArea::corner { background: %base; border: none; }
+QProgressBar { border: none; border-radius: 4px; background: %border; }
+QProgressBar::chunk { background: %accent; border-radius: 4px; }
 QGroupBox { border: 1px solid %border; border-radius: 6px; margin-top: 10px; padding: 12px 10px 8px 10px; }
 QGroupBox::title { subcontrol-origin: margin; left: 10px; padding: 0 4px; color: %muted; }
 QRadioButton, QCheckBox { spacing: 8px; padding: 2px; }

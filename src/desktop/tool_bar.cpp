@@ -28,6 +28,7 @@ ToolBar::ToolBar(platform::Toolbar& model, platform::Form& form, QWidget* parent
       addButton(*button);
   }
   if (auto* more = findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))) {
+    more->setIcon(icon("Next"));
     more->setToolTip(text(Text::MoreCommands));
     more->setAccessibleName(text(Text::MoreCommands));
   }

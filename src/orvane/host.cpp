@@ -109,7 +109,8 @@ Host::Host(BaseFolder base, const std::string& projectName, platform::Screen& sc
                        .splitter = [this] { return m_panes = new PaneTree; },
                        .reportWriter = [this] { return Ref<tarnsift::ReportWriter>(new ReportFile(m_reports)); },
                        .sizeClassDialog = [this] { return show(makeSizeClassDialog); },
-                       .askProjectName = [this] { return show(askProjectName); }});
+                       .askProjectName = [this] { return show(askProjectName); },
+                       .showAbout = [this](const std::string& title) { about(title); }});
   platform::classes::registerObject("ProgramStore", new ProgramStores(m_base));
   platform::classes::registerObject("SettingsStore",
                                     settings ? settings : Ref<tarnsift::SettingsStore>(new MemorySettings));
@@ -133,6 +134,11 @@ void Host::start() {
 bool Host::close() {
   if (!m_window) return true;
   return m_window->unload();
+}
+
+void Host::about(const std::string& title) {
+  if (showAbout) return showAbout(title);
+  platform::screen().messageBox(title + " " + TARNSIFT_VERSION, platform::kInformation, title);
 }
 
 void Host::lock() {

@@ -64,10 +64,13 @@ class Host {
   /// component's command is an error.
   std::function<std::string()> askProjectName;
   std::function<tarnsift::Ref<tarnsift::SizeClassDialog>()> makeSizeClassDialog;
+  /// Shows what the product is; a message box with name and version without it.
+  std::function<void(const std::string& title)> showAbout;
 
  private:
   friend class FrontendObject;
   void lock();
+  void about(const std::string& title);
   void attach(const platform::Value& window); ///< Frontend.Initiate
   void detach();                              ///< Frontend.Terminate
 

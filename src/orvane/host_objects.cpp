@@ -44,6 +44,7 @@ class Paths final : public tarnsift::ProductPaths {
 
 class Strings final : public tarnsift::ProductStrings {
  public:
+  explicit Strings(std::function<void(const std::string&)> about) : m_about(std::move(about)) {}
   std::string Text(const std::string& key) override {
     if (platform::equalsIgnoringCase(key, "Tarnsift.Name")) return kToolName;
     if (platform::equalsIgnoringCase(key, "Product.Name")) return kProductName;
@@ -53,10 +54,11 @@ class Strings final : public tarnsift::ProductStrings {
   std::string Format(const std::string& text, const std::vector<std::string>& values) override {
     return platform::fillTemplate(text, values);
   }
-  void ShowAbout(const std::string& title) override {
-    platform::screen().messageBox(title + " " + TARNSIFT_VERSION, platform::kInformation, title);
-  }
+  void ShowAbout(const std::string& title) override { m_about(title); }
   void ApplyToForm(platform::Form&) override {} // the look is the screen's
+
+ private:
+  std::function<void(const std::string&)> m_about;
 };
 
 class Captions final : public tarnsift::CaptionText {
@@ -142,7 +144,7 @@ void registerHostObjects(const BaseFolder& base, const Ref<tarnsift::Repository>
   using platform::classes::registerObject;
   registerObject("RepositoryAccess", new Access(repository));
   registerObject("ProductPaths", new Paths(base));
-  registerObject("ProductStrings", new Strings);
+  registerObject("ProductStrings", new Strings(parts.showAbout));
   registerObject("CaptionText", new Captions);
   registerObject("FileProbe", new Probe);
   registerObject("ListViewSorter", new Sorter);

@@ -16,6 +16,7 @@ struct WindowParts {
   std::function<tarnsift::Ref<tarnsift::ReportWriter>()> reportWriter;
   std::function<tarnsift::Ref<tarnsift::SizeClassDialog>()> sizeClassDialog;
   std::function<std::string()> askProjectName; ///< "" when given up
+  std::function<void(const std::string& title)> showAbout;
 };
 
 /// Registers the small global objects of the host under their names: RepositoryAccess, ProductPaths, ProductStrings,

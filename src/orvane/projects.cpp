@@ -22,26 +22,48 @@ platform::Document startingOptions(OptionDocument* origin) {
 
 } // namespace
 
-void checkProjectName(const std::string& name) {
-  if (platform::trimmed(name).empty()) throw platform::Error("a project needs a name");
-  if (name.find_first_of("'\"") != std::string::npos)
-    throw platform::Error(fmt::format("the project name {} has quotes in it, which no project can have", name));
-  if (name.size() > kLongestName)
-    throw platform::Error(fmt::format("the project name is longer than {} bytes", kLongestName));
-  if (name == "." || name == ".." || name.find_first_of("/\\") != std::string::npos)
-    throw platform::Error(fmt::format("the project name '{}' cannot be a folder's: no / or \\ in it", name));
+NameFault faultOf(const std::string& name) {
+  if (platform::trimmed(name).empty()) return NameFault::blank;
+  if (name.find_first_of("'\"") != std::string::npos) return NameFault::quotes;
+  if (name.size() > kLongestName) return NameFault::tooLong;
+  if (name == "." || name == ".." || name.find_first_of("/\\") != std::string::npos) return NameFault::noFolder;
   for (const char c : name)
-    if (static_cast<unsigned char>(c) < 0x20) throw platform::Error("a project name has no control characters");
+    if (static_cast<unsigned char>(c) < 0x20) return NameFault::controls;
+  return NameFault::none;
+}
+
+std::optional<NameRival> rivalOf(RepositoryFile& repository, const std::string& name) {
+  for (const std::string& other : projectNames(repository)) {
+    if (platform::equalsIgnoringCase(other, name)) return NameRival{other, true};
+    if (platform::equalsIgnoringCase(tarnsift::EscapeColumnName(other), tarnsift::EscapeColumnName(name)))
+      return NameRival{other, false};
+  }
+  return std::nullopt;
+}
+
+void checkProjectName(const std::string& name) {
+  switch (faultOf(name)) {
+  case NameFault::blank:
+    throw platform::Error("a project needs a name");
+  case NameFault::quotes:
+    throw platform::Error(fmt::format("the project name {} has quotes in it, which no project can have", name));
+  case NameFault::tooLong:
+    throw platform::Error(fmt::format("the project name is longer than {} bytes", kLongestName));
+  case NameFault::noFolder:
+    throw platform::Error(fmt::format("the project name '{}' cannot be a folder's: no / or \\ in it", name));
+  case NameFault::controls:
+    throw platform::Error("a project name has no control characters");
+  case NameFault::none:
+    break;
+  }
 }
 
 void checkNameIsFree(RepositoryFile& repository, const std::string& name) {
-  for (const std::string& other : projectNames(repository)) {
-    if (platform::equalsIgnoringCase(other, name))
-      throw platform::Error(fmt::format("there is a project '{}' already", other));
-    if (platform::equalsIgnoringCase(tarnsift::EscapeColumnName(other), tarnsift::EscapeColumnName(name)))
-      throw platform::Error(fmt::format(
-          "the name '{}' is too like that of project '{}': their first 48 characters are the same", name, other));
-  }
+  const auto rival = rivalOf(repository, name);
+  if (!rival) return;
+  if (rival->sameName) throw platform::Error(fmt::format("there is a project '{}' already", rival->project));
+  throw platform::Error(fmt::format(
+      "the name '{}' is too like that of project '{}': their first 48 characters are the same", name, rival->project));
 }
 
 std::vector<std::string> projectNames(RepositoryFile& repository) {

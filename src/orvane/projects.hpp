@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,10 +10,20 @@
 
 namespace orvane {
 
-/// Throws platform::Error in one line when no project can have the name: it is blank or too long, has quotes or control
-/// characters, or cannot be a folder's.
+/// Why no project can have a name.
+enum class NameFault : int { none, blank, quotes, tooLong, noFolder, controls };
+NameFault faultOf(const std::string& name);
+
+/// A project that stands in the way of a name: it has the name already, or its columns have.
+struct NameRival {
+  std::string project;
+  bool sameName = false;
+};
+std::optional<NameRival> rivalOf(RepositoryFile& repository, const std::string& name);
+
+/// Throws platform::Error in one line when no project can have the name.
 void checkProjectName(const std::string& name);
-/// Throws platform::Error in one line when the name is taken or agrees with another project's in its columns.
+/// Throws platform::Error in one line when another project stands in its way.
 void checkNameIsFree(RepositoryFile& repository, const std::string& name);
 
 /// Makes a project: its folder, its option document and its repository object, or nothing of them. With an `origin` it

@@ -43,6 +43,17 @@ TEST_F(WorkbenchTest, PanesAreReachedByKeyAndShowWhichIsActive) {
   EXPECT_EQ(active(), "Programs");
 }
 
+TEST_F(WorkbenchTest, EverythingThatTakesTheFocusHasAName) {
+  open();
+  action("mnuViewLog").trigger();
+  for (const QWidget* one : window().findChildren<QWidget*>()) {
+    if (!one->isVisible() || one->focusPolicy() == Qt::NoFocus) continue;
+    const auto* button = qobject_cast<const QAbstractButton*>(one);
+    EXPECT_FALSE(one->accessibleName().isEmpty() && (!button || button->text().isEmpty()))
+        << one->metaObject()->className() << " " << one->objectName().toStdString();
+  }
+}
+
 TEST_F(WorkbenchTest, ASashIsDragged) {
   open();
   auto& area = widget<QWidget>("paneArea");
@@ -53,6 +64,8 @@ TEST_F(WorkbenchTest, ASashIsDragged) {
   QTest::mouseRelease(&area, Qt::LeftButton, {}, QPoint(right - 100, 200));
   EXPECT_NEAR(programs().width(), before - 100, 1);
   EXPECT_NEAR(working().geometry().left(), programs().geometry().right() + 7, 1) << "the neighbour follows";
+  key(programs(), Qt::Key_Right, Qt::AltModifier | Qt::ShiftModifier);
+  EXPECT_NEAR(programs().width(), before - 84, 1);
 }
 
 TEST_F(WorkbenchTest, AWindowTooSmallSnapsBack) {

@@ -194,4 +194,14 @@ void SourceView::showFile(int file) {
   if (m_workspace && file >= 0) m_workspace->showFile(static_cast<std::uint32_t>(file));
 }
 
+void SourceView::goTo(const std::string& path, int line, int column) {
+  if (m_workspace) follow(true);
+  for (int file = 0; file < static_cast<int>(m_files.size()); ++file) {
+    if (m_files[static_cast<std::size_t>(file)] != text(path)) continue;
+    showFile(file);
+    follow(false);
+    m_area->goTo(line, std::max(column, 1), 1);
+  }
+}
+
 } // namespace desktop

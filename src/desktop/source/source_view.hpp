@@ -42,6 +42,8 @@ class SourceView : public QWidget {
   const std::vector<QString>& files() const { return m_files; }
   int currentFile() const { return m_file; }
   void showFile(int file);
+  /// Shows a line of a file of the program, by its path as the analysis keeps it; an unknown file changes nothing.
+  void goTo(const std::string& path, int line, int column);
 
   std::function<void()> onChanged; ///< another dataname, file or current usage
 
