@@ -35,6 +35,7 @@ QString patternsOf(const std::vector<std::string>& patterns) {
 SearchDialog::SearchDialog(SearchContext context, const std::string& start, QWidget* parent)
     : QDialog(parent), m_context(std::move(context)), m_tabs(new QTabWidget(this)), m_patterns(new QLabel),
       m_saved(new QListWidget), m_definition(new QLabel), m_count(new QLabel), m_matches(new QListWidget) {
+  setObjectName(QStringLiteral("searchDialog"));
   setWindowTitle(text(Text::SearchTitle));
   m_fields = criterionTabs(m_tabs);
   for (const CriterionTab& tab : m_fields) {
@@ -174,12 +175,12 @@ void SearchDialog::refresh() {
   try {
     const orvane::Criterion matches = orvane::projectCriterion(m_context.options, chosen);
     m_apply->setEnabled(true);
-    const orvane::StoreData* data = m_context.program ? m_context.program() : nullptr;
-    if (!data) return m_count->setText(text(Text::SearchNoProgram));
+    const orvane::StoreData* analysis = m_context.program ? m_context.program() : nullptr;
+    if (!analysis) return m_count->setText(text(Text::SearchNoProgram));
     qlonglong count = 0;
-    for (std::uint32_t i = 0; i < data->constructs.size(); ++i) {
-      if (!matches(*data, i)) continue;
-      if (++count <= kMostShown) m_matches->addItem(text(std::string(data->text(data->constructs[i].name))));
+    for (std::uint32_t i = 0; i < analysis->constructs.size(); ++i) {
+      if (!matches(*analysis, i)) continue;
+      if (++count <= kMostShown) m_matches->addItem(text(std::string(analysis->text(analysis->constructs[i].name))));
     }
     m_count->setText(text(Text::SearchCount).arg(QLocale().toString(count), m_context.programName));
   } catch (const platform::Error& error) {
