@@ -127,7 +127,7 @@ TEST_F(Page, UsagesLeadToDeclarationsAndWordsHaveTheirKinds) {
             "<a href=\"#L6\">B</a>");
   EXPECT_EQ(line("Sources/ONE.cbl.html", 5),
             "       <i class=\"n\">01</i> <i class=\"affected\">A</i> <i class=\"k\">PIC</i> <i class=\"p\">X</i>.");
-  EXPECT_NE(line("Sources/ONE.cbl.html", 6).find("<i class=\"s\">'x&lt;y'</i>"), std::string::npos)
+  EXPECT_NE(line("Sources/ONE.cbl.html", 6).find("<i class=\"l\">'x&lt;y'</i>"), std::string::npos)
       << line("Sources/ONE.cbl.html", 6);
   EXPECT_EQ(line("Sources/ONE.cbl.html", 10).find("href"), std::string::npos) << "a register has no declaration";
   EXPECT_NE(text("index.html").find("<a href=\"Tarnsift/Main.htm#ONE:1\">1</a>"), std::string::npos);

@@ -143,6 +143,24 @@ TEST(WriteFileAtomically, leavesTheOldFileAndNothingElseOnFailure) {
   EXPECT_THAT(walkFiles(folder.path()), ElementsAre("f"));
 }
 
+TEST(WholeFile, takesItsPlaceAtTheEndOrNotAtAll) {
+  const TemporaryFolder folder;
+  WriteFileAtomically(folder.file("f"), "old");
+  {
+    WholeFile file(folder.file("f"));
+    file.write(std::string(200000, 'n'));
+    EXPECT_EQ(readText(folder.file("f")), "old");
+  }
+  EXPECT_THAT(walkFiles(folder.path()), ElementsAre("f"));
+  WholeFile file(folder.file("f"));
+  file.write(std::string(70000, 'n'));
+  file.write("end");
+  file.finish();
+  EXPECT_EQ(readText(folder.file("f")), std::string(70000, 'n') + "end");
+  EXPECT_THAT(walkFiles(folder.path()), ElementsAre("f"));
+  EXPECT_THAT(messageOf([&] { WholeFile(folder.file("none/f")); }), HasSubstr("none/f: No such file"));
+}
+
 } // namespace
 
 } // namespace platform

@@ -144,7 +144,7 @@ class Site {
       for (const auto& [kvid, decision] : decisions)
         if (inList(decision)) ++program.lists[static_cast<std::size_t>(*decision.status)];
       page.links = m_files.linksOf(data);
-      page.lists = placesInLists(decisions, data);
+      markLists(page.links, decisions, data);
       page.facts += listFacts(program) + copybookFacts(data);
     } catch (const platform::Error& error) {
       leaveOut(program, error);
@@ -191,19 +191,27 @@ class Site {
     return text.empty() ? text : ", copies" + text;
   }
 
-  static std::unordered_map<std::uint64_t, int> placesInLists(const Decisions& decisions, const StoreData& data) {
-    std::unordered_map<std::uint64_t, int> places;
+  // Names of the lists where they are declared and used; a declaration leads nowhere.
+  static void markLists(std::vector<SiteLink>& links, const Decisions& decisions, const StoreData& data) {
+    std::map<std::pair<std::uint32_t, std::uint32_t>, SiteLink> marks;
+    const auto mark = [&](const PlaceRecord& at, int list) {
+      if (at.file == 0 && at.line > 0) marks[{at.line, at.column}] = {at.line, at.column, at.length, {}, list};
+    };
     for (const auto& [kvid, decision] : decisions) {
       const int index = data.find(kvid);
       if (index < 0 || !inList(decision)) continue;
       const ConstructRecord& construct = data.constructs[static_cast<std::size_t>(index)];
-      if (construct.declared.file == 0)
-        places[sitePlace(construct.declared.line, construct.declared.column)] = *decision.status;
+      mark(construct.declared, *decision.status);
       for (std::uint32_t i = 0; i < construct.usages; ++i)
-        if (const PlaceRecord& at = data.instances[construct.firstInstance + i].place; at.file == 0)
-          places[sitePlace(at.line, at.column)] = *decision.status;
+        mark(data.instances[construct.firstInstance + i].place, *decision.status);
     }
-    return places;
+    for (SiteLink& link : links)
+      if (const auto found = marks.find({link.line, link.column}); found != marks.end()) {
+        link.list = found->second.list;
+        marks.erase(found);
+      }
+    for (const auto& [place, link] : marks)
+      links.push_back(link);
   }
 
   // As any page generator runs it: by the name of its class, through the component's entry points.

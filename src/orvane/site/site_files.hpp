@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "cobol/source_words.hpp"
+#include "cobol/token.hpp"
 #include "orvane/base_folder.hpp"
 #include "orvane/store_format.hpp"
 
@@ -19,10 +19,11 @@ struct SiteTarget {
   bool operator==(const SiteTarget&) const = default;
 };
 
-/// A name that leads somewhere.
+/// A name that leads somewhere, or stands in a list.
 struct SiteLink {
   std::uint32_t line = 0, column = 0, length = 0; ///< from 1; characters
   SiteTarget target;
+  int list = -1; ///< Working, Affected, Clean; -1: none
 };
 
 /// A source file with a page of its own.
