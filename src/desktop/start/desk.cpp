@@ -34,7 +34,7 @@ StartWindow& Desk::showStart(const std::string& notice) {
     m_start->onOpen = [this](const RecentProject& project) {
       QTimer::singleShot(0, this, [this, project] { openFromStart(project); }); // out of the page's own event
     };
-    m_start->onHelp = [] { helpDesk().show("start"); };
+    m_start->onHelp = [] { helpDesk().show(QStringLiteral("start")); };
     m_start->onClosed = [this] {
       if (!m_session) QApplication::quit();
     };
