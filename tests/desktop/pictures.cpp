@@ -1,9 +1,9 @@
-// Takes the pictures of docs/pictures with the real window on an X server: pictures BASE FOLDER SET, where SET is
-// "all", or the ending of a single picture of the window: "dark", "japanese", "large".
+// Takes the pictures of docs/pictures with the real window on an X server: pictures BASE SOURCES FOLDER SET, where SET
+// is "all", or the ending of a single picture of the window: "dark", "japanese", "large".
 #include <QAction>
 #include <QDialog>
 #include <QLineEdit>
-#include <QPushButton>
+#include <QPainter>
 #include <QScreen>
 #include <QTest>
 #include <QTimer>
@@ -17,7 +17,7 @@
 #include "desktop/session.hpp"
 #include "desktop/start/analyse_dialog.hpp"
 #include "desktop/start/start_window.hpp"
-#include "desktop/texts.hpp"
+#include "desktop/theme.hpp"
 #include "orvane/settings.hpp"
 #include "platform/runtime/error.hpp"
 #include "platform/runtime/string_table.hpp"
@@ -35,16 +35,27 @@ class Camera {
  public:
   explicit Camera(QString folder) : m_folder(std::move(folder)) {}
 
-  void shoot(const char* name) const {
+  /// The screen; what lies behind `front` is dimmed, because no window manager frames it here.
+  void shoot(const char* name, const QWidget* front = nullptr) const {
     QTest::qWait(250); // for what is drawn later
     const QString file = QStringLiteral("%1/%2.png").arg(m_folder, QString::fromLatin1(name));
-    QScreen* screen = QGuiApplication::primaryScreen();
+    QImage picture = QGuiApplication::primaryScreen()->grabWindow(0).toImage().convertToFormat(QImage::Format_RGB32);
+    if (front) dimBehind(picture, *front);
     constexpr int kSmallest = 0;
-    if (!screen->grabWindow(0).toImage().convertToFormat(QImage::Format_RGB32).save(file, "PNG", kSmallest))
-      throw platform::Error(file.toStdString() + ": cannot be written");
+    if (!picture.save(file, "PNG", kSmallest)) throw platform::Error(file.toStdString() + ": cannot be written");
   }
 
  private:
+  static void dimBehind(QImage& picture, const QWidget& front) {
+    constexpr QColor kDim(20, 26, 38, 110);
+    QPainter painter(&picture);
+    painter.setClipRegion(QRegion(picture.rect()) - QRegion(front.geometry()));
+    painter.fillRect(picture.rect(), kDim);
+    painter.setClipping(false);
+    painter.setPen(desktop::theme().border);
+    painter.drawRect(front.geometry().adjusted(-1, -1, 0, 0));
+  }
+
   QString m_folder;
 };
 
@@ -68,13 +79,14 @@ void center(QWidget& widget) {
 
 void shootDialog(const Camera& camera, const char* name, QWidget& dialog) {
   center(dialog);
-  camera.shoot(name);
+  camera.shoot(name, &dialog);
 }
 
 class Shooting {
  public:
-  Shooting(std::string base, const Camera& camera)
-      : m_base(std::move(base)), m_camera(camera), m_settings(new orvane::MemorySettings) {}
+  Shooting(std::string base, QString sources, const Camera& camera)
+      : m_base(std::move(base)), m_sources(std::move(sources)), m_camera(camera),
+        m_settings(new orvane::MemorySettings) {}
 
   void openWindow() {
     m_session = std::make_unique<desktop::Session>(orvane::BaseFolder::open(m_base), "bank", m_settings);
@@ -130,24 +142,29 @@ class Shooting {
   }
 
   void startPage() {
-    desktop::rememberProject({"/home/ana/projects/insurance", "policies"}, *m_settings);
+    desktop::rememberProject({"/home/ana/Documents/Tarnsift/insurance", "insurance"}, *m_settings);
     desktop::rememberProject({m_base, "bank"}, *m_settings);
+    QWidget ground; // what a desktop would show
+    ground.setGeometry(QGuiApplication::primaryScreen()->geometry());
+    ground.setPalette(desktop::theme().window);
+    ground.show();
     desktop::StartWindow page(m_settings);
     page.show();
     center(page);
-    m_camera.shoot("start");
+    page.activateWindow();
+    m_camera.shoot("start", &page);
     inNextDialog([this](QDialog& dialog) {
       QTest::qWait(300);
       shootDialog(m_camera, "analyse", dialog);
       dialog.reject();
     });
-    page.analyse({QStringLiteral(TARNSIFT_SOURCE_DIR "/samples/bank/cobol")});
+    page.analyse({m_sources});
   }
 
   void dialogs() {
     shootAction("mnuFileSynonyms", "synonyms");
     inNextDialog([this](QDialog& dialog) {
-      QTest::keyClicks(dialog.findChild<QLineEdit*>(), QStringLiteral("*ACCT*"));
+      QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("*ACCT*"));
       shootDialog(m_camera, "search", dialog);
       dialog.reject();
     });
@@ -163,8 +180,7 @@ class Shooting {
     });
     action("mnuFileCreateFrom1").trigger();
     desktop::helpDesk().show(QStringLiteral("synonyms"));
-    center(*desktop::helpDesk().window());
-    m_camera.shoot("help");
+    shootDialog(m_camera, "help", *desktop::helpDesk().window());
     desktop::helpDesk().window()->close();
   }
 
@@ -185,6 +201,7 @@ class Shooting {
   }
 
   std::string m_base;
+  QString m_sources;
   const Camera& m_camera;
   platform::Ref<orvane::MemorySettings> m_settings;
   std::unique_ptr<desktop::Session> m_session;
@@ -193,13 +210,13 @@ class Shooting {
 } // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 4) return 2;
-  const std::string set = argv[3];
+  if (argc != 5) return 2;
+  const std::string set = argv[4];
   if (set == "japanese") platform::setLanguage(platform::Language::Japanese);
   desktop::Application application(argc, argv, set == "dark" ? "dark" : "light");
   try {
-    const Camera camera(QString::fromLocal8Bit(argv[2]));
-    Shooting shooting(argv[1], camera);
+    const Camera camera(QString::fromLocal8Bit(argv[3]));
+    Shooting shooting(argv[1], QString::fromLocal8Bit(argv[2]), camera);
     if (set == "all")
       shooting.all();
     else

@@ -212,6 +212,7 @@ void StartWindow::refresh() {
   if (m_projects.empty()) m_list->setCurrentRow(-1);
   follow();
   lookWhatIsGone();
+  if (!m_projects.empty()) m_list->setFocus();
 }
 
 // A folder may lie on a disk that takes its time.
