@@ -2,11 +2,23 @@
 
 #include <QFont>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QStyleFactory>
 
 namespace desktop {
 
 namespace {
+
+// Buttons say what they do in words.
+class Style final : public QProxyStyle {
+ public:
+  Style() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* returned) const override {
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, returned);
+  }
+};
 
 Theme light() {
   Theme t;
@@ -193,7 +205,7 @@ const Theme& theme() {
 
 void applyTheme(QApplication& application, const std::string& choice) {
   current() = wantsDark(choice) ? dark() : light();
-  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setStyle(new Style);
   QApplication::setPalette(paletteOf(current()));
   application.setStyleSheet(sheetOf(current()));
   // Names and captions may be in either script, whatever the locale's font covers.
