@@ -164,7 +164,8 @@ class Shooting {
   void dialogs() {
     shootAction("mnuFileSynonyms", "synonyms");
     inNextDialog([this](QDialog& dialog) {
-      QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("*ACCT*"));
+      for (QLineEdit* field : dialog.findChildren<QLineEdit*>())
+        if (field->placeholderText() == QStringLiteral("*ACCT*")) field->setText(QStringLiteral("*ACCT*"));
       shootDialog(m_camera, "search", dialog);
       dialog.reject();
     });

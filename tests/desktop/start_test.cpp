@@ -138,7 +138,8 @@ TEST_F(StartTest, AnalysesAFolderIntoAFilledWindow) {
     QTest::keyClick(&place, Qt::Key_Return);
   });
   m_analyst.at("runDialog", [](QWidget& dialog) {
-    QTest::qWaitFor([&] { return in<QPushButton>(dialog, "runOpen").isVisible() || !dialog.isVisible(); }, 20000);
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return in<QPushButton>(dialog, "runOpen").isVisible() || !dialog.isVisible(); }, 20000));
     if (dialog.isVisible()) press(dialog, "runOpen");
   });
   press(page(), "startAnalyse");
@@ -176,7 +177,7 @@ TEST_F(StartTest, ACancelledRunGoesOnLater) {
       .base = base, .project = "P", .sources = {m_folder.file("src")}, .copybookFolders = {}};
   {
     desktop::AnalysisJob job(request);
-    QTest::qWaitFor([&] { return job.state().done > 0; }, 10000);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return job.state().done > 0; }, 10000));
     job.cancel();
     ASSERT_TRUE(QTest::qWaitFor([&] { return job.state().finished; }, 10000));
     EXPECT_EQ(job.state().error, "");

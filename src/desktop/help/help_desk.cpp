@@ -20,8 +20,7 @@ HelpWindow* HelpDesk::window() const {
 // A modal dialog takes all input but that of its own windows, so the guide becomes one of them.
 void HelpDesk::show(const QString& page) {
   QWidget* dialog = QApplication::activeModalWidget();
-  if (m_window && dialog && !dialog->isAncestorOf(m_window) && m_window->parentWidget() != dialog)
-    delete m_window.data();
+  if (m_window && dialog && m_window->parentWidget() != dialog) delete m_window.data();
   if (!m_window) m_window = new HelpWindow(dialog);
   window()->open(page);
   m_window->show();

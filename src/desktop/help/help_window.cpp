@@ -111,7 +111,6 @@ HelpWindow::HelpWindow(QWidget* parent)
   m_search->setPlaceholderText(text(Text::HelpSearch));
   m_search->setAccessibleName(text(Text::HelpSearch));
   m_search->setClearButtonEnabled(true);
-  m_pages->setStyleSheet(QStringLiteral("QListView::item { padding: 3px 6px; }"));
   m_pages->setObjectName(QStringLiteral("helpPages"));
   m_pages->setAccessibleName(text(Text::HelpContents));
   m_pages->setFrameShape(QFrame::NoFrame);

@@ -144,7 +144,6 @@ AnalyseDialog::~AnalyseDialog() {
 }
 
 void AnalyseDialog::addSourcePart(QBoxLayout& column) {
-  m_sources->setStyleSheet(QStringLiteral("QListView::item { padding: 3px 6px; }"));
   m_sources->setObjectName(QStringLiteral("analyseSources"));
   m_sources->setSelectionMode(QAbstractItemView::ExtendedSelection);
   m_sources->setFixedHeight(kListHeight);
@@ -176,7 +175,6 @@ void AnalyseDialog::addSourcePart(QBoxLayout& column) {
 }
 
 void AnalyseDialog::addCopybookPart(QBoxLayout& column) {
-  m_copybooks->setStyleSheet(QStringLiteral("QListView::item { padding: 3px 6px; }"));
   m_copybooks->setObjectName(QStringLiteral("analyseCopybooks"));
   m_copybooks->setFixedHeight(kListHeight);
   m_copybooks->setTextElideMode(Qt::ElideMiddle);
