@@ -30,8 +30,8 @@ bool isDeclaredAt(tarnsift::AnalysisStore& store, const std::string& key, const 
   bool same = false;
   platform::ignoring([&] {
     const auto construct = store.ObjectById(key);
-    same = construct->FileName() == place.file && construct->Line() == place.line &&
-           construct->Column() == place.column;
+    same =
+        construct->FileName() == place.file && construct->Line() == place.line && construct->Column() == place.column;
   });
   return same;
 }
@@ -42,7 +42,8 @@ bool chooseDataname(platform::Form& form, tarnsift::AnalysisStore& store, const 
     auto& view = form.get<ListView>("lvList", list);
     for (std::size_t i = 1; i <= view.ListItems.Count(); ++i) {
       ListItem& entry = view.ListItems.Item(i);
-      if (!platform::equalsIgnoringCase(entry.Text, place.dataname) || !isDeclaredAt(store, entry.Key(), place)) continue;
+      if (!platform::equalsIgnoringCase(entry.Text, place.dataname) || !isDeclaredAt(store, entry.Key(), place))
+        continue;
       auto& tabs = form.get<platform::TabStrip>("tsLists");
       constexpr const char* kTabs[] = {"Working", "Accepted", "Rejected"};
       for (std::size_t tab = 1; tab <= tabs.Tabs.size(); ++tab)

@@ -219,9 +219,15 @@ void ListWidget::search(const QString& typed) {
   }
 }
 
+// A modifier by itself chooses nothing: the way from use to use in the source would start anew.
+static bool isModifier(int key) {
+  return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_Meta ||
+         key == Qt::Key_AltGr;
+}
+
 void ListWidget::keyReleaseEvent(QKeyEvent* event) {
   if (event->isAutoRepeat()) return;
-  if (!m_pressed.remove(event->key())) return;
+  if (!m_pressed.remove(event->key()) || isModifier(event->key())) return;
   const bool menuKey = event->key() == Qt::Key_Menu; // asks for what Shift+F10 asks for
   const int code = menuKey ? platform::kKeyF10 : keyCodeOf(event->key());
   const int shift = menuKey ? platform::kShift : shiftStateOf(event->modifiers());

@@ -103,7 +103,10 @@ void MainWindow::addHostViews(const HostViews& views) {
   }
   QWidget* source = views.source(m_host, m_area);
   source->setObjectName(QStringLiteral("KVSource"));
-  m_host.sourceViewer()->onSetFocus = [source] { source->setFocus(Qt::OtherFocusReason); };
+  // A field of the view that has the focus keeps it.
+  m_host.sourceViewer()->onSetFocus = [source] {
+    if (!source->isAncestorOf(QApplication::focusWidget())) source->setFocus(Qt::OtherFocusReason);
+  };
   m_hostViews.push_back(new HostView(*m_host.sourceViewer(), m_form, source));
   for (HostView* view : m_hostViews)
     view->afterEvent = [this] { sync(); };

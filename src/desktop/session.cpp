@@ -39,9 +39,8 @@ Session::Session(orvane::BaseFolder base, const std::string& project, tarnsift::
 
 // The view comes first, the bar above it drives it.
 HostViews Session::sourceViews() {
-  auto* view = m_source = new SourceView(m_host->base(), [this] {
-    return orvane::readingOptions(m_host->base(), m_host->options().Document());
-  });
+  auto* view = m_source = new SourceView(
+      m_host->base(), [this] { return orvane::readingOptions(m_host->base(), m_host->options().Document()); });
   view->attach(*m_host->workspace());
   const auto placed = [](QWidget* widget, QWidget* parent) {
     widget->setParent(parent);
@@ -78,20 +77,19 @@ std::optional<std::string> Session::chooseCriterion(const std::string& start) {
   const platform::ListItem* row = programs.ListItems.find(m_host->workspace()->CurrentProgram());
   tarnsift::Ref<tarnsift::AnalysisStore> store;
   platform::ignoring([&] { store = m_host->workspace()->AnalysisStore(); });
-  SearchDialog dialog(
-      {.options = options.Document(),
-       .saveOptions = [&] { options.Save(); },
-       .editFilter =
-           [&] {
-             platform::Document document = options.Document();
-             if (editOptions(document, kFilterOptions)) options.Save();
-           },
-       .program = [&]() -> const orvane::StoreData* {
-         const auto* analysis = dynamic_cast<const orvane::StoredAnalysis*>(store.get());
-         return analysis ? &analysis->data() : nullptr;
-       },
-       .programName = row ? text(row->Text) : QString()},
-      start, m_window.get());
+  SearchDialog dialog({.options = options.Document(),
+                       .saveOptions = [&] { options.Save(); },
+                       .editFilter =
+                           [&] {
+                             platform::Document document = options.Document();
+                             if (editOptions(document, kFilterOptions)) options.Save();
+                           },
+                       .program = [&]() -> const orvane::StoreData* {
+                         const auto* analysis = dynamic_cast<const orvane::StoredAnalysis*>(store.get());
+                         return analysis ? &analysis->data() : nullptr;
+                       },
+                       .programName = row ? text(row->Text) : QString()},
+                      start, m_window.get());
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.criterion();
 }

@@ -44,6 +44,7 @@ TEST_F(ReportWindowTest, FiltersSortsAndLeadsBackToTheDataname) {
   QCoreApplication::processEvents();
   EXPECT_EQ(host().workspace()->CurrentProgram(), form().get<platform::ListView>("lvPrograms").SelectedItem()->Key());
   EXPECT_EQ(form().get<platform::ListView>("lvPrograms").SelectedItem()->Text, "BKB030");
+  ASSERT_TRUE(form().get<platform::ListView>("lvList", 1).SelectedItem());
   EXPECT_EQ(form().get<platform::ListView>("lvList", 1).SelectedItem()->Text, "WS-HIGHEST-ACCT");
   EXPECT_TRUE(affected().isVisible()) << "the tab with the dataname is in front";
   edit->clear();

@@ -133,6 +133,10 @@ void ReportWindow::fitColumns() {
   m_table->resizeColumnsToContents();
   for (int column = 0; column < m_model->columnCount(); ++column)
     m_table->setColumnWidth(column, std::min(m_table->columnWidth(column) + kSpace, kWidestAtFirst));
+  if (!m_model->isCode()) return;
+  // Source lines take what the other columns leave.
+  m_table->horizontalHeader()->setStretchLastSection(false);
+  m_table->horizontalHeader()->setSectionResizeMode(m_model->fieldNamed("text"), QHeaderView::Stretch);
 }
 
 void ReportWindow::readOn() {
@@ -199,7 +203,7 @@ ReportPlace ReportWindow::placeOf(int row) const {
     return field < 0 ? std::string() : m_model->index(row, field).data().toString().toStdString();
   };
   return {.program = textOf("program"),
-          .dataname = textOf("name"),
+          .dataname = textOf("dataname"),
           .file = textOf("file"),
           .line = QString::fromStdString(textOf("line")).toInt(),
           .column = QString::fromStdString(textOf("column")).toInt()};

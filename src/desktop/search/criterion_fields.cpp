@@ -97,7 +97,8 @@ class ArgumentFields final : public CriterionFields {
   }
   bool takePart(const std::string& part) override {
     for (const auto& [word, box] : m_fields)
-      if (const auto argument = argumentOf(part, m_tab + ":" + word + " ")) return box->setEditText(text(*argument)), true;
+      if (const auto argument = argumentOf(part, m_tab + ":" + word + " "))
+        return box->setEditText(text(*argument)), true;
     return false;
   }
   void clear() override {
@@ -174,8 +175,9 @@ std::vector<CriterionTab> criterionTabs(QWidget* parent) {
   auto* declaration = new ArgumentFields("Declaration", parent);
   declaration->add("Level", text(Text::SearchLevel), QStringLiteral("1-49"));
   declaration->add("Picture", text(Text::SearchPicture), QStringLiteral("9(6)"));
-  declaration->add("Usage", text(Text::SearchUsage), QStringLiteral("COMP-3"),
-                   {QStringLiteral("DISPLAY"), QStringLiteral("COMP"), QStringLiteral("COMP-3"), QStringLiteral("COMP-5")});
+  declaration->add(
+      "Usage", text(Text::SearchUsage), QStringLiteral("COMP-3"),
+      {QStringLiteral("DISPLAY"), QStringLiteral("COMP"), QStringLiteral("COMP-3"), QStringLiteral("COMP-5")});
   declaration->add("Size", text(Text::SearchSize), QStringLiteral("6-8"));
   declaration->add("Kind", text(Text::SearchKind), QString(), kindWords());
   auto* use = new WordFields("Use", parent);

@@ -51,13 +51,14 @@ SearchDialog::SearchDialog(SearchContext context, const std::string& start, QWid
   m_save = buttons->addButton(text(Text::SearchSaveAs), QDialogButtonBox::ActionRole);
   buttons->addButton(text(Text::Cancel), QDialogButtonBox::RejectRole);
   auto* middle = new QHBoxLayout;
-  middle->addWidget(m_tabs, 3);
-  middle->addWidget(preview(), 2);
+  middle->setSpacing(2 * kSpace);
+  middle->addWidget(m_tabs, 5);
+  middle->addWidget(preview(), 3);
   auto* column = new QVBoxLayout(this);
   column->addLayout(middle, 1);
   column->addWidget(m_definition);
   column->addWidget(buttons);
-  resize(820, 460);
+  resize(940, 480);
   listSaved({});
   show(start);
   connect(m_tabs, &QTabWidget::currentChanged, this, [this] { refresh(); });
@@ -76,6 +77,7 @@ QWidget* SearchDialog::preview() {
   m_matches->setAccessibleName(text(Text::SearchMatches));
   m_matches->setSelectionMode(QAbstractItemView::NoSelection);
   m_matches->setUniformItemSizes(true);
+  m_matches->setSpacing(2);
   column->addWidget(m_count);
   column->addWidget(m_matches, 1);
   return side;

@@ -20,9 +20,9 @@ namespace desktop {
 
 /// What the search dialog knows of the session.
 struct SearchContext {
-  platform::Document options;                       ///< of the project: its filter and its saved criteria
-  std::function<void()> saveOptions;                ///< after a criterion was saved or removed
-  std::function<void()> editFilter;                 ///< opens the options on the project's filter
+  platform::Document options;                        ///< of the project: its filter and its saved criteria
+  std::function<void()> saveOptions;                 ///< after a criterion was saved or removed
+  std::function<void()> editFilter;                  ///< opens the options on the project's filter
   std::function<const orvane::StoreData*()> program; ///< the analysis of the current program, or nothing
   QString programName;
 };
