@@ -1,6 +1,7 @@
 # The commands of a developer. `make run` and `make test` need nothing but make and root (or sudo) on Debian 12.
-.PHONY: configure run test bench fuzz lint asan setup build clean oracle site-check
+.PHONY: configure run test bench fuzz lint asan setup build clean oracle site-check install pictures
 JOBS ?= $(shell nproc)
+PREFIX ?= /usr/local
 
 setup:
 	@tools/setup
@@ -49,6 +50,19 @@ fuzz:
 
 lint: setup
 	@tools/lint
+
+# Builds with optimisation and installs below PREFIX; DESTDIR goes in front of it for packagers.
+install: setup
+	@cmake --preset release -DTARNSIFT_BENCH=OFF >/dev/null
+	@cmake --build --preset release -j $(JOBS) --target tarnsift tarnsift-window Tarnsift
+	@DESTDIR="$(DESTDIR)" cmake --install build/release --prefix "$(PREFIX)" --strip >/dev/null
+	@echo "installed below $(DESTDIR)$(PREFIX)"
+
+# Takes the pictures of the window in docs/pictures.
+pictures: configure
+	@tools/setup xvfb xauth fonts-dejavu-core fonts-noto-cjk
+	@cmake --build --preset dev -j $(JOBS) --target tarnsift desktop_pictures
+	@tools/pictures build/dev
 
 clean:
 	rm -rf build

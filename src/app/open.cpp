@@ -39,8 +39,10 @@ void addOpen(CLI::App& app, Context& context) {
   command->add_option("--theme", *theme, "light or dark (default: the system's)")
       ->type_name("NAME")
       ->check(CLI::IsMember({"light", "dark"}));
+  auto start = std::make_shared<bool>(false);
+  command->add_flag("--start", *start, "Shows the start page: recent projects, and a new one from a folder of sources");
   command->footer("Example:\n  tarnsift open --project bank");
-  command->callback([theme, &context] {
+  command->callback([theme, start, &context] {
     const std::string program = windowProgram();
     requireDisplay();
     std::vector<std::string> words{program};
@@ -50,6 +52,7 @@ void addOpen(CLI::App& app, Context& context) {
     add("--base", context.baseOption);
     add("--project", context.projectOption);
     add("--theme", *theme);
+    if (*start) words.emplace_back("--start");
     add("--language", context.languageOption);
     std::vector<char*> arguments;
     for (std::string& one : words)

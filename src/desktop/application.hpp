@@ -17,9 +17,10 @@ class Application final : public QApplication {
 struct Opening {
   std::string base;
   std::string project;
+  bool start = false; ///< the start page, whatever was open
 };
 
-/// Shows the window of a project and runs until it is closed. Gives the exit status: 0, or 1 with one line on stderr
+/// Shows the window of a project, or the start page, and runs until it is closed. Gives the exit status: 0, or 1 with one line on stderr
 /// and in a box when it could not be opened.
 int openWindow(const Opening& opening);
 

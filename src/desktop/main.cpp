@@ -34,6 +34,7 @@ int main(int argc, char** argv) {
   std::string language;
   parser.add_option("-C,--base", opening.base, "Base folder");
   parser.add_option("--project", opening.project, "Project");
+  parser.add_flag("--start", opening.start, "The start page");
   parser.add_option("--theme", theme, "light or dark")->check(CLI::IsMember({"light", "dark"}));
   parser.add_option("--language", language, "en, ja or ko")->check(CLI::IsMember({"en", "ja", "ko"}));
   parser.allow_extras(); // Qt's own options

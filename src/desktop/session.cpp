@@ -1,6 +1,7 @@
 #include "desktop/session.hpp"
 
 #include "desktop/dialogs/host_dialogs.hpp"
+#include "desktop/help/help_desk.hpp"
 #include "desktop/jump.hpp"
 #include "desktop/main_window.hpp"
 #include "desktop/options/option_dialog.hpp"
@@ -22,6 +23,7 @@ constexpr const char* kFilterOptions = "//CASE[@ID='Tarnsift']/LIST/CASE[@NAME='
 
 Session::Session(orvane::BaseFolder base, const std::string& project, tarnsift::Ref<tarnsift::SettingsStore> settings)
     : m_host(std::make_unique<orvane::Host>(std::move(base), project, m_screen, std::move(settings))) {
+  m_screen.onHelp = [](const std::string&, int command, int context) { helpDesk().show(command, context); };
   m_host->onWindow = [this](platform::Form& form) {
     m_window = std::make_unique<MainWindow>(form, *m_host, m_screen, sourceViews());
     addDialogs();

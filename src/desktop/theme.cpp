@@ -192,6 +192,9 @@ QComboBox::down-arrow { image: url(:/icons/arrow_%tone.svg); width: 12px; height
 QComboBox QAbstractItemView { background: %base; border: 1px solid %border; selection-background-color: %selected;
   selection-color: %text; }
 QSplitter::handle { background: %window; }
+QListWidget::item { padding: 4px 6px; border: none; }
+QListWidget::item:hover { background: %hover; color: %text; }
+QListWidget::item:selected { background: %selected; color: %text; }
 )";
 
 QString sheetOf(const Theme& t) {

@@ -36,7 +36,7 @@ class Paths final : public tarnsift::ProductPaths {
     const std::string own = m_base.path() + "/Resources/" + fileName;
     return platform::fileExists(own) ? own : productFolder() + "/" + fileName;
   }
-  std::string HelpFile() override { return productFolder() + "/help.html"; }
+  std::string HelpFile() override { return productFolder() + "/guide/index.md"; }
 
  private:
   BaseFolder m_base;

@@ -38,10 +38,7 @@ bool lies(const std::string& path, const std::string& below) {
 }
 
 bool looksLikeSource(const std::string& name, bool amongCopybooks) {
-  const std::string extension = fs::path(name).extension().string();
-  if (extension.empty()) return !amongCopybooks;
-  return std::any_of(std::begin(kExtensions), std::end(kExtensions),
-                     [&](std::string_view known) { return platform::equalsIgnoringCase(known, extension); });
+  return fs::path(name).has_extension() ? hasSourceExtension(name) : !amongCopybooks;
 }
 
 std::string nativeOf(const BaseFolder& base, const std::string& stored) {
@@ -226,6 +223,12 @@ void addOnce(std::vector<std::string>& list, std::string text) {
 }
 
 } // namespace
+
+bool hasSourceExtension(const std::string& name) {
+  const std::string extension = fs::path(name).extension().string();
+  return std::any_of(std::begin(kExtensions), std::end(kExtensions),
+                     [&](std::string_view known) { return platform::equalsIgnoringCase(known, extension); });
+}
 
 SourcesFound addSources(const BaseFolder& base, RepositoryFile& repository, const Ref<RepositoryObject>& project,
                         OptionDocument& options, const std::vector<std::string>& paths,

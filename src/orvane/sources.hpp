@@ -18,6 +18,9 @@ struct SourcesFound {
   std::vector<std::string> problems; ///< one line each: paths that are gone or cannot be looked through
 };
 
+/// Whether the name of a file ends in one of the extensions of COBOL programs.
+bool hasSourceExtension(const std::string& name);
+
 /// Takes sources into a project. `paths` are native: folders where sources lie, or single files, which are taken
 /// whatever their names. Folders are linked below the base folder, or copied into it, and remembered with the copybook
 /// folders in the option document, which is saved. Of a folder's files those with a COBOL extension or none are taken;

@@ -49,6 +49,7 @@ OptionDialog::OptionDialog(platform::Document document, const std::string& path,
       m_pages(new QStackedWidget(this)) {
   const Node root = m_document.selectSingleNode(path);
   if (!root) throw platform::Error("the options have nothing at " + path);
+  setObjectName(QStringLiteral("optionDialog"));
   setWindowTitle(text(Text::OptionTitle));
   m_list->setAccessibleName(text(Text::OptionPages));
   m_list->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);

@@ -57,6 +57,7 @@ ReportWindow::ReportWindow(orvane::FinishedReport report, std::string folder,
       m_model(new ReportModel(std::move(report), this)), m_filter(new QLineEdit(this)), m_count(new QLabel(this)),
       m_table(new QTableView(this)) {
   setAttribute(Qt::WA_DeleteOnClose);
+  setObjectName(QStringLiteral("reportWindow"));
   setWindowTitle(text(m_model->rows().report().title));
   resize(1080, 680);
   buildTable();

@@ -35,6 +35,7 @@ QString patternsOf(const std::vector<std::string>& patterns) {
 SearchDialog::SearchDialog(SearchContext context, const std::string& start, QWidget* parent)
     : QDialog(parent), m_context(std::move(context)), m_tabs(new QTabWidget(this)), m_patterns(new QLabel),
       m_saved(new QListWidget), m_definition(new QLabel), m_count(new QLabel), m_matches(new QListWidget) {
+  setObjectName(QStringLiteral("searchDialog"));
   setWindowTitle(text(Text::SearchTitle));
   m_fields = criterionTabs(m_tabs);
   for (const CriterionTab& tab : m_fields) {

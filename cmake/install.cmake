@@ -1,0 +1,17 @@
+# What `make install` puts where. Programs find their libraries in ../lib and the product's files in ../share/tarnsift, so the
+# tree can be moved as a whole.
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME tarnsift)
+set_target_properties(platform Tarnsift PROPERTIES INSTALL_RPATH "$ORIGIN")
+install(TARGETS tarnsift RUNTIME DESTINATION bin)
+install(TARGETS platform Tarnsift LIBRARY DESTINATION lib)
+install(DIRECTORY src/orvane/resources/ DESTINATION share/tarnsift PATTERN guide EXCLUDE)
+install(DIRECTORY docs/guide DESTINATION share/tarnsift)
+install(FILES packaging/tarnsift.1 DESTINATION share/man/man1)
+if(TARNSIFT_WINDOW)
+  install(TARGETS tarnsift-window RUNTIME DESTINATION bin)
+  install(FILES packaging/tarnsift.desktop DESTINATION share/applications)
+  install(FILES packaging/tarnsift.svg DESTINATION share/icons/hicolor/scalable/apps)
+  foreach(size 48 128)
+    install(FILES packaging/tarnsift-${size}.png DESTINATION share/icons/hicolor/${size}x${size}/apps RENAME tarnsift.png)
+  endforeach()
+endif()
