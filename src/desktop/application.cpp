@@ -86,7 +86,6 @@ void translateToolkit() {
 
 Application::Application(int& argc, char** argv, const std::string& themeChoice) : QApplication(argc, argv) {
   setApplicationName(QStringLiteral("tarnsift"));
-  setApplicationDisplayName(QStringLiteral("Tarnsift"));
   setDesktopFileName(QStringLiteral("tarnsift"));
   setQuitOnLastWindowClosed(false);
   translateToolkit();

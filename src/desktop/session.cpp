@@ -9,6 +9,7 @@
 #include "desktop/search/search_dialog.hpp"
 #include "desktop/source/source_view.hpp"
 #include "desktop/source/workspace_bar.hpp"
+#include "desktop/texts.hpp"
 #include "desktop/twips.hpp"
 #include "orvane/program_store.hpp"
 #include "orvane/sources.hpp"
@@ -77,6 +78,7 @@ std::optional<std::string> Session::chooseCriterion(const std::string& start) {
   const platform::ListItem* row = programs.ListItems.find(m_host->workspace()->CurrentProgram());
   tarnsift::Ref<tarnsift::AnalysisStore> store;
   platform::ignoring([&] { store = m_host->workspace()->AnalysisStore(); });
+  const std::optional<std::size_t> scope = m_host->search().scopeSize();
   SearchDialog dialog({.options = options.Document(),
                        .saveOptions = [&] { options.Save(); },
                        .editFilter =
@@ -88,7 +90,9 @@ std::optional<std::string> Session::chooseCriterion(const std::string& start) {
                          const auto* analysis = dynamic_cast<const orvane::StoredAnalysis*>(store.get());
                          return analysis ? &analysis->data() : nullptr;
                        },
-                       .programName = row ? text(row->Text) : QString()},
+                       .programName = row ? text(row->Text) : QString(),
+       .scope = scope ? text(Text::SearchScopeSelected).arg(*scope).arg(programs.ListItems.Count())
+                      : text(Text::SearchScopeAll)},
                       start, m_window.get());
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.criterion();

@@ -17,6 +17,11 @@ std::vector<std::string> matchesOf(const StoreData& data, const Criterion& match
 
 } // namespace
 
+std::optional<std::size_t> SearchService::scopeSize() const {
+  if (m_scope.empty()) return std::nullopt;
+  return platform::splitAt(m_scope, '|').size();
+}
+
 bool SearchService::inScope(const std::string& key) const {
   if (m_scope.empty()) return true;
   const auto keys = platform::splitAt(m_scope, '|');

@@ -29,6 +29,8 @@ class SearchService : public tarnsift::SearchHost {
 
   /// The project's options, where its filter and its saved criteria stand.
   std::function<platform::Document()> projectOptions;
+  /// Programs that the search at hand looks through; nothing: all of the project.
+  std::optional<std::size_t> scopeSize() const;
   /// What the analyst chooses, starting with the default; nothing: given up. Without it the default is taken.
   std::function<std::optional<std::string>(const std::string& defaultName)> chooseCriterion;
   /// A program whose analysis could not be searched, and why.

@@ -17,6 +17,11 @@ QString shown(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
+// Blanks up to the margin would only say that a line goes on.
+std::string_view withoutTail(std::string_view line) {
+  return line.substr(0, line.find_last_not_of(' ') + 1);
+}
+
 } // namespace
 
 ReportModel::ReportModel(orvane::FinishedReport report, QObject* parent)
@@ -52,7 +57,7 @@ QVariant ReportModel::data(const QModelIndex& index, int role) const {
   switch (role) {
   case Qt::DisplayRole:
     if (kind == orvane::FieldKind::flag) return m_rows.cell(row, field).empty() ? QString() : QStringLiteral("\u25cf");
-    return shown(m_rows.cell(row, field));
+    return shown(index.column() == m_code ? withoutTail(m_rows.cell(row, field)) : m_rows.cell(row, field));
   case Qt::ToolTipRole:
     return isNumber ? QVariant() : shown(m_rows.cell(row, field));
   case Qt::TextAlignmentRole:

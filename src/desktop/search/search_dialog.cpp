@@ -80,6 +80,9 @@ QWidget* SearchDialog::preview() {
   m_matches->setSpacing(2);
   column->addWidget(m_count);
   column->addWidget(m_matches, 1);
+  auto* scope = new QLabel(m_context.scope);
+  scope->setWordWrap(true);
+  column->addWidget(scope);
   return side;
 }
 

@@ -25,6 +25,7 @@ struct SearchContext {
   std::function<void()> editFilter;                  ///< opens the options on the project's filter
   std::function<const orvane::StoreData*()> program; ///< the analysis of the current program, or nothing
   QString programName;
+  QString scope; ///< which programs will be searched
 };
 
 /// Lets the analyst put a criterion together, by tab, and shows at once what it matches in the current program.
