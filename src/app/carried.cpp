@@ -108,7 +108,7 @@ void addCarried(CLI::App& app, Context& context) {
   auto* accept = command
                      ->add_option("--accept", *accepted,
                                   "Gives the decisions to the names proposed: all, or those of the names or keys given")
-                     ->type_name("[PATTERN|KEY…]")
+                     ->type_name("[PATTERN…]")
                      ->expected(0, -1)
                      ->excludes(jsonFlag);
   command->footer("They are kept and come back when their name does. Where a name seems to be renamed, the new one is\n"

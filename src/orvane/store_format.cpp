@@ -1,9 +1,10 @@
 #include "orvane/store_format.hpp"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
+#include <limits>
 #include <numeric>
-#include <unordered_map>
 
 #include <fmt/format.h>
 
@@ -85,22 +86,40 @@ class Reader {
   const std::string& m_path;
 };
 
-// Texts are kept once.
+// Texts are kept once. The table of ids has no texts of its own: it looks at those in the data.
 class TextTable {
  public:
-  explicit TextTable(StoreData& data) : m_data(data) { id(""); }
+  TextTable(StoreData& data, std::size_t expected) : m_data(data), m_slots(std::bit_ceil(2 * expected + 16), kFree) {
+    id("");
+  }
   TextId id(std::string_view text) {
-    const auto [found, fresh] = m_ids.try_emplace(std::string(text), static_cast<TextId>(m_data.textEnds.size()));
-    if (fresh) {
-      m_data.textBytes += text;
-      m_data.textEnds.push_back(static_cast<std::uint32_t>(m_data.textBytes.size()));
-    }
-    return found->second;
+    if (2 * m_data.textEnds.size() >= m_slots.size()) grow();
+    TextId& slot = slotOf(text);
+    if (slot != kFree) return slot;
+    slot = static_cast<TextId>(m_data.textEnds.size());
+    m_data.textBytes += text;
+    m_data.textEnds.push_back(static_cast<std::uint32_t>(m_data.textBytes.size()));
+    return slot;
   }
 
  private:
+  static constexpr TextId kFree = std::numeric_limits<TextId>::max();
+
+  TextId& slotOf(std::string_view text) {
+    std::size_t at = std::hash<std::string_view>()(text);
+    for (;; ++at) {
+      TextId& slot = m_slots[at & (m_slots.size() - 1)];
+      if (slot == kFree || m_data.text(slot) == text) return slot;
+    }
+  }
+  void grow() {
+    m_slots.assign(2 * m_slots.size(), kFree);
+    for (TextId id = 0; id < m_data.textEnds.size(); ++id)
+      slotOf(m_data.text(id)) = id;
+  }
+
   StoreData& m_data;
-  std::unordered_map<std::string, TextId> m_ids;
+  std::vector<TextId> m_slots; ///< open addressing, size a power of two
 };
 
 PlaceRecord packed(const cobol::Position& at) {
@@ -223,7 +242,7 @@ int StoreData::find(std::string_view kvid) const {
 StoreData packAnalysis(const cobol::Analysis& analysis, std::uint64_t generation,
                        const std::function<std::string(const std::string&)>& storedPath) {
   StoreData data;
-  TextTable texts(data);
+  TextTable texts(data, 2 * analysis.constructs.size() + analysis.places.size());
   data.generation = generation;
   data.statements = analysis.statements;
   data.statementsUnderstood = analysis.statementsUnderstood;
