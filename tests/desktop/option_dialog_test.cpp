@@ -30,6 +30,7 @@ constexpr const char* kDocument = R"(<OPTIONS MADE="1998">
 <CASE NAME="B"><LIST NAME="Way" DISPLAY="combo" VALUE="Y"><CASE NAME="X"/><CASE NAME="Y">
 <BOOL NAME="Deepest" VALUE="false"/></CASE></LIST></CASE></LIST>
 <LIST NAME="Columns" TYPE="data"><CASE NAME="Size" CHECKED="false" WIDE="7"/><CASE NAME="Level" CHECKED="true"/></LIST>
+<LIST NAME="Lost" VALUE="gone"><CASE NAME="A"/><CASE NAME="B"/></LIST>
 <!-- a remark --><GROUP NAME="Empty" LATER="yes"/></CASE>
 <CASE NAME="NoComponent" WITHOUT="id"><BOOL NAME="Outer" VALUE="true"/></CASE></OPTIONS>)";
 
@@ -76,12 +77,14 @@ TEST(OptionDialog, WritesWhatWasChangedAndNothingElse) {
       {"a kind never seen",
        [](OptionDialog& d) {
          named<QLineEdit>(d, "Level").clear();
-         named<QLineEdit>(d, "Level").insert(QStringLiteral("<5>"));
+         named<QLineEdit>(d, "Level").insert(QStringLiteral("<5\x01>"));
        },
        R"(VALUE="3" HIGH)", R"(VALUE="&lt;5&gt;" HIGH)"},
       {"one of several", [](OptionDialog& d) { named<QComboBox>(d, "Mode").setCurrentIndex(1); }, "none of them", "b"},
       {"a branch", [](OptionDialog& d) { named<QComboBox>(d, "Kind").setCurrentIndex(0); }, R"(VALUE="B")",
        R"(VALUE="A")"},
+      {"a branch where none was chosen", [](OptionDialog& d) { named<QComboBox>(d, "Lost").setCurrentIndex(0); },
+       R"(VALUE="gone")", R"(VALUE="A")"},
       {"in a branch of a branch", [](OptionDialog& d) { box(d, "Deepest").click(); }, R"("Deepest" VALUE="false")",
        R"("Deepest" VALUE="true")"},
       {"a tick", [](OptionDialog& d) { listWith(d, "Size").item(0)->setCheckState(Qt::Checked); },
@@ -146,6 +149,6 @@ TEST(OptionDialog, HasNoPageWithoutAnythingOnIt) {
     if (list->accessibleName() == QLatin1String("Pages"))
       for (int i = 0; i < list->count(); ++i)
         pages << list->item(i)->text();
-  EXPECT_EQ(pages.join(QLatin1Char(' ')).toStdString(), "Own Kind Columns");
+  EXPECT_EQ(pages.join(QLatin1Char(' ')).toStdString(), "Own Kind Columns Lost");
   EXPECT_THROW(OptionDialog(platform::Document::loadText(kDocument), "//CASE[@ID='Other']"), platform::Error);
 }

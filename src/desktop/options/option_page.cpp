@@ -43,6 +43,12 @@ void setOn(Node node, const char* name, bool on) {
   node.setAttribute(name, on ? "true" : "false");
 }
 
+// What was pasted may hold characters that no document can.
+std::string typed(QString value) {
+  value.removeIf([](QChar c) { return c.category() == QChar::Other_Control || c.unicode() >= 0xfffe; });
+  return value.toStdString();
+}
+
 QVBoxLayout* columnIn(QWidget* widget, int left) {
   auto* column = new QVBoxLayout(widget);
   column->setContentsMargins(left, 0, 0, 0);
@@ -94,14 +100,14 @@ void addText(QVBoxLayout& column, Node option, OptionChanges& changes) {
     choice->setEditable(isOn(option, "OPEN"));
     addLabelled(column, option, choice);
     changes.emplace_back([choice, option, value]() mutable {
-      if (choice->currentText() != value) option.setAttribute("VALUE", choice->currentText().toStdString());
+      if (choice->currentText() != value) option.setAttribute("VALUE", typed(choice->currentText()));
     });
     return;
   }
   auto* edit = new QLineEdit(value);
   addLabelled(column, option, edit);
   changes.emplace_back([edit, option]() mutable {
-    if (edit->isModified()) option.setAttribute("VALUE", edit->text().toStdString());
+    if (edit->isModified()) option.setAttribute("VALUE", typed(edit->text()));
   });
 }
 
@@ -195,7 +201,7 @@ void addStrings(QVBoxLayout& column, Document document, Node list, OptionChanges
       const int at = item->data(kEntry).toInt();
       const bool untouched =
           at >= 0 && item->text().toStdString() == attribute(entries[static_cast<std::size_t>(at)], "VALUE");
-      const std::string value = (untouched ? item->text() : item->text().trimmed()).toStdString();
+      const std::string value = untouched ? item->text().toStdString() : typed(item->text().trimmed());
       if (value.empty() && !untouched) continue;
       Node entry = at >= 0 ? entries[static_cast<std::size_t>(at)] : list.appendChild(document.createElement("STRING"));
       if (at >= 0) kept[static_cast<std::size_t>(at)] = true;
@@ -223,6 +229,9 @@ void addChoice(QVBoxLayout& column, const Document& document, Node list, OptionC
     if (attribute(branch, "NAME") == attribute(list, "VALUE")) choice->setCurrentIndex(choice->count() - 1);
   }
   pages->setCurrentIndex(choice->currentIndex());
+  const QString value = text(attribute(list, "VALUE"));
+  if (!value.isEmpty() && value != text(attribute(branches[static_cast<std::size_t>(choice->currentIndex())], "NAME")))
+    choice->setCurrentIndex(-1); // it names none of them
   QObject::connect(choice, &QComboBox::currentIndexChanged, pages, &QStackedWidget::setCurrentIndex);
   if (branches.size() > 1)
     addLabelled(column, list, choice);
