@@ -1,6 +1,7 @@
 #include "desktop/start/desk.hpp"
 
 #include <QApplication>
+#include <QScreen>
 #include <QTimer>
 
 #include "desktop/help/help_desk.hpp"
@@ -31,6 +32,8 @@ Desk::~Desk() = default;
 StartWindow& Desk::showStart(const std::string& notice) {
   if (!m_start) {
     m_start = std::make_unique<StartWindow>(m_settings);
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    m_start->move(screen.center() - QPoint(m_start->width() / 2, m_start->height() / 2));
     m_start->onOpen = [this](const RecentProject& project) {
       QTimer::singleShot(0, this, [this, project] { openFromStart(project); }); // out of the page's own event
     };
