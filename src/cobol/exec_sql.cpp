@@ -25,6 +25,23 @@ Command commandOf(std::string_view word) {
   return word == "INSERT" || word == "MERGE" ? Command::insert : Command::other;
 }
 
+/// Host variables of one statement, or of one assignment of SET.
+struct Ways {
+  std::vector<Operand> inputs;
+  std::vector<Operand> outputs;
+
+  void relate(StatementReader& r) {
+    if (inputs.size() * outputs.size() <= kPairsPerStatement) {
+      for (const Operand& input : inputs) {
+        for (const Operand& output : outputs)
+          r.relate(RelationKind::ExecKey, input, output);
+      }
+    }
+    inputs.clear();
+    outputs.clear();
+  }
+};
+
 /// Follows the words of one statement and tells which way a host variable goes at each place.
 class Direction {
  public:
@@ -46,6 +63,7 @@ class Direction {
     if (m_command == Command::call && m_depth > 0) return Access::both;
     return Access::read;
   }
+  bool beginsAssignment(char c) const { return m_command == Command::assign && c == ',' && m_depth == 0; }
 
  private:
   Command m_command;
@@ -58,30 +76,28 @@ class Direction {
 
 void readExecSql(StatementReader& r) {
   Direction direction(commandOf(r.text(r.token())));
-  std::vector<Operand> inputs;
-  std::vector<Operand> outputs;
+  Ways ways;
   while (!r.atEnd()) {
     const Token& t = r.token();
     if (t.kind == TokenKind::word && t.has(TokenFlag::hostMark)) {
       const Operand host = r.hostVariable();
       const Access access = direction.access();
       r.touch(host, access);
-      if (access != Access::write) inputs.push_back(host);
-      if (access != Access::read) outputs.push_back(host);
+      // What a procedure makes of its arguments is its own affair, as with CALL.
+      if (access == Access::read) ways.inputs.push_back(host);
+      if (access == Access::write) ways.outputs.push_back(host);
       continue;
     }
     if (t.kind == TokenKind::word) {
       direction.word(r.text(t));
     } else if (t.kind == TokenKind::symbol && r.text(t).size() == 1) {
-      direction.symbol(r.text(t).front());
+      const char symbol = r.text(t).front();
+      if (direction.beginsAssignment(symbol)) ways.relate(r);
+      direction.symbol(symbol);
     }
     r.advance();
   }
-  if (inputs.size() * outputs.size() > kPairsPerStatement) return;
-  for (const Operand& input : inputs) {
-    for (const Operand& output : outputs)
-      r.relate(RelationKind::ExecKey, input, output);
-  }
+  ways.relate(r);
 }
 
 } // namespace cobol

@@ -1,5 +1,6 @@
 // Reading of one reference: name, qualifiers, subscripts and reference modification. Subscripts nest, so open
 // parentheses stand on a stack of their own.
+#include <charconv>
 #include <span>
 
 #include "cobol/statement_reader.hpp"
@@ -37,8 +38,8 @@ Operand StatementReader::plainOperand(Demand demand) {
     return constant;
   }
   if (token(1).kind == TokenKind::symbol && token(1).text == m_inlineMethod) return methodCalled();
-  const Operand result = named(demand);
-  if (atSymbol('(')) parentheses(result);
+  Operand result = named(demand);
+  if (atSymbol('(')) result.part = parentheses(result);
   return result;
 }
 
@@ -152,8 +153,25 @@ void StatementReader::narrow(Operand& operand) {
 
 bool StatementReader::openParenthesis(const Operand& base) {
   if (!acceptSymbol('(')) return false;
-  m_parentheses.push_back({Parenthesis::Sort::subscript, false, base, static_cast<std::uint32_t>(m_pending.size())});
+  m_parentheses.push_back(
+      {Parenthesis::Sort::subscript, false, partAhead(), base, static_cast<std::uint32_t>(m_pending.size())});
   return true;
+}
+
+/// `(5:3)`, `(5:)` or `(5:N)`: what only running tells is unknown.
+Part StatementReader::partAhead() const {
+  const auto number = [this](std::uint32_t ahead) {
+    const Token& t = token(ahead);
+    std::int64_t value = 0;
+    const std::string_view digits = t.kind == TokenKind::number ? text(t) : std::string_view();
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    const bool isCount = error == std::errc() && end == digits.data() + digits.size() && value > 0 && value < 1 << 30;
+    return isCount ? value : std::int64_t{0};
+  };
+  const std::int64_t first = number(0);
+  if (first == 0 || !isSymbol(token(1), ':')) return {Part::kUnknown, Part::kUnknown};
+  const std::int64_t length = isSymbol(token(3), ')') ? number(2) : 0;
+  return {first - 1, length == 0 ? Part::kUnknown : first - 1 + length};
 }
 
 void StatementReader::closeParenthesis() {
@@ -164,12 +182,14 @@ void StatementReader::closeParenthesis() {
   for (std::size_t i = closed.pending; i < m_pending.size(); ++i)
     relate(kind, m_pending[i], closed.base);
   m_pending.resize(closed.pending);
+  if (closed.sawColon && m_parentheses.empty()) m_part = closed.part;
   openParenthesis(closed.base);
 }
 
-void StatementReader::parentheses(const Operand& base) {
+Part StatementReader::parentheses(const Operand& base) {
   m_parentheses.clear();
   m_pending.clear();
+  m_part = {};
   openParenthesis(base);
   while (!m_parentheses.empty()) {
     if (acceptSymbol(')')) {
@@ -179,7 +199,7 @@ void StatementReader::parentheses(const Operand& base) {
     } else if (acceptSymbol(':')) {
       m_parentheses.back().sawColon = true;
     } else if (atBoundary()) {
-      return; // never closed: what was read inside stays
+      break; // never closed: what was read inside stays
     } else if (at(Keyword::Function)) {
       m_at += 2;
       if (acceptSymbol('(')) m_parentheses.push_back({});
@@ -198,6 +218,7 @@ void StatementReader::parentheses(const Operand& base) {
       ++m_at; // a number, an operator, ALL, the name of a function
     }
   }
+  return m_part;
 }
 
 } // namespace cobol

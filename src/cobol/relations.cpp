@@ -1,6 +1,7 @@
 #include "cobol/relations.hpp"
 
 #include <algorithm>
+#include <limits>
 #include <set>
 #include <string>
 #include <string_view>
@@ -91,8 +92,11 @@ const Construct* Relations::onlyChild(std::uint32_t group) const {
   return first.nextSibling < 0 ? &first : nullptr;
 }
 
-void Relations::addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site) {
-  if (from == to) return;
+void Relations::addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site, Part fromPart, Part toPart) {
+  if (from == to) {
+    if (fromPart != toPart) addLeaves(from, to, site, fromPart, toPart); // from one part of a group to another
+    return;
+  }
   if (isElementary(from) && isElementary(to)) {
     add(RelationKind::Move, from, to, site);
     return;
@@ -110,7 +114,7 @@ void Relations::addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site
   const bool sameShape = isElementary(fromGroup ? to : from) && only != nullptr && !only->isGroup() && !only->repeats &&
                          only->kind != Kind::filler && only->length == other.length;
   add(sameShape ? RelationKind::Move : RelationKind::GroupMove, from, to, site);
-  addLeaves(from, to, site);
+  addLeaves(from, to, site, fromPart, toPart);
 }
 
 void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) const {
@@ -172,11 +176,31 @@ void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) con
   }
 }
 
-std::vector<Relations::Pair> Relations::align(std::uint32_t from, std::uint32_t to, bool& capped) {
+/// Leaves what lies in the part, counted from the part's begin.
+void Relations::cutLeaves(std::uint32_t item, Part part, std::vector<Leaf>& leaves) const {
+  if (part.isWhole()) return;
+  const std::string& usage = m_analysis.constructs[item].usage;
+  const std::int64_t width = usage == "NATIONAL" || usage == "DISPLAY-1" ? 2 : 1; // bytes of a character
+  const std::int64_t begin = part.begin * width;
+  const std::int64_t end = part.end == Part::kUnknown ? std::numeric_limits<std::int64_t>::max() : part.end * width;
+  std::erase_if(leaves, [&](const Leaf& leaf) { return leaf.end <= begin || leaf.begin >= end; });
+  for (Leaf& leaf : leaves) {
+    leaf.whole = leaf.whole && leaf.begin >= begin && leaf.end <= end;
+    leaf.begin = std::max(leaf.begin, begin) - begin;
+    leaf.end = std::min(leaf.end, end) - begin;
+  }
+}
+
+std::vector<Relations::Pair> Relations::align(const Meeting& meeting, bool& capped) const {
+  const auto& [ends, fromPart, toPart] = meeting;
+  const auto from = static_cast<std::uint32_t>(ends >> 32);
+  const auto to = static_cast<std::uint32_t>(ends);
   std::vector<Leaf> left;
   std::vector<Leaf> right;
   collectLeaves(from, left);
   collectLeaves(to, right);
+  cutLeaves(from, fromPart, left);
+  cutLeaves(to, toPart, right);
   const auto byBegin = [](const Leaf& a, const Leaf& b) {
     return std::tie(a.begin, a.end, a.construct) < std::tie(b.begin, b.end, b.construct);
   };
@@ -209,17 +233,18 @@ std::vector<Relations::Pair> Relations::align(std::uint32_t from, std::uint32_t 
   return pairs;
 }
 
-void Relations::addLeaves(std::uint32_t from, std::uint32_t to, std::uint32_t site) {
+void Relations::addLeaves(std::uint32_t from, std::uint32_t to, std::uint32_t site, Part fromPart, Part toPart) {
+  if (fromPart.begin == Part::kUnknown || toPart.begin == Part::kUnknown) return;
   if (!m_analysis.constructs[from].hasStorage() || !m_analysis.constructs[to].hasStorage()) return;
   if (isElementary(from) && isElementary(to)) return;
   if (m_alignedPairs > kCachedPairs) {
     m_aligned.clear();
     m_alignedPairs = 0;
   }
-  const auto [found, isNew] = m_aligned.try_emplace(endsOf(from, to));
+  const auto [found, isNew] = m_aligned.try_emplace({endsOf(from, to), fromPart, toPart});
   if (isNew) {
     bool capped = false;
-    found->second = align(from, to, capped);
+    found->second = align(found->first, capped);
     m_alignedPairs += found->second.size() + 1;
     if (capped) {
       m_diagnostics.add(Code::PairsCapped, Severity::information, m_stream.tokens[site].position(),

@@ -1,13 +1,23 @@
 #pragma once
 
 #include <cstdint>
-#include <unordered_map>
+#include <map>
+#include <tuple>
 #include <vector>
 
 #include "cobol/analysis.hpp"
 #include "cobol/token.hpp"
 
 namespace cobol {
+
+/// The part of an item that reference modification takes, in characters from 0.
+struct Part {
+  static constexpr std::int64_t kUnknown = -1;
+  std::int64_t begin = 0;      ///< kUnknown: only running tells
+  std::int64_t end = kUnknown; ///< one behind the last; kUnknown: as far as the item goes
+  bool isWhole() const { return begin == 0 && end == kUnknown; }
+  auto operator<=>(const Part&) const = default;
+};
 
 /// Collects the relations of one source: pairs of constructs with a kind and the token that names the place. Pairs with
 /// both ends equal are dropped. `finish` sorts, makes unique and merges with what the analysis already holds.
@@ -19,11 +29,12 @@ class Relations {
   void add(RelationKind kind, std::uint32_t from, std::uint32_t to, std::uint32_t site);
 
   /// A move of one item to another: Move between elementary items, else GroupMove and the aligned leaves.
-  void addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site);
+  void addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site, Part fromPart = {}, Part toPart = {});
 
   /// PartMove and OverlapMove between the leaves of two items laid over each other from their first byte. FILLER is
-  /// left out; a pair that matches exactly at one occurrence gives no OverlapMove. At most 4096 pairs.
-  void addLeaves(std::uint32_t from, std::uint32_t to, std::uint32_t site);
+  /// left out; a pair that matches exactly at one occurrence gives no OverlapMove. At most 4096 pairs, none where a
+  /// part begins at an unknown place.
+  void addLeaves(std::uint32_t from, std::uint32_t to, std::uint32_t site, Part fromPart = {}, Part toPart = {});
 
   /// The pairs of a CORRESPONDING phrase, as `Move` or `Addition`.
   void addCorresponding(RelationKind kind, std::uint32_t from, std::uint32_t to, std::uint32_t site);
@@ -35,7 +46,7 @@ class Relations {
     std::int64_t begin;
     std::int64_t end;
     std::uint32_t construct;
-    bool whole = true; ///< false: cut at the end of a 66's range
+    bool whole = true; ///< false: cut at the end of a 66's range or of a part
   };
   struct Pair {
     std::uint32_t from;
@@ -48,17 +59,20 @@ class Relations {
     RelationKind kind;
   };
 
+  using Meeting = std::tuple<std::uint64_t, Part, Part>; ///< the ends, and of each its part
+
   bool isElementary(std::uint32_t construct) const;
   const Construct* onlyChild(std::uint32_t group) const;
   bool takesPart(const Construct& construct) const;
   void collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) const;
-  std::vector<Pair> align(std::uint32_t from, std::uint32_t to, bool& capped);
+  void cutLeaves(std::uint32_t item, Part part, std::vector<Leaf>& leaves) const;
+  std::vector<Pair> align(const Meeting& meeting, bool& capped) const;
 
   const TokenStream& m_stream;
   Analysis& m_analysis;
   Diagnostics& m_diagnostics;
   std::vector<Entry> m_entries;
-  std::unordered_map<std::uint64_t, std::vector<Pair>> m_aligned; ///< results of `align`, as the same moves come again
+  std::map<Meeting, std::vector<Pair>> m_aligned; ///< results of `align`, as the same moves come again
   std::size_t m_alignedPairs = 0;
   std::size_t m_leafEntries = 0;
 };

@@ -264,14 +264,14 @@ void StatementReader::relateMove(const Operand& from, const Operand& to) {
   if (!from.isItem() || !to.isItem()) return;
   for (std::uint32_t i = 0; i < from.count; ++i) {
     for (std::uint32_t k = 0; k < to.count; ++k)
-      m_relations.addMove(candidate(from, i), candidate(to, k), from.token);
+      m_relations.addMove(candidate(from, i), candidate(to, k), from.token, from.part, to.part);
   }
 }
 
 void StatementReader::relateLeaves(const Operand& from, const Operand& to) {
   for (std::uint32_t i = 0; i < from.count; ++i) {
     for (std::uint32_t k = 0; k < to.count; ++k)
-      m_relations.addLeaves(candidate(from, i), candidate(to, k), from.token);
+      m_relations.addLeaves(candidate(from, i), candidate(to, k), from.token, from.part, to.part);
   }
 }
 

@@ -24,6 +24,7 @@ struct Operand {
   std::uint32_t token = 0; ///< its name's token
   std::uint32_t first = 0; ///< candidates in the reader's pool; more than one when the name is ambiguous
   std::uint32_t count = 0;
+  Part part{}; ///< of the item
 
   bool isItem() const { return sort == Sort::item; }
   explicit operator bool() const { return sort != Sort::none; }
@@ -201,6 +202,7 @@ class StatementReader {
     enum class Sort : std::uint8_t { subscript, group };
     Sort sort = Sort::group;
     bool sawColon = false;
+    Part part; ///< if a colon comes
     Operand base;
     std::uint32_t pending = 0; ///< first of the operands read inside
   };
@@ -210,7 +212,9 @@ class StatementReader {
   Operand named(Demand demand);
   void lookUp(Operand& operand, NameId name, Demand demand);
   void narrow(Operand& operand);
-  void parentheses(const Operand& base);
+  /// Reads subscripts and reference modification; the part that the latter takes.
+  Part parentheses(const Operand& base);
+  Part partAhead() const;
   bool openParenthesis(const Operand& base);
   void closeParenthesis();
   /// A function whose name stands without the word FUNCTION.
@@ -249,6 +253,7 @@ class StatementReader {
   std::vector<Mark> m_marks;
   std::vector<Parenthesis> m_parentheses;
   std::vector<Operand> m_pending;
+  Part m_part; ///< of the reference that is being read
   std::vector<NameId> m_qualifiers;
   std::vector<std::uint32_t> m_qualifierTokens;
   std::vector<Noted> m_noted;

@@ -82,10 +82,13 @@ void readStart(StatementReader& r) {
   const std::uint32_t site = r.index();
   const Operand records = r.recordsOf(r.fileName(), site);
   while (!r.atBoundary()) {
-    if (r.atOperand()) {
+    if (r.at(Keyword::Length)) { // WITH LENGTH n: how much of the key counts
+      r.advance();
+      r.primary();
+    } else if (r.atOperand()) {
       r.relateAll(RelationKind::Key, r.primary(), records);
     } else {
-      r.advance(); // KEY IS, the operator, WITH LENGTH
+      r.advance(); // KEY IS, the operator
     }
   }
 }

@@ -1,6 +1,7 @@
 // MOVE, INITIALIZE
 #include <vector>
 
+#include "cobol/picture.hpp"
 #include "cobol/statement_reader.hpp"
 #include "cobol/statements.hpp"
 
@@ -19,6 +20,66 @@ void readMoveCorresponding(StatementReader& r) {
         r.relations().addCorresponding(RelationKind::Move, r.candidate(from, i), r.candidate(to, k), from.token);
       }
     }
+  }
+}
+
+bool isCategory(Keyword word) {
+  switch (word) {
+  case Keyword::Alphabetic:
+  case Keyword::Alphanumeric:
+  case Keyword::AlphanumericEdited:
+  case Keyword::Numeric:
+  case Keyword::NumericEdited:
+  case Keyword::National:
+  case Keyword::Dbcs:
+  case Keyword::Egcs:
+    return true;
+  default:
+    return false;
+  }
+}
+
+/// Whether INITIALIZE with that category reaches the elementary item; what cannot be told is reached.
+bool isOfCategory(const Construct& item, Keyword category) {
+  if (item.kind == Kind::undeclared) return true;
+  if (item.picture.empty()) return category == Keyword::Numeric || category == Keyword::None;
+  const Picture picture = readPicture(item.picture, {});
+  if (!picture.isValid || category == Keyword::None) return true;
+  switch (picture.kind) {
+  case PictureClass::numeric:
+    return (item.flags & ConstructFlag::blankWhenZero) != 0 ? category == Keyword::NumericEdited
+                                                            : category == Keyword::Numeric;
+  case PictureClass::numericEdited:
+    return category == Keyword::NumericEdited;
+  case PictureClass::national:
+    return category == Keyword::National;
+  case PictureClass::dbcs:
+    return category == Keyword::Dbcs || category == Keyword::Egcs;
+  case PictureClass::alphanumeric:
+    break;
+  default:
+    return true;
+  }
+  if (item.picture.find_first_of("B0/") != std::string::npos && item.picture.find('(') == std::string::npos)
+    return category == Keyword::AlphanumericEdited || category == Keyword::Alphabetic;
+  if (item.picture.find_first_of("X9") == std::string::npos) return category == Keyword::Alphabetic;
+  return category == Keyword::Alphanumeric || category == Keyword::AlphanumericEdited;
+}
+
+/// INITIALIZE … REPLACING goes to each elementary item of the category; FILLER, redefinitions, indexes and pointers
+/// stay.
+void replaceWithin(StatementReader& r, TermRange by, const Operand& item, Keyword category) {
+  std::vector<std::uint32_t> open;
+  for (std::uint32_t k = 0; k < item.count; ++k)
+    open.push_back(r.candidate(item, k));
+  const std::size_t named = open.size();
+  for (std::size_t next = 0; next < open.size(); ++next) {
+    const Construct& c = r.construct(open[next]);
+    if (next >= named && (c.redefines >= 0 || (c.kind == Kind::filler && !c.isGroup()))) continue;
+    for (int child = c.firstChild; child >= 0; child = r.construct(static_cast<std::uint32_t>(child)).nextSibling)
+      open.push_back(static_cast<std::uint32_t>(child));
+    if (c.isGroup() || c.usage == "INDEX" || c.usage.find("POINTER") != std::string::npos) continue;
+    if (isOfCategory(c, category)) r.relateFlow(by, r.operandOf(open[next], item.token));
   }
 }
 
@@ -48,14 +109,16 @@ void readInitialize(StatementReader& r) {
     if (!item) return;
     items.push_back(item);
   }
+  Keyword category = Keyword::None;
   while (!r.atBoundary()) {
+    if (isCategory(r.keyword())) category = r.keyword();
     if (!r.accept(Keyword::By)) {
       r.advance(); // WITH FILLER, ALL TO VALUE, REPLACING category DATA
       continue;
     }
     const TermRange by = r.primary();
     for (const Operand& item : items)
-      r.relateFlow(by, item);
+      replaceWithin(r, by, item, category);
   }
 }
 

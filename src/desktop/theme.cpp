@@ -166,6 +166,26 @@ QPushButton:disabled, QPushButton:default:disabled { background: %panel; color: 
 QLineEdit, QComboBox, QSpinBox { background: %base; border: 1px solid %border; border-radius: 5px; padding: 4px 6px;
   selection-background-color: %accent; selection-color: %ink; }
 QLineEdit:focus, QComboBox:focus, QSpinBox:focus { border-color: %accent; }
+QSpinBox { padding-right: 20px; }
+QSpinBox::up-button, QSpinBox::down-button { border: none; background: transparent; width: 18px; }
+QSpinBox::up-button { margin: 2px 2px 0 0; }
+QSpinBox::down-button { margin: 0 2px 2px 0; }
+QSpinBox::up-button:hover, QSpinBox::down-button:hover { background: %hover; border-radius: 3px; }
+QSpinBox::up-arrow { image: url(:/icons/arrow_up_%tone.svg); width: 10px; height: 10px; }
+QSpinBox::down-arrow { image: url(:/icons/arrow_%tone.svg); width: 10px; height: 10px; }
+QDialog QListWidget, QDialog QPlainTextEdit { background: %base; border: 1px solid %border; border-radius: 5px;
+  padding: 3px; selection-background-color: %accent; selection-color: %ink; }
+QDialog QListWidget:focus, QDialog QPlainTextEdit:focus { border-color: %accent; }
+QDialog QListWidget::item { padding: 4px 6px; border-radius: 4px; color: %text; }
+QDialog QListWidget::item:disabled { color: %off; }
+QDialog QListWidget::item:hover { background: %hover; }
+QDialog QListWidget::item:selected { background: %selected; color: %text; }
+QDialog QListWidget::indicator { width: 13px; height: 13px; border: 1px solid %muted; border-radius: 4px;
+  background: %base; }
+QDialog QListWidget::indicator:checked { background: %accent; border-color: %accent;
+  image: url(:/icons/check_%tone.svg); }
+QDialog QListWidget::indicator:disabled { border-color: %border; }
+QDialog QListWidget::indicator:checked:disabled { background: %off; border-color: %off; }
 QComboBox QLineEdit { border: none; padding: 0; }
 QComboBox::drop-down { border: none; width: 22px; }
 QComboBox::down-arrow { image: url(:/icons/arrow_%tone.svg); width: 12px; height: 12px; }

@@ -22,6 +22,20 @@ std::string_view withoutNumber(std::string_view kvid) {
   return end > 0 && end < kvid.size() && kvid[end - 1] == '#' ? kvid.substr(0, end - 1) : kvid;
 }
 
+// The key of what holds the item: its group, its file, or the program alone.
+std::string_view parentKey(std::string_view kvid) {
+  const std::size_t program = kvid.find(':');
+  const std::size_t last = kvid.rfind('.');
+  return kvid.substr(0, last == kvid.npos || (program != kvid.npos && last < program) ? program : last);
+}
+
+// FILLER has a key made of the name before it; slots, registers and undeclared names have no place of their own.
+bool hasPlace(const CarryRow& row) {
+  const std::size_t item = row.kvid.find(':') + 1;
+  const char first = item < row.kvid.size() ? row.kvid[item] : '?';
+  return row.name != "FILLER" && first != '?' && first != '!';
+}
+
 // The name in front of the last one of the item path; empty at level 01.
 std::string_view parentName(std::string_view kvid) {
   kvid.remove_prefix(kvid.find(':') == kvid.npos ? 0 : kvid.find(':') + 1);
@@ -43,6 +57,7 @@ class Matching {
     byKey();
     byPlace();
     byName();
+    byNeighbours();
     return std::move(m_matches);
   }
 
@@ -130,6 +145,43 @@ class Matching {
     for (std::size_t i = 0; i < m_fresh.size(); ++i)
       groups[m_fresh[i].name].fresh.push_back(static_cast<int>(i));
     matchSingles(groups);
+  }
+
+  void byNeighbours() {
+    std::unordered_map<std::string_view, Group> siblings;
+    for (std::size_t i = 0; i < m_old.size(); ++i)
+      if (open(static_cast<int>(i)) && hasPlace(m_old[i])) siblings[parentKey(m_old[i].kvid)];
+    if (siblings.empty()) return;
+    for (std::size_t i = 0; i < m_old.size(); ++i)
+      if (const auto group = siblings.find(parentKey(m_old[i].kvid)); group != siblings.end() && hasPlace(m_old[i]))
+        group->second.old.push_back(static_cast<int>(i));
+    for (std::size_t i = 0; i < m_fresh.size(); ++i)
+      if (const auto group = siblings.find(parentKey(m_fresh[i].kvid)); group != siblings.end() && hasPlace(m_fresh[i]))
+        group->second.fresh.push_back(static_cast<int>(i));
+    for (const auto& [key, group] : siblings)
+      proposeBetweenNeighbours(group);
+  }
+
+  void proposeBetweenNeighbours(const Group& group) {
+    std::unordered_map<int, std::size_t> places; // of the new rows
+    for (std::size_t k = 0; k < group.fresh.size(); ++k)
+      places[group.fresh[k]] = k;
+    for (std::size_t k = 0; k < group.old.size(); ++k) {
+      const int old = group.old[k];
+      if (!open(old)) continue;
+      std::size_t place = 0;
+      if (k > 0) {
+        const auto before = places.find(m_matches[at(group.old[k - 1])].row);
+        if (before == places.end()) continue;
+        place = before->second + 1;
+      }
+      if (place >= group.fresh.size()) continue;
+      const bool isLast = k + 1 == group.old.size();
+      if (isLast != (place + 1 == group.fresh.size())) continue;
+      if (!isLast && m_matches[at(group.old[k + 1])].row != group.fresh[place + 1]) continue;
+      const int fresh = group.fresh[place];
+      if (isFree(fresh) && shape(m_old[at(old)]) == shape(m_fresh[at(fresh)])) m_matches[at(old)].proposed = fresh;
+    }
   }
 
   void matchSingles(const std::unordered_map<std::string, Group>& groups) {

@@ -33,6 +33,7 @@ struct Archived {
   std::string kvid, name, stem;
   Value status, classification;
   std::int64_t since = 0;
+  std::string proposed;
 };
 
 /// What the analyst decided about a program.
@@ -82,10 +83,11 @@ void readRows(platform::Database& database, Decisions& old) {
 
 void readArchive(platform::Database& database, Decisions& old) {
   if (!database.hasTable("Archive")) return;
+  const bool hasProposals = database.hasField("Archive", "Proposed");
   for (const auto rows = database.OpenRecordset("Archive"); !rows->Eof(); rows->MoveNext())
     old.archive.push_back({rows->Field("KVID").asText(), rows->Field("Name").asText(), rows->Field("Project").asText(),
-                           rows->Field("Status"), rows->Field("Classification"),
-                           rows->Field("ArchivedAt").asInteger()});
+                           rows->Field("Status"), rows->Field("Classification"), rows->Field("ArchivedAt").asInteger(),
+                           hasProposals ? rows->Field("Proposed").asText() : std::string()});
 }
 
 bool hasDecisions(platform::Database& database, const std::vector<ColumnPair>& pairs) {
@@ -143,6 +145,7 @@ class Carrying {
     if (!m_old.decisions.empty() || !m_old.archive.empty()) {
       const auto matches = matchRows(m_old.rows, m_rows);
       restore(matches);
+      followProposals(matches);
       carry(matches);
     }
     writeArchive();
@@ -161,13 +164,34 @@ class Carrying {
       const CarryMatch& match = matches[decision.row];
       const CarryRow& row = m_old.rows[decision.row];
       if (match.row < 0) {
-        m_old.archive.push_back({row.kvid, row.name, pair.stem, decision.status, decision.classification, m_now});
+        m_old.archive.push_back(
+            {row.kvid, row.name, pair.stem, decision.status, decision.classification, m_now, keyOf(match.proposed)});
         ++m_counts.archived;
       } else {
         store(static_cast<std::size_t>(match.row), pair, decision.status, decision.classification);
         ++(match.moved ? m_counts.moved : m_counts.carried);
       }
     }
+  }
+
+  std::string keyOf(int row) const { return row < 0 ? std::string() : m_rows[static_cast<std::size_t>(row)].kvid; }
+
+  // What was proposed earlier goes where the construct went, or with it.
+  void followProposals(const std::vector<CarryMatch>& matches) {
+    std::unordered_map<std::string_view, std::size_t> rows;
+    for (const Archived& entry : m_old.archive)
+      if (!entry.proposed.empty()) rows.emplace(entry.proposed, m_old.rows.size());
+    if (rows.empty()) return;
+    for (std::size_t i = 0; i < m_old.rows.size(); ++i)
+      if (const auto row = rows.find(m_old.rows[i].kvid); row != rows.end()) row->second = i;
+    std::vector<std::string> now;
+    for (const Archived& entry : m_old.archive) {
+      const auto row = rows.find(entry.proposed);
+      const bool known = row != rows.end() && row->second < matches.size();
+      now.push_back(known ? keyOf(matches[row->second].row) : std::string());
+    }
+    for (std::size_t i = 0; i < now.size(); ++i)
+      m_old.archive[i].proposed = std::move(now[i]);
   }
 
   // Only constructs that the old database does not have in another place take back what was decided about them: by
@@ -232,10 +256,13 @@ class Carrying {
                                     {"Project", ColumnKind::key},
                                     {"Status", ColumnKind::integer},
                                     {"Classification", ColumnKind::text},
-                                    {"ArchivedAt", ColumnKind::integer}});
-    platform::Insertion rows(m_fresh, "Archive", {"KVID", "Name", "Project", "Status", "Classification", "ArchivedAt"});
+                                    {"ArchivedAt", ColumnKind::integer},
+                                    {"Proposed", ColumnKind::key}});
+    platform::Insertion rows(m_fresh, "Archive",
+                             {"KVID", "Name", "Project", "Status", "Classification", "ArchivedAt", "Proposed"});
     for (const Archived& entry : m_old.archive)
-      rows.row(entry.kvid, entry.name, entry.stem, entry.status, entry.classification, entry.since);
+      rows.row(entry.kvid, entry.name, entry.stem, entry.status, entry.classification, entry.since,
+               entry.proposed.empty() ? Value() : Value(entry.proposed));
   }
 
   platform::Database& m_fresh;
@@ -245,6 +272,25 @@ class Carrying {
   std::set<std::pair<std::size_t, std::size_t>> m_restored; ///< row and pair
   CarryCounts m_counts;
 };
+
+ArchivedDecision decisionOf(const Archived& entry) {
+  std::optional<int> status;
+  if (!entry.status.isNull()) status = static_cast<int>(entry.status.asInteger());
+  return {entry.kvid, entry.name, entry.stem, status, entry.classification.asText(), entry.since, entry.proposed};
+}
+
+// What the analyst decided on the construct since then stays.
+bool giveUndecided(platform::Database& database, const ColumnPair& pair, const Archived& entry) {
+  const std::string isFree =
+      " where KVID = ? and " + pair.status + " is null and coalesce(" + pair.classification + ", '') = ''";
+  if (database.OpenRecordset("select count(*) as cnt from Constructs" + isFree, {entry.proposed})
+          ->Field("cnt")
+          .asInteger() == 0)
+    return false;
+  database.Execute("update Constructs set " + pair.status + " = ?, " + pair.classification + " = ?" + isFree,
+                   {entry.status, entry.classification, entry.proposed});
+  return true;
+}
 
 } // namespace
 
@@ -261,12 +307,35 @@ std::vector<ArchivedDecision> archivedDecisions(const std::string& path) {
   const auto database = platform::dbEngine().OpenDatabase(path);
   Decisions old;
   readArchive(*database, old);
-  for (Archived& entry : old.archive) {
-    std::optional<int> status;
-    if (!entry.status.isNull()) status = static_cast<int>(entry.status.asInteger());
-    all.push_back({std::move(entry.kvid), std::move(entry.name), std::move(entry.stem), status,
-                   entry.classification.asText(), entry.since});
+  for (const Archived& entry : old.archive)
+    all.push_back(decisionOf(entry));
+  return all;
+}
+
+std::vector<Acceptance> acceptProposals(const std::string& path, const std::string& stem,
+                                        const std::function<bool(const ArchivedDecision&)>& chosen) {
+  const auto database = platform::dbEngine().OpenDatabase(path);
+  if (!database->hasTable("Archive")) return {};
+  Decisions old;
+  readArchive(*database, old);
+  old.pairs = columnPairs(*database);
+  std::vector<Acceptance> all;
+  platform::Savepoint change(*database);
+  for (auto entry = old.archive.rbegin(); entry != old.archive.rend(); ++entry) {
+    if (entry->proposed.empty() || !(entry->stem.empty() || platform::equalsIgnoringCase(entry->stem, stem))) continue;
+    ArchivedDecision decision = decisionOf(*entry);
+    if (!chosen(decision)) continue;
+    bool taken = false;
+    for (const ColumnPair& pair : old.pairs)
+      if (entry->stem.empty() || platform::equalsIgnoringCase(pair.stem, entry->stem))
+        taken = giveUndecided(*database, pair, *entry) || taken;
+    if (taken)
+      database->Execute("delete from Archive where KVID = ? and Project = ? and ArchivedAt = ?",
+                        {entry->kvid, entry->stem, entry->since});
+    all.push_back({std::move(decision), taken});
   }
+  if (database->OpenRecordset("Archive")->Eof()) database->Execute("drop table Archive");
+  change.commit();
   return all;
 }
 

@@ -85,6 +85,8 @@ void writeGeneration(platform::Database& database, std::uint64_t generation) {
   platform::Insertion(database, "Host", {"Generation"}).row(static_cast<std::int64_t>(generation));
 }
 
+} // namespace
+
 std::vector<CarryRow> carryRows(const cobol::Analysis& analysis) {
   std::vector<CarryRow> rows;
   rows.reserve(analysis.constructs.size());
@@ -92,8 +94,6 @@ std::vector<CarryRow> carryRows(const cobol::Analysis& analysis) {
     rows.push_back({c.kvid, c.name, shapeOf(c), c.size});
   return rows;
 }
-
-} // namespace
 
 struct NewProgramFiles::Parts {
   Parts(const std::string& analysisFile, const StoreData& data)

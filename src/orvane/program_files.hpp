@@ -10,6 +10,9 @@
 
 namespace orvane {
 
+/// The constructs of an analysis as the carrying over of decisions sees them, in their order.
+std::vector<CarryRow> carryRows(const cobol::Analysis& analysis);
+
 /// A program's analysis file (native path, `*.kva`) and the database beside it, made of a new analysis under temporary
 /// names; what the analyst decided is carried over from the files that they replace. Both are whole before either is
 /// put in place, the database first. `now` is in microseconds since 1970 UTC. On failure, and without `place`, a

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "app/command.hpp"
+#include "platform/runtime/text.hpp"
 
 namespace {
 
@@ -172,6 +173,29 @@ TEST_F(Road, DecisionsOutliveAChangedSource) {
   EXPECT_EQ(good("carried").out, "nothing was left behind\n");
   EXPECT_EQ(lists(), "WS-KEY" + comment + "WS-LAST" + comment + "WS-OTHER" + comment)
       << "what was decided comes back with the name";
+}
+
+TEST_F(Road, ARenamedNameTakesTheDecisionOnceThatIsAccepted) {
+  project();
+  good("filter --like WS-LAST --to clean");
+  write("src/PAY.cbl", fixedForm(platform::replaceAll(kPay, "WS-LAST", "WS-FINAL")));
+  good("verify");
+  const auto left = good("carried --json").objects();
+  ASSERT_EQ(left.size(), 1U);
+  EXPECT_EQ(left[0]["proposed"], "PAY:WS-FINAL");
+  EXPECT_EQ(lists(), "");
+  const Result none = run("carried --accept 'OTHER*'");
+  EXPECT_EQ(none.status, 1);
+  EXPECT_EQ(none.error, "tarnsift: no proposal of this project matches\n");
+  good("move --to working WS-FINAL");
+  const Result refused = run("carried --accept ws-last");
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_NE(refused.error.find("PAY:WS-FINAL was decided on its own"), std::string::npos) << refused.error;
+  EXPECT_EQ(lists(), "WS-FINAL working -\n");
+  good("delete --yes WS-FINAL");
+  EXPECT_EQ(good("carried --accept").out, "accepted 1 decision(s)\n");
+  EXPECT_EQ(lists(), "WS-FINAL clean matches 'Names:WS-LAST' search criteria\n");
+  EXPECT_EQ(good("carried").out, "nothing was left behind\n");
 }
 
 TEST_F(Road, LookingShowsUsesAndRelations) {

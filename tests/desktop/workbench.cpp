@@ -96,6 +96,7 @@ void WorkbenchTest::next(const std::function<void(QWidget&)>& step) {
     QWidget* shown = QApplication::activePopupWidget();
     if (!shown) shown = QApplication::activeModalWidget();
     if (!shown || !shown->isVisible()) return;
+    if (!QApplication::activePopupWidget() && !shown->isActiveWindow()) return; // its keys would go elsewhere
     timer->stop();
     timer->deleteLater();
     m_nextCame = true;

@@ -1,5 +1,9 @@
 #include "orvane/carry_over.hpp"
 
+#include <filesystem>
+
+#include "cobol/analyse.hpp"
+#include "orvane/program_files.hpp"
 #include "platform/files/files.hpp"
 #include "platform/runtime/text.hpp"
 
@@ -28,16 +32,19 @@ std::vector<CarryRow> rowsOf(const std::vector<std::string>& texts) {
   return rows;
 }
 
+std::string fateOf(const CarryMatch& match, const std::vector<CarryRow>& fresh) {
+  const auto key = [&](int row) { return fresh[static_cast<std::size_t>(row)].kvid; };
+  if (match.row >= 0) return (match.moved ? "moved to " : "is ") + key(match.row);
+  return match.proposed >= 0 ? "perhaps " + key(match.proposed) : "gone";
+}
+
 std::vector<std::string> pictureOf(const std::vector<std::string>& old, const std::vector<std::string>& fresh) {
   const auto oldRows = rowsOf(old);
   const auto freshRows = rowsOf(fresh);
   const auto matches = matchRows(oldRows, freshRows);
   std::vector<std::string> lines;
   for (std::size_t i = 0; i < matches.size(); ++i) {
-    const int row = matches[i].row;
-    lines.push_back(oldRows[i].kvid + (row < 0 ? " gone"
-                                               : (matches[i].moved ? " moved to " : " is ") +
-                                                     freshRows[static_cast<std::size_t>(row)].kvid));
+    lines.push_back(oldRows[i].kvid + ' ' + fateOf(matches[i], freshRows));
   }
   return lines;
 }
@@ -65,7 +72,34 @@ TEST(CarryMatch, findsConstructsAgain) {
        {"P:T.A 6", "P:S.A 4"},
        {"P:R.A gone", "P:S.A is P:S.A"}},
       {"one that is new has the name as well", {"P:R.A 4"}, {"P:T.A 6", "P:S.A 5"}, {"P:R.A gone"}},
-      {"renamed", {"P:R.A 4"}, {"P:R.B 4"}, {"P:R.A gone"}},
+      {"renamed, the only one", {"P:R.A 4"}, {"P:R.B 4"}, {"P:R.A perhaps P:R.B"}},
+      {"renamed between its neighbours",
+       {"P:R 9", "P:R.A 4", "P:R.B 4", "P:R.C 4"},
+       {"P:R 9", "P:R.A 4", "P:R.X 4", "P:R.C 4"},
+       {"P:R is P:R", "P:R.A is P:R.A", "P:R.B perhaps P:R.X", "P:R.C is P:R.C"}},
+      {"renamed with another shape", {"P:R.A 4", "P:R.B 4"}, {"P:R.A 4", "P:R.X 5"}, {"P:R.A is P:R.A", "P:R.B gone"}},
+      {"renamed under a renamed parent", {"P:R 4", "P:R.A 4"}, {"P:S 4", "P:S.B 4"}, {"P:R perhaps P:S", "P:R.A gone"}},
+      {"two neighbours renamed",
+       {"P:R.A 4", "P:R.B 4", "P:R.C 4"},
+       {"P:R.A 4", "P:R.X 4", "P:R.Y 4"},
+       {"P:R.A is P:R.A", "P:R.B gone", "P:R.C gone"}},
+      {"one more stands between the neighbours",
+       {"P:R.A 4", "P:R.B 4", "P:R.C 4"},
+       {"P:R.A 4", "P:R.X 4", "P:R.Y 4", "P:R.C 4"},
+       {"P:R.A is P:R.A", "P:R.B gone", "P:R.C is P:R.C"}},
+      {"gone from between its neighbours",
+       {"P:R.A 4", "P:R.B 4", "P:R.C 4"},
+       {"P:R.A 4", "P:R.C 4"},
+       {"P:R.A is P:R.A", "P:R.B gone", "P:R.C is P:R.C"}},
+      {"a neighbour came from elsewhere",
+       {"P:R.A 4", "P:R.B 4", "P:S.C 4"},
+       {"P:R.A 4", "P:R.X 4", "P:R.C 4"},
+       {"P:R.A is P:R.A", "P:R.B gone", "P:S.C moved to P:R.C"}},
+      {"FILLER between them has another key",
+       {"P:R.A 4", "P:R.~A+1 1", "P:R.B 4"},
+       {"P:R.X 4", "P:R.~X+1 1", "P:R.B 4"},
+       {"P:R.A perhaps P:R.X", "P:R.~A+1 moved to P:R.~X+1", "P:R.B is P:R.B"}},
+      {"undeclared names have no place", {"P:A 4", "P:?U 0"}, {"P:A 4", "P:?V 0"}, {"P:A is P:A", "P:?U gone"}},
       {"FILLER is no name", {"P:R.~A+1 4"}, {"P:S.~B+1 5"}, {"P:R.~A+1 gone"}},
       {"an equal path in front: by shape",
        {"P:A 4", "P:A#2 6"},
@@ -131,6 +165,15 @@ class Generations {
   }
   std::vector<std::string> archive() const {
     return lines("Archive", {"KVID", "Project", "Status", "Classification", "ArchivedAt"});
+  }
+  std::vector<std::string> proposals() const { return lines("Archive", {"KVID", "Project", "Proposed"}); }
+  /// `KEY taken` or `KEY refused`, of the project's decisions whose old key matches; "" takes all.
+  std::vector<std::string> accept(const std::string& project, const std::string& kvid = "") const {
+    std::vector<std::string> result;
+    for (const auto& [decision, taken] : acceptProposals(
+             file(), project, [&](const ArchivedDecision& one) { return kvid.empty() || one.kvid == kvid; }))
+      result.push_back(decision.kvid + (taken ? " taken" : " refused"));
+    return result;
   }
 
  private:
@@ -211,6 +254,108 @@ TEST(CarryOver, carriesTheOnePairOfTheEarlierFormat) {
   program.run("alter table Constructs drop column Classification");
   EXPECT_EQ(program.verify({"P:A 4", "P:B 4"}), "1 carried, 0 moved, 0 archived, 1 restored");
   EXPECT_THAT(program.decided("One"), ElementsAre("P:A 1 old", "P:B 1 old"));
+}
+
+TEST(CarryOver, proposesANewNameAndGivesItTheDecisionWhenAccepted) {
+  Generations program;
+  program.verify({"P:A 4", "P:B 4", "P:C 4", "P:D 4"});
+  program.addProject("One");
+  program.addProject("Two");
+  program.run("update Constructs set One_Status = 1, One_Classification = 'key' where KVID in ('P:B', 'P:D')");
+  program.run("update Constructs set Two_Classification = 'seen' where KVID = 'P:B'");
+  EXPECT_EQ(program.verify({"P:A 4", "P:X 4", "P:C 4"}), "0 carried, 0 moved, 3 archived, 0 restored");
+  const auto proposed = ElementsAre("P:B One P:X", "P:B Two P:X", "P:D One -");
+  EXPECT_THAT(program.proposals(), proposed);
+  EXPECT_THAT(program.decided("One"), ElementsAre()) << "nothing is given before it is confirmed";
+  program.verify({"P:A 4", "P:X 4", "P:C 4", "P:E 4"});
+  EXPECT_THAT(program.proposals(), proposed) << "another verification keeps them";
+  EXPECT_THAT(program.accept("Three"), ElementsAre());
+  EXPECT_THAT(program.accept("one"), ElementsAre("P:B taken"));
+  EXPECT_THAT(program.decided("One"), ElementsAre("P:X 1 key"));
+  EXPECT_THAT(program.decided("Two"), ElementsAre()) << "the other project decides for itself";
+  EXPECT_THAT(program.proposals(), ElementsAre("P:B Two P:X", "P:D One -"));
+  EXPECT_THAT(program.accept("One"), ElementsAre()) << "D has no proposal";
+}
+
+TEST(CarryOver, whatWasDecidedOnTheNewNameStays) {
+  Generations program;
+  program.verify({"P:A 4", "P:B 4"});
+  program.addProject("One");
+  program.run("update Constructs set One_Status = 1, One_Classification = 'old' where KVID in ('P:A', 'P:B')");
+  program.verify({"P:A 4", "P:X 4"});
+  program.run("update Constructs set One_Classification = 'mine' where KVID = 'P:X'");
+  EXPECT_THAT(program.accept("One", "P:A"), ElementsAre()) << "not archived";
+  EXPECT_THAT(program.accept("One", "P:B"), ElementsAre("P:B refused"));
+  EXPECT_THAT(program.decided("One"), ElementsAre("P:A 1 old", "P:X - mine"));
+  EXPECT_THAT(program.archive(), ElementsAre("P:B One 1 old 2"));
+}
+
+TEST(CarryOver, proposalsFollowTheirConstruct) {
+  Generations program;
+  program.verify({"P:R 8", "P:R.A 4", "P:R.B 4"});
+  program.addProject("One");
+  program.run("update Constructs set One_Status = 1 where KVID = 'P:R.B'");
+  program.verify({"P:R 8", "P:R.A 4", "P:R.X 4"});
+  program.verify({"P:S 8", "P:S.A 4", "P:S.X 4"});
+  EXPECT_THAT(program.proposals(), ElementsAre("P:R.B One P:S.X"));
+  program.verify({"P:S 8", "P:S.A 4"});
+  EXPECT_THAT(program.proposals(), ElementsAre("P:R.B One -"));
+}
+
+TEST(CarryOver, readsTheArchiveOfEarlierVersions) {
+  Generations program;
+  program.verify({"P:A 4", "P:B 4"});
+  program.addProject("One");
+  program.run("update Constructs set One_Status = 1 where KVID = 'P:B'");
+  program.verify({"P:A 4", "P:X 4"});
+  program.run("alter table Archive drop column Proposed");
+  EXPECT_THAT(program.accept("One"), ElementsAre());
+  program.verify({"P:A 4", "P:X 4", "P:Y 4"});
+  EXPECT_THAT(program.proposals(), ElementsAre("P:B One -"));
+  EXPECT_THAT(program.archive(), ElementsAre("P:B One 1 - 2"));
+}
+
+/// What becomes of every construct of a sample program that does not keep its key, when its text is changed.
+std::vector<std::string> fatesIn(const std::string& sample,
+                                 const std::vector<std::pair<std::string, std::string>>& edits) {
+  const std::filesystem::path bank = std::filesystem::path(TARNSIFT_SOURCE_DIR) / "samples" / "bank";
+  std::map<std::string, std::string> copybooks;
+  for (const auto& entry : std::filesystem::directory_iterator(bank / "copy"))
+    copybooks[platform::upper(entry.path().stem().string())] = platform::readText(entry.path().string());
+  std::string text = platform::readText((bank / "cobol" / sample).string());
+  const auto old = carryRows(cobol::analyse(text, {}, copybooks));
+  for (const auto& [from, to] : edits) {
+    EXPECT_NE(text.find(from), std::string::npos) << from;
+    text = platform::replaceAll(text, from, to);
+  }
+  const auto fresh = carryRows(cobol::analyse(text, {}, copybooks));
+  const auto matches = matchRows(old, fresh);
+  std::vector<std::string> lines;
+  for (std::size_t i = 0; i < old.size(); ++i)
+    if (const std::string fate = fateOf(matches[i], fresh); fate != "is " + old[i].kvid)
+      lines.push_back(old[i].kvid.substr(old[i].kvid.find(':') + 1) + ' ' + fate);
+  return lines;
+}
+
+TEST(CarryMatch, saysForEveryNameOfAChangedSampleWhatBecomesOfIt) {
+  const std::string read = "           05  WS-READ                   PIC";
+  EXPECT_THAT(fatesIn("BKB020.cbl", {{"WS-READ", "WS-TAKEN"}}),
+              ElementsAre("WS-TOTALS.WS-READ perhaps BKB020:WS-TOTALS.WS-TAKEN"));
+  EXPECT_THAT(fatesIn("BKB020.cbl", {{"WS-SWITCHES", "WS-SIGNS"}}),
+              ElementsAre("WS-SWITCHES perhaps BKB020:WS-SIGNS",
+                          "WS-SWITCHES.WS-DAY-END moved to BKB020:WS-SIGNS.WS-DAY-END",
+                          "WS-SWITCHES.WS-DAY-END.NO-MORE-DAY moved to BKB020:WS-SIGNS.WS-DAY-END.NO-MORE-DAY",
+                          "WS-SWITCHES.WS-SORT-END moved to BKB020:WS-SIGNS.WS-SORT-END",
+                          "WS-SWITCHES.WS-SORT-END.NO-MORE-SORTED moved to "
+                          "BKB020:WS-SIGNS.WS-SORT-END.NO-MORE-SORTED"));
+  EXPECT_THAT(fatesIn("BKB020.cbl", {{"WS-READ ", "?"}, {"WS-POSTED ", "WS-READ "}, {"?", "WS-POSTED "}}),
+              ElementsAre());
+  EXPECT_THAT(fatesIn("BKB020.cbl", {{read, "           05  WS-COUNTS.\n               10  WS-READ PIC"}}),
+              ElementsAre("WS-TOTALS.WS-READ moved to BKB020:WS-TOTALS.WS-COUNTS.WS-READ"));
+  EXPECT_THAT(fatesIn("BKB020.cbl", {{"TRANHIST", "OLDHIST"}}), ElementsAre("!FILE.TRANHIST gone"));
+  // What is not declared any more is still used, so its name leads somewhere.
+  EXPECT_THAT(fatesIn("BKB020.cbl", {{read, "           05  WS-LEFT                   PIC"}}),
+              ElementsAre("WS-TOTALS.WS-READ moved to BKB020:?WS-READ"));
 }
 
 } // namespace

@@ -78,7 +78,7 @@ void SizeClassesBox::addFields(QGridLayout& grid) {
     grid.setColumnStretch(at, 1);
     m_shares[i] = makeHint({}, this);
     m_shares[i]->setObjectName(QStringLiteral("share") + QString::number(at));
-    if (!m_counts.empty()) grid.addWidget(m_shares[i], 2, at);
+    grid.addWidget(m_shares[i], 2, at);
     if (i == m_fields.size()) {
       m_rest = new QLabel(this);
       grid.addWidget(nameOf(i, QString::fromLatin1(kSizeNames[i]), nullptr, this), 0, at);
@@ -116,7 +116,7 @@ void SizeClassesBox::follow() {
   if (m_picture) m_picture->setLimits(now);
   const SizeShares shares = sharesOf(m_counts, now);
   for (std::size_t i = 0; i < shares.size(); ++i)
-    m_shares[i]->setText(programsText(shares[i]));
+    m_shares[i]->setText(m_counts.empty() ? QString() : programsText(shares[i]));
   m_rest->setText(text(Text::SizeFrom).arg(now.l));
   const bool ordered = now.s <= now.m && now.m <= now.l;
   m_reason->setText(ordered ? QString() : text(now.s > now.m ? Text::SizeOrderSM : Text::SizeOrderML));

@@ -60,7 +60,7 @@ SizePicture::SizePicture(std::vector<std::int64_t> counts, const tarnsift::SizeL
 }
 
 QColor SizePicture::colourOf(std::size_t size) {
-  constexpr std::array<double, 4> kShares = {0.30, 0.52, 0.75, 1.0};
+  constexpr std::array<double, 4> kShares = {0.34, 0.55, 0.78, 1.0};
   return mixed(theme().accent, theme().base, kShares.at(size));
 }
 
@@ -185,6 +185,7 @@ void SizePicture::paintGround(QPainter& painter) const {
 
 void SizePicture::paintBars(QPainter& painter) const {
   const double ground = height() - kMargin - axisHeight(fontMetrics());
+  painter.setPen(QPen(theme().accent, 1)); // pale bars need an edge
   const auto all = bars();
   int most = 1;
   for (const auto& [key, bar] : all)
@@ -196,8 +197,9 @@ void SizePicture::paintBars(QPainter& painter) const {
     double y = ground;
     for (std::size_t i = 0; i < bar.programs.size(); ++i) {
       if (bar.programs[i] == 0) continue;
+      painter.setBrush(colourOf(i));
       const double tall = std::max(kLeast, unit * bar.programs[i]);
-      painter.fillRect(QRectF(bar.x, y - tall, bar.width, tall), colourOf(i));
+      painter.drawRect(QRectF(bar.x, y - tall, bar.width, tall));
       y -= tall;
     }
   }

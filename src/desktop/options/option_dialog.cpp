@@ -1,15 +1,14 @@
 #include "desktop/options/option_dialog.hpp"
 
-#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include "desktop/dialogs/frame.hpp"
 #include "desktop/options/option_page.hpp"
 #include "desktop/texts.hpp"
 #include "desktop/theme.hpp"
@@ -36,6 +35,13 @@ bool isPage(const Node& option) {
   return option.name() == "GROUP" || option.name() == "LIST" || option.name() == "CASE";
 }
 
+// A choice among one is none; what it is about belongs into the caption.
+QString pageCaption(const Node& option) {
+  const std::vector<Node> branches = option.children();
+  const bool choice = option.name() == "LIST" && branches.size() == 1 && branches[0].getAttribute("CHECKED").isNull();
+  return optionCaption(option) + (choice ? QLatin1Char(' ') + optionCaption(branches[0]) : QString());
+}
+
 } // namespace
 
 OptionDialog::OptionDialog(platform::Document document, const std::string& path, QWidget* parent)
@@ -51,22 +57,18 @@ OptionDialog::OptionDialog(platform::Document document, const std::string& path,
   middle->setSpacing(2 * kSpace);
   middle->addWidget(m_list);
   middle->addWidget(m_pages, 1);
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
-  buttons->button(QDialogButtonBox::Ok)->setText(text(Text::Ok));
-  buttons->button(QDialogButtonBox::Cancel)->setText(text(Text::Cancel));
-  auto* column = new QVBoxLayout(this);
+  QVBoxLayout* column = addColumn(*this);
   column->addLayout(middle, 1);
-  column->addWidget(buttons);
-  connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
-  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   connect(m_list, &QListWidget::currentRowChanged, m_pages, &QStackedWidget::setCurrentIndex);
   if (isComponent(root)) {
     addPages(root);
     for (const Node& other : root.parent().children())
       if (isComponent(other) && !(other == root)) addPages(other);
   } else {
-    addPage(optionCaption(root), {root});
+    addPage(pageCaption(root), {root});
+    setWindowTitle(pageCaption(root));
   }
+  addOkCancel(*this, *column); // behind the pages for the Tab key
   m_list->setFixedWidth(m_list->sizeHintForColumn(0) + 4 * kSpace);
   m_list->setVisible(m_list->count() > 1);
   m_list->setCurrentRow(0);
@@ -82,12 +84,12 @@ void OptionDialog::addPages(const Node& branch) {
     if (option.name() == "LIST" && attribute(option, "DISPLAY") == "page") {
       for (const Node& page : option.children())
         addPage(optionCaption(page), page.children());
-    } else if (option.name() == "LIST" && !option.firstChild()) {
+    } else if (!showsAnything(option)) {
       continue;
     } else if (option.name() == "GROUP" || option.name() == "CASE") {
       addPage(optionCaption(option), option.children());
     } else if (isPage(option)) {
-      addPage(optionCaption(option), {option});
+      addPage(pageCaption(option), {option});
     }
   }
 }
@@ -105,8 +107,9 @@ void OptionDialog::addPage(const QString& caption, const std::vector<Node>& opti
   column->addWidget(title);
   for (const Node& option : options)
     addOption(*column, m_document, option, m_changes);
-  column->addStretch(1);
+  if (!(column->expandingDirections() & Qt::Vertical)) column->addStretch(1);
   auto* scroll = new QScrollArea;
+  scroll->setFocusPolicy(Qt::NoFocus);
   scroll->setWidget(page);
   scroll->setWidgetResizable(true);
   scroll->setFrameShape(QFrame::NoFrame);

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSpinBox>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -61,7 +62,8 @@ void addLabelled(QVBoxLayout& column, const Node& option, QWidget* editor) {
   label->setBuddy(editor);
   editor->setAccessibleName(label->text());
   row->addWidget(label);
-  row->addWidget(editor, 1);
+  const bool narrow = editor->maximumWidth() < QWIDGETSIZE_MAX;
+  row->addWidget(editor, 1, narrow ? Qt::AlignLeading : Qt::Alignment());
   column.addLayout(row);
 }
 
@@ -115,12 +117,19 @@ void addNumber(QVBoxLayout& column, Node option, OptionChanges& changes) {
 }
 
 void addHeading(QVBoxLayout& column, const Node& option, QWidget* editor) {
-  const QString caption = optionCaption(option);
+  const bool named = !attribute(option, "CAPTION").empty();
+  const QString caption = optionCaption(named || !option.parent() ? option : option.parent());
   editor->setAccessibleName(caption);
-  if (attribute(option, "CAPTION").empty()) return;
+  if (!named) return;
   auto* label = new QLabel(caption);
   label->setBuddy(editor);
   column.addWidget(label);
+}
+
+// No lower than so many entries.
+void setLines(QListWidget& view, int count) {
+  constexpr int kPadding = 8;
+  view.setMinimumHeight(count * (view.fontMetrics().height() + kPadding) + kSpace);
 }
 
 // Entries with a tick each; what a tick stands for is fixed.
@@ -132,7 +141,7 @@ void addTicks(QVBoxLayout& column, const Node& list, OptionChanges& changes) {
     item->setCheckState(isOn(entry, "CHECKED") ? Qt::Checked : Qt::Unchecked);
   }
   addHeading(column, list, view);
-  view->setMinimumHeight(std::min(12, std::max(4, view->count())) * (view->fontMetrics().height() + 6));
+  setLines(*view, std::clamp(view->count(), 4, 8));
   column.addWidget(view);
   changes.emplace_back([view, entries = list.children()] {
     for (int i = 0; i < view->count(); ++i) {
@@ -146,7 +155,8 @@ void addTicks(QVBoxLayout& column, const Node& list, OptionChanges& changes) {
 // Texts that the analyst adds, changes and takes out, each with a tick. An entry that stays keeps its element.
 void addStrings(QVBoxLayout& column, Document document, Node list, OptionChanges& changes) {
   auto* view = new QListWidget;
-  const std::vector<Node> entries = list.children();
+  std::vector<Node> entries = list.children();
+  std::erase_if(entries, [](const Node& entry) { return entry.getAttribute("VALUE").isNull(); });
   constexpr int kEntry = Qt::UserRole;
   const auto addItem = [view](const QString& value, bool ticked, int entry) {
     auto* item = new QListWidgetItem(value, view);
@@ -158,7 +168,7 @@ void addStrings(QVBoxLayout& column, Document document, Node list, OptionChanges
   for (std::size_t i = 0; i < entries.size(); ++i)
     addItem(text(attribute(entries[i], "VALUE")), isOn(entries[i], "CHECKED"), static_cast<int>(i));
   addHeading(column, list, view);
-  view->setMinimumHeight(5 * (view->fontMetrics().height() + 6));
+  setLines(*view, 4);
   column.addWidget(view);
   auto* add = new QPushButton(text(Text::OptionAdd));
   auto* remove = new QPushButton(text(Text::OptionRemove));
@@ -173,13 +183,20 @@ void addStrings(QVBoxLayout& column, Document document, Node list, OptionChanges
     view->editItem(item);
   });
   QObject::connect(remove, &QPushButton::clicked, view, [view] { delete view->takeItem(view->currentRow()); });
+  remove->setEnabled(false);
+  QObject::connect(view, &QListWidget::currentRowChanged, remove, [remove](int at) { remove->setEnabled(at >= 0); });
+  for (const auto& [key, button] : {std::pair(Qt::Key_Insert, add), std::pair(Qt::Key_Delete, remove)})
+    QObject::connect(new QShortcut(key, view, nullptr, nullptr, Qt::WidgetShortcut), &QShortcut::activated, button,
+                     &QPushButton::click);
   changes.emplace_back([view, document, list, entries]() mutable {
     std::vector<bool> kept(entries.size(), false);
     for (int i = 0; i < view->count(); ++i) {
       const QListWidgetItem* item = view->item(i);
-      const std::string value = item->text().trimmed().toStdString();
-      if (value.empty()) continue;
       const int at = item->data(kEntry).toInt();
+      const bool untouched =
+          at >= 0 && item->text().toStdString() == attribute(entries[static_cast<std::size_t>(at)], "VALUE");
+      const std::string value = (untouched ? item->text() : item->text().trimmed()).toStdString();
+      if (value.empty() && !untouched) continue;
       Node entry = at >= 0 ? entries[static_cast<std::size_t>(at)] : list.appendChild(document.createElement("STRING"));
       if (at >= 0) kept[static_cast<std::size_t>(at)] = true;
       if (attribute(entry, "VALUE") != value) entry.setAttribute("VALUE", value);
@@ -201,7 +218,7 @@ void addChoice(QVBoxLayout& column, const Document& document, Node list, OptionC
     auto* page = new QWidget;
     QVBoxLayout* inner = columnIn(page, 0);
     addChildren(*inner, document, branch, changes);
-    inner->addStretch(1);
+    if (!(inner->expandingDirections() & Qt::Vertical)) inner->addStretch(1);
     pages->addWidget(page);
     if (attribute(branch, "NAME") == attribute(list, "VALUE")) choice->setCurrentIndex(choice->count() - 1);
   }
@@ -226,6 +243,17 @@ bool isTickList(const Node& list) {
 
 } // namespace
 
+bool showsAnything(const Node& option) {
+  const std::string kind = option.name();
+  if (kind == "STRINGS") return true;
+  if (kind == "LIST" && option.firstChild() && isTickList(option)) return true;
+  if (kind == "LIST" && option.children().size() > 1) return true;
+  if (kind != "LIST" && kind != "GROUP" && kind != "CASE" && !option.getAttribute("VALUE").isNull()) return true;
+  for (const Node& child : option.children())
+    if (showsAnything(child)) return true;
+  return false;
+}
+
 QString optionCaption(const Node& option) {
   const std::string caption = attribute(option, "CAPTION");
   return captionInLanguage(caption.empty() ? attribute(option, "NAME") : caption);
@@ -240,7 +268,7 @@ void addOption(QVBoxLayout& column, Document document, const Node& option, Optio
   if (kind == "LIST") return addChoice(column, document, option, changes);
   if (kind != "GROUP" && kind != "CASE" && !option.getAttribute("VALUE").isNull())
     return addText(column, option, changes);
-  if (!option.firstChild()) return; // nothing in it that could be shown; it stays as it is
+  if (!showsAnything(option)) return; // it stays as it is
   auto* group = new QGroupBox(optionCaption(option));
   auto* inner = new QVBoxLayout(group);
   inner->setSpacing(kSpace);
