@@ -57,7 +57,7 @@ bool Desk::open(const RecentProject& project) {
   m_session->onClosed = [this] { QTimer::singleShot(0, this, [this] { sessionClosed(); }); };
   try {
     m_session->start();
-  } catch (const platform::Error&) {
+  } catch (...) {
     m_told = m_session->told();
     m_session.reset();
     throw;
@@ -74,7 +74,7 @@ void Desk::openFromStart(const RecentProject& project) {
   std::string failure;
   try {
     if (open(project)) m_start->hide();
-  } catch (const platform::Error& error) {
+  } catch (const std::exception& error) {
     failure = error.what();
   }
   m_start->setEnabled(true);
