@@ -60,7 +60,7 @@ install: setup
 
 # Takes the pictures of the window in docs/pictures.
 pictures: configure
-	@tools/setup xvfb xauth fonts-dejavu-core fonts-noto-cjk
+	@tools/setup xvfb fonts-dejavu-core fonts-noto-cjk
 	@cmake --build --preset dev -j $(JOBS) --target tarnsift desktop_pictures
 	@tools/pictures build/dev
 

@@ -20,8 +20,8 @@ struct Opening {
   bool start = false; ///< the start page, whatever was open
 };
 
-/// Shows the window of a project, or the start page, and runs until it is closed. Gives the exit status: 0, or 1 with one line on stderr
-/// and in a box when it could not be opened.
+/// Shows the window of a project, or the start page, and runs until it is closed. Gives the exit status: 0, or 1 with
+/// one line on stderr and in a box when it could not be opened.
 int openWindow(const Opening& opening);
 
 } // namespace desktop

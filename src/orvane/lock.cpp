@@ -33,10 +33,11 @@ FolderLock::FolderLock(const std::string& file, Mode mode, const std::string& wh
     ::close(m_descriptor);
     throw platform::Error(fmt::format("{} is in use by {}; wait for it, or end it", what, holder));
   }
+  const bool emptied = ::ftruncate(m_descriptor, 0) == 0; // who is named there has let go
   if (mode == Mode::shared) return;
   const std::string holder =
       fmt::format("process {} since {:%Y-%m-%d %H:%M:%S}", ::getpid(), fmt::localtime(std::time(nullptr)));
-  if (::ftruncate(m_descriptor, 0) == 0) static_cast<void>(::pwrite(m_descriptor, holder.data(), holder.size(), 0) > 0);
+  if (emptied) static_cast<void>(::pwrite(m_descriptor, holder.data(), holder.size(), 0) > 0);
 }
 
 FolderLock::~FolderLock() {

@@ -61,6 +61,8 @@ TEST(Help, EveryLinkLeadsToAPage) {
 TEST(Help, SearchNarrowsThePagesAsItIsTyped) {
   helpDesk().show(11, 0);
   EXPECT_EQ(page(), "index");
+  EXPECT_EQ(part<QListWidget>("helpPages").currentRow(), 0);
+  EXPECT_EQ(helpDesk().window()->windowTitle().toStdString(), "Tarnsift user guide - Help");
   const auto& all = desktop::topics();
   EXPECT_EQ(part<QListWidget>("helpPages").count(), static_cast<int>(all.size()));
   QTest::keyClicks(&part<QLineEdit>("helpSearch"), QStringLiteral("synonyms"));

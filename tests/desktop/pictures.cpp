@@ -97,7 +97,7 @@ class Shooting {
     window().focusPane("Lists");
     in<QTabBar>(window(), "tsLists").setCurrentIndex(1);
     QTest::qWait(50);
-    choose("lvList1", "");
+    choose("lvList1", "AC-ACCT-NO");
   }
 
   void all() {

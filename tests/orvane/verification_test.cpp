@@ -180,7 +180,8 @@ TEST(Verification, stopsBetweenProgramsAndRefusesABaseFolderInUse) {
   EXPECT_EQ(stopped.written, steps.size());
   EXPECT_EQ(portfolio.verify().written + stopped.written, 6U);
   const FolderLock window(baseLockFile(portfolio.base()), FolderLock::Mode::shared, "base");
-  EXPECT_THAT([&] { portfolio.verify(); }, testing::ThrowsMessage<platform::Error>(HasSubstr("is in use by")));
+  EXPECT_THAT([&] { portfolio.verify(); }, testing::ThrowsMessage<platform::Error>(HasSubstr("is in use by another")))
+      << "not by the verification that has ended";
 }
 
 TEST(Verification, leavesNothingHalfWrittenOnAFullDisk) {

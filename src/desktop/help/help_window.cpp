@@ -146,7 +146,7 @@ HelpWindow::HelpWindow(QWidget* parent)
   connect(m_forward, &QToolButton::clicked, m_text, &QTextBrowser::forward);
   connect(m_text, &QTextBrowser::backwardAvailable, m_back, &QWidget::setEnabled);
   connect(m_text, &QTextBrowser::forwardAvailable, m_forward, &QWidget::setEnabled);
-  connect(m_text, &QTextBrowser::sourceChanged, this, [this] { pageChanged(); });
+  connect(m_text, &QTextBrowser::sourceChanged, this, [this](const QUrl& source) { pageChanged(source); });
   connect(m_search, &QLineEdit::textChanged, this, [this] { narrow(); });
   connect(m_search, &QLineEdit::returnPressed, this, [this] { m_pages->setFocus(); });
   connect(m_pages, &QListWidget::currentItemChanged, this, [this](QListWidgetItem* item) {
@@ -174,10 +174,6 @@ void HelpWindow::open(const QString& page) {
   m_text->setSource(QUrl((isTopic(page) ? page : QStringLiteral("index")) + QStringLiteral(".md")));
 }
 
-QString HelpWindow::page() const {
-  return m_text->source().fileName().section(QLatin1Char('.'), 0, 0);
-}
-
 QStringList HelpWindow::words() const {
   return m_search->text().simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
@@ -201,15 +197,17 @@ void HelpWindow::narrow() {
   markWords();
 }
 
-void HelpWindow::pageChanged() {
+// The browser itself knows its new source only afterwards.
+void HelpWindow::pageChanged(const QUrl& source) {
+  m_page = source.fileName().section(QLatin1Char('.'), 0, 0);
   styleDocument(*m_text->document());
   markWords();
+  for (const Topic& topic : topics())
+    if (topic.page == m_page) setWindowTitle(topic.title + QStringLiteral(" - ") + text(Text::HelpTitle));
   const QSignalBlocker quiet(m_pages);
+  m_pages->setCurrentRow(-1);
   for (int row = 0; row < m_pages->count(); ++row)
-    if (m_pages->item(row)->data(kPage).toString() == page()) {
-      m_pages->setCurrentRow(row);
-      setWindowTitle(m_pages->item(row)->text() + QStringLiteral(" - ") + text(Text::HelpTitle));
-    }
+    if (m_pages->item(row)->data(kPage).toString() == m_page) m_pages->setCurrentRow(row);
 }
 
 void HelpWindow::markWords() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QUrl>
 #include <QWidget>
 
 class QLineEdit;
@@ -15,14 +16,15 @@ class HelpWindow final : public QWidget {
   explicit HelpWindow(QWidget* parent);
   /// Shows a page of the guide by its name.
   void open(const QString& page);
-  QString page() const;
+  QString page() const { return m_page; }
 
  private:
   void narrow();
-  void pageChanged();
+  void pageChanged(const QUrl& source);
   void markWords();
   QStringList words() const;
 
+  QString m_page;
   QLineEdit* m_search;
   QListWidget* m_pages;
   QTextBrowser* m_text;

@@ -152,7 +152,7 @@ void AnalyseDialog::addSourcePart(QBoxLayout& column) {
   auto* files = button(Text::AnalyseAddFiles, "analyseAddFiles", this);
   auto* remove = button(Text::AnalyseRemove, "analyseRemove", this);
   auto* grid = new QGridLayout;
-  grid->addWidget(m_sources, 0, 0, 4, 1);
+  grid->addWidget(m_sources, 0, 0, 4, 1, Qt::AlignTop);
   grid->addWidget(folder, 0, 1);
   grid->addWidget(files, 1, 1);
   grid->addWidget(remove, 2, 1);
@@ -180,7 +180,7 @@ void AnalyseDialog::addCopybookPart(QBoxLayout& column) {
   m_copybooks->setTextElideMode(Qt::ElideMiddle);
   auto* add = button(Text::AnalyseAddCopybooks, "analyseAddCopybooks", this);
   auto* grid = new QGridLayout;
-  grid->addWidget(m_copybooks, 0, 0, 2, 1);
+  grid->addWidget(m_copybooks, 0, 0, 2, 1, Qt::AlignTop);
   grid->addWidget(add, 0, 1);
   grid->setRowStretch(1, 1);
   column.addWidget(heading(Text::AnalyseCopybooks, m_copybooks));

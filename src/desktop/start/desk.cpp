@@ -1,6 +1,7 @@
 #include "desktop/start/desk.hpp"
 
 #include <QApplication>
+#include <QScreen>
 #include <QTimer>
 
 #include "desktop/help/help_desk.hpp"
@@ -31,6 +32,8 @@ Desk::~Desk() = default;
 StartWindow& Desk::showStart(const std::string& notice) {
   if (!m_start) {
     m_start = std::make_unique<StartWindow>(m_settings);
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    m_start->move(screen.center() - QPoint(m_start->width() / 2, m_start->height() / 2));
     m_start->onOpen = [this](const RecentProject& project) {
       QTimer::singleShot(0, this, [this, project] { openFromStart(project); }); // out of the page's own event
     };
@@ -54,7 +57,7 @@ bool Desk::open(const RecentProject& project) {
   m_session->onClosed = [this] { QTimer::singleShot(0, this, [this] { sessionClosed(); }); };
   try {
     m_session->start();
-  } catch (const platform::Error&) {
+  } catch (...) {
     m_told = m_session->told();
     m_session.reset();
     throw;
@@ -71,7 +74,7 @@ void Desk::openFromStart(const RecentProject& project) {
   std::string failure;
   try {
     if (open(project)) m_start->hide();
-  } catch (const platform::Error& error) {
+  } catch (const std::exception& error) {
     failure = error.what();
   }
   m_start->setEnabled(true);

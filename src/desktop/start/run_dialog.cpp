@@ -8,6 +8,7 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "cobol/built_in_records.hpp"
 #include "desktop/texts.hpp"
 #include "desktop/theme.hpp"
 #include "desktop/twips.hpp"
@@ -79,7 +80,9 @@ void RunDialog::finish(const AnalysisJob::State& state) {
   m_close->setText(text(Text::Close));
   if (m_problems->topLevelItemCount() > 0) {
     m_problems->show();
+    const QPoint middle = geometry().center();
     resize(std::max(width(), 760), std::max(height(), 420));
+    move(middle - QPoint(width() / 2, height() / 2));
   }
   m_open->setVisible(canOpen);
   QPushButton* next = canOpen ? m_open : m_close;
@@ -99,13 +102,15 @@ void RunDialog::listProblems(const orvane::VerifyResult& result) {
   const auto add = [this](const QString& what, const QString& why) {
     auto* row = new QTreeWidgetItem(m_problems, {what, why});
     row->setToolTip(1, why);
+    row->setSizeHint(0, QSize(0, fontMetrics().height() + kSpace));
   };
   for (const auto& problem : result.problems)
     add(text(Text::RunPath), text(problem));
   for (const auto& failure : result.failed)
     add(text(failure.program), text(failure.reason));
   for (const auto& [name, programs] : result.missingCopybooks)
-    add(text(Text::RunNoCopybook).arg(text(name)), text(Text::RunPrograms).arg(programs));
+    if (cobol::builtInRecord(name).empty()) // what the system supplies has a stand-in
+      add(text(Text::RunNoCopybook).arg(text(name)), text(Text::RunPrograms).arg(programs));
   m_problems->resizeColumnToContents(0);
 }
 

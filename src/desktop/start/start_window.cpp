@@ -67,8 +67,9 @@ class RecentDelegate final : public QStyledItemDelegate {
       painter->setPen(t.affected);
       painter->drawText(line, Qt::AlignRight | Qt::AlignVCenter, text(Text::StartGone));
     }
-    painter->setFont(bold);
-    painter->setPen(gone ? t.muted : t.text);
+    const bool isHint = !(index.flags() & Qt::ItemIsEnabled);
+    painter->setFont(isHint ? option.font : bold);
+    painter->setPen(gone || isHint ? t.muted : t.text);
     painter->drawText(line, Qt::AlignVCenter, index.data(Qt::DisplayRole).toString());
     painter->setFont(option.font);
     painter->setPen(selected ? t.text : t.muted);
