@@ -91,8 +91,8 @@ std::optional<std::string> Session::chooseCriterion(const std::string& start) {
                          return analysis ? &analysis->data() : nullptr;
                        },
                        .programName = row ? text(row->Text) : QString(),
-       .scope = scope ? text(Text::SearchScopeSelected).arg(*scope).arg(programs.ListItems.Count())
-                      : text(Text::SearchScopeAll)},
+                       .scope = scope ? text(Text::SearchScopeSelected).arg(*scope).arg(programs.ListItems.Count())
+                                      : text(Text::SearchScopeAll)},
                       start, m_window.get());
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.criterion();

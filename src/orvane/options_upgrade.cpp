@@ -4,6 +4,7 @@
 
 #include "orvane/host.hpp"
 #include "orvane/host_objects.hpp"
+#include "orvane/object_cursor.hpp"
 #include "orvane/product.hpp"
 #include "platform/files/files.hpp"
 
@@ -16,19 +17,6 @@ using platform::Ref;
 using tarnsift::RepositoryObject;
 using Outcome = OptionUpgrade::Outcome;
 
-class Cursor final : public tarnsift::RepositoryCursor {
- public:
-  explicit Cursor(std::vector<Ref<RepositoryObject>> objects) : m_objects(std::move(objects)) {}
-  bool AtEnd() override { return m_at >= m_objects.size(); }
-  Ref<RepositoryObject> Current() override { return m_objects.at(m_at); }
-  void MoveNext() override { ++m_at; }
-  std::size_t Count() override { return m_objects.size(); }
-
- private:
-  std::vector<Ref<RepositoryObject>> m_objects;
-  std::size_t m_at = 0;
-};
-
 /// The repository with only those of its projects that this process holds.
 class HeldProjects final : public tarnsift::Repository {
  public:
@@ -37,7 +25,7 @@ class HeldProjects final : public tarnsift::Repository {
   Ref<tarnsift::RepositorySchema> Schema() override { return m_repository->Schema(); }
   Ref<tarnsift::RepositoryCursor> SelectObjects(const std::string& type, const std::string& parentId,
                                                 const std::string& order) override {
-    if (type == kProjectType) return new Cursor(m_held);
+    if (type == kProjectType) return new ObjectCursor(m_held);
     return m_repository->SelectObjects(type, parentId, order);
   }
   Ref<RepositoryObject> ObjectById(const std::string& id) override { return m_repository->ObjectById(id); }

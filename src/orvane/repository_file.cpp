@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include "orvane/object_cursor.hpp"
 #include "platform/files/files.hpp"
 #include "platform/runtime/text.hpp"
 
@@ -147,19 +148,6 @@ class StoredObject final : public RepositoryObject {
   std::map<std::string, Value> m_pending;
 };
 
-class Cursor final : public tarnsift::RepositoryCursor {
- public:
-  explicit Cursor(std::vector<Ref<RepositoryObject>> objects) : m_objects(std::move(objects)) {}
-  bool AtEnd() override { return m_at >= m_objects.size(); }
-  Ref<RepositoryObject> Current() override { return m_objects.at(m_at); }
-  void MoveNext() override { ++m_at; }
-  std::size_t Count() override { return m_objects.size(); }
-
- private:
-  std::vector<Ref<RepositoryObject>> m_objects;
-  std::size_t m_at = 0;
-};
-
 // Objects with all their attributes in one query; `condition` is over the table O.
 std::vector<Ref<RepositoryObject>> readObjects(const std::shared_ptr<RepositoryFile::Data>& data,
                                                const std::string& condition, const std::vector<Value>& parameters) {
@@ -228,7 +216,7 @@ Ref<tarnsift::RepositoryCursor> RepositoryFile::SelectObjects(const std::string&
     std::stable_sort(objects.begin(), objects.end(), [&](const auto& a, const auto& b) {
       return platform::upper(a->Attribute(order).asText()) < platform::upper(b->Attribute(order).asText());
     });
-  return new Cursor(std::move(objects));
+  return new ObjectCursor(std::move(objects));
 }
 
 Ref<RepositoryObject> RepositoryFile::ObjectById(const std::string& id) {

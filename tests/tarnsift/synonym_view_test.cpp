@@ -7,8 +7,8 @@ namespace {
 constexpr const char* kRedefines = "//BOOL[@NAME='Redefines']";
 constexpr const char* kAllRedefines = "//BOOL[@NAME='ViewAllRedefines']";
 
-/// k1 is the name asked about: relations both ways, one with itself, one of a kind that is off, a FILLER; ranges equal, over and
-/// beside it.
+/// k1 is the name asked about: relations both ways, one with itself, one of a kind that is off, a FILLER; ranges equal,
+/// over and beside it.
 const Program kProgram = {
     .id = "A",
     .constructs = "k1 SEED 10 4 W\n k2 BOTH 10 4 -\n k3 NOTED 0 2 A own words\n k4 filler 10 4 -\n k5 OVER 12 8 C\n"

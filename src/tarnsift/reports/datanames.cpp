@@ -2,6 +2,7 @@
 #include "platform/runtime/string_table.hpp"
 #include "tarnsift/reports/report_program.hpp"
 #include "tarnsift/reports/reports.hpp"
+#include "tarnsift/reports/status_text.hpp"
 #include "tarnsift/search/program_work.hpp"
 #include "tarnsift/workbench/progress.hpp"
 
@@ -21,17 +22,6 @@ std::string recordFormat(int Status) {
   return "<LCRecordFormat>" + column("Program", LoadResString(539)) + column("Dataname", LoadResString(547)) +
          (Status == 0 ? column("Status", LoadResString(548)) : "") + column("Comment", LoadResString(549)) +
          column("File", file) + "</LCRecordFormat>";
-}
-
-std::string statusText(const Value& status) {
-  switch (status.asInteger()) {
-  case kAccepted:
-    return LoadResString(541);
-  case kRejected:
-    return LoadResString(553);
-  default:
-    return LoadResString(554);
-  }
 }
 
 // The counts on the screen decide whether a program is opened.

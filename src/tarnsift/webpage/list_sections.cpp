@@ -1,5 +1,6 @@
 #include "platform/runtime/string_table.hpp"
 #include "platform/runtime/text.hpp"
+#include "tarnsift/reports/status_text.hpp"
 #include "tarnsift/session/globals.hpp"
 #include "tarnsift/store/program_database.hpp"
 #include "tarnsift/webpage/page.hpp"
@@ -10,17 +11,6 @@ namespace tarnsift {
 namespace {
 
 using platform::LoadResString;
-
-std::string statusText(const Value& status) {
-  switch (status.asInteger()) {
-  case kAccepted:
-    return LoadResString(541);
-  case kRejected:
-    return LoadResString(553);
-  default:
-    return LoadResString(554);
-  }
-}
 
 // A name that its analysis does not know has no place: its row stands, so that the program's figures lead to it, with
 // these cells empty.
