@@ -1,11 +1,11 @@
 #include <fstream>
 #include <sstream>
 
-#include <QElapsedTimer>
-#include <QLabel>
 #include <QLineEdit>
+#include <QPrinter>
 #include <QTableView>
 
+#include "desktop/report/print_table.hpp"
 #include "desktop/report/report_window.hpp"
 #include "desktop/workbench.hpp"
 
@@ -77,4 +77,32 @@ TEST_F(ReportWindowTest, AffectedCodeLeadsToItsLineAndExportsWhatTheCommandWrite
   EXPECT_EQ(static_cast<int>(std::count(std::istreambuf_iterator<char>(text), {}, '\n')),
             static_cast<int>(shown.model().rows().read()) + 1)
       << "all rows, whatever the filter";
+}
+
+TEST_F(ReportWindowTest, PrintsEveryRowOnPagesWithTheirHeadings) {
+  open();
+  filter("Names:*", 1);
+  desktop::ReportWindow& shown = report(1);
+  const std::string path = m_portfolio.base().path() + "/out.pdf";
+  const auto print = [&] {
+    QPrinter printer(QPrinter::ScreenResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(QString::fromStdString(path));
+    desktop::printTable(printer, shown.model(), QStringLiteral("Affected"), {1, 2, 2, 3, 1, 1});
+  };
+  const auto pages = [&] {
+    std::ifstream file(path, std::ios::binary);
+    const std::string text((std::istreambuf_iterator<char>(file)), {});
+    int count = 0;
+    for (std::size_t at = text.find("/Type /Page\n"); at != text.npos; at = text.find("/Type /Page\n", at + 1))
+      ++count;
+    return count;
+  };
+  print();
+  const int all = pages();
+  EXPECT_GT(all, shown.model().rowCount() / 100) << "a page holds no hundred rows";
+  EXPECT_LT(all, shown.model().rowCount() / 10) << "nor less than ten";
+  shown.findChild<QLineEdit*>()->setText(QStringLiteral("bkb030"));
+  print();
+  EXPECT_LT(pages(), all) << "what is filtered is printed";
 }
