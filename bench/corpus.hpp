@@ -17,8 +17,8 @@ struct Corpus {
   Corpus sample(std::size_t count) const;
 };
 
-/// Copies the programs of `sources` (files .cbl, .cob, .cobol below each folder) into `folder` under other names, again and
-/// again, until there are at least `lines`. Folders below a source that hold .cpy files are its copybook folders.
+/// Copies the programs of `sources` (files .cbl, .cob, .cobol below each folder) into `folder` under other names, again
+/// and again, until there are at least `lines`. Folders below a source that hold .cpy files are its copybook folders.
 Corpus makeCorpus(const std::vector<std::string>& sources, const std::string& folder, std::uint64_t lines);
 
 } // namespace bench

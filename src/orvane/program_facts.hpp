@@ -20,7 +20,7 @@ struct ProgramFacts {
   std::string analysisFile; ///< native; "" before the first verification
   bool verified = false;
   std::string reason; ///< why it is not verified
-  std::string size; ///< change size S to XL; "" until a project was derived with it
+  std::string size;   ///< change size S to XL; "" until a project was derived with it
   std::int64_t files = 0;
   std::int64_t lines = 0;
 };

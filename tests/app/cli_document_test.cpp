@@ -85,16 +85,15 @@ TEST_F(CliDocument, NamesEveryJsonKeyThatIsPrinted) {
   good("verify");
   good("move --to working A");
   const auto sections = documented();
-  for (const auto& [command, arguments] :
-       std::map<std::string, std::string>{{"programs", ""},
-                                          {"datanames", ""},
-                                          {"usages", "A"},
-                                          {"relations", ""},
-                                          {"diagnostics", ""},
-                                          {"carried", ""},
-                                          {"synonyms-of", "A"},
-                                          {"columns", ""},
-                                          {"derive", "--from working --name q"}}) {
+  for (const auto& [command, arguments] : std::map<std::string, std::string>{{"programs", ""},
+                                                                             {"datanames", ""},
+                                                                             {"usages", "A"},
+                                                                             {"relations", ""},
+                                                                             {"diagnostics", ""},
+                                                                             {"carried", ""},
+                                                                             {"synonyms-of", "A"},
+                                                                             {"columns", ""},
+                                                                             {"derive", "--from working --name q"}}) {
     const auto objects = good(command + " --project p --json " + arguments).objects();
     ASSERT_FALSE(objects.empty()) << command;
     for (const auto& object : objects) {

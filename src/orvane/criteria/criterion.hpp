@@ -24,7 +24,8 @@ struct CriterionKind {
 };
 std::span<const CriterionKind> criterionKinds();
 
-/// The criterion of that name, or of several joined by " & " that must all match. Throws platform::Error in one line that lists what is known.
+/// The criterion of that name, or of several joined by " & " that must all match. Throws platform::Error in one line
+/// that lists what is known.
 Criterion criterionNamed(const std::string& name);
 
 /// The name of the criterion for a pattern and, unless empty, a second one of names to leave out.

@@ -186,7 +186,6 @@ constexpr ButtonEntry kButtons[] = {
     {"Columns", 124, "Columns", {}, viewColumns, -1},
 };
 
-
 const ButtonEntry& entryOf(const ToolbarButton& button) {
   return *std::find_if(std::begin(kButtons), std::end(kButtons),
                        [&](const ButtonEntry& entry) { return entry.key == button.Key; });
