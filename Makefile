@@ -13,7 +13,7 @@ build: configure
 	@cmake --build --preset dev -j $(JOBS)
 
 run: configure
-	@cmake --build --preset dev -j $(JOBS) --target tarnsift
+	@cmake --build --preset dev -j $(JOBS) --target tarnsift $(if $(DISPLAY)$(WAYLAND_DISPLAY),tarnsift-window)
 	@tools/run-samples build/dev
 
 test: build
