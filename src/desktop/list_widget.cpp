@@ -36,6 +36,12 @@ class Cells final : public QStyledItemDelegate {
   }
 };
 
+// A modifier by itself chooses nothing: the way from use to use in the source would start anew.
+bool isModifier(int key) {
+  return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_Meta ||
+         key == Qt::Key_AltGr;
+}
+
 } // namespace
 
 ListWidget::ListWidget(platform::ListView& list, ListModel::Icons icons, QtScreen& screen, QWidget* parent)
@@ -217,12 +223,6 @@ void ListWidget::search(const QString& typed) {
     const auto* item = m_model->row(row);
     if (item && platform::upper(item->Text.substr(0, wanted.size())) == wanted) return moveFocus(row, Marking::only);
   }
-}
-
-// A modifier by itself chooses nothing: the way from use to use in the source would start anew.
-static bool isModifier(int key) {
-  return key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Alt || key == Qt::Key_Meta ||
-         key == Qt::Key_AltGr;
 }
 
 void ListWidget::keyReleaseEvent(QKeyEvent* event) {

@@ -59,7 +59,7 @@ void Session::addDialogs() {
   m_host->search().chooseCriterion = [this](const std::string& start) { return chooseCriterion(start); };
   m_host->reports().show = [this](orvane::FinishedReport report) {
     const auto jump = [this](const ReportPlace& place) {
-      if (!jumpTo(m_host->window(), *m_host, *m_source, place)) return;
+      if (!m_host->hasWindow() || !jumpTo(m_host->window(), *m_host, *m_source, place)) return;
       m_window->sync();
       m_window->raise();
       m_window->activateWindow();

@@ -16,33 +16,26 @@ using platform::Node;
 
 constexpr const char* kFilters = "//CASE[@ID='Tarnsift']/LIST[@NAME='Pages']/CASE[@NAME='Filters']";
 constexpr const char* kPatterns = "/LIST[@NAME='FilterTypes']/CASE[@NAME='Patterns']";
-constexpr std::string_view kSaved = "Saved:";
-constexpr std::string_view kFilter = "Filters:Patterns";
 
 Node savedGroup(const platform::Document& options) {
   return options.selectSingleNode(std::string(kFilters) + "/GROUP[@NAME='SavedCriteria']");
 }
 
-std::string attribute(const Node& node, const char* name) {
-  const platform::Value value = node.getAttribute(name);
-  return value.isNull() ? "" : value.asText();
-}
-
 bool isSaved(const std::string& name) {
-  return platform::equalsIgnoringCase(std::string_view(name).substr(0, kSaved.size()), kSaved);
+  return platform::equalsIgnoringCase(std::string_view(name).substr(0, kSavedCriterion.size()), kSavedCriterion);
 }
 
 Node savedNamed(const Node& group, std::string_view name) {
   for (Node entry = group ? group.firstChild() : Node(); entry; entry = entry.nextSibling())
-    if (platform::equalsIgnoringCase(attribute(entry, "NAME"), name)) return entry;
+    if (platform::equalsIgnoringCase(entry.getAttribute("NAME").asText(), name)) return entry;
   return {};
 }
 
 std::vector<std::string> ticked(const Node& list) {
   std::vector<std::string> texts;
   for (Node entry = list ? list.firstChild() : Node(); entry; entry = entry.nextSibling())
-    if (attribute(entry, "CHECKED") == "true" && !attribute(entry, "VALUE").empty())
-      texts.push_back(platform::upper(attribute(entry, "VALUE")));
+    if (entry.getAttribute("CHECKED").asText() == "true" && !entry.getAttribute("VALUE").asText().empty())
+      texts.push_back(platform::upper(entry.getAttribute("VALUE").asText()));
   return texts;
 }
 
@@ -52,7 +45,7 @@ std::vector<SavedCriterion> savedCriteria(const platform::Document& options) {
   std::vector<SavedCriterion> all;
   const Node group = savedGroup(options);
   for (Node entry = group ? group.firstChild() : Node(); entry; entry = entry.nextSibling())
-    all.push_back({attribute(entry, "NAME"), attribute(entry, "VALUE")});
+    all.push_back({entry.getAttribute("NAME").asText(), entry.getAttribute("VALUE").asText()});
   return all;
 }
 
@@ -86,12 +79,12 @@ PatternFilter patternFilter(const platform::Document& options) {
 
 Criterion projectCriterion(const platform::Document& options, const std::string& name) {
   if (isSaved(name)) {
-    const std::string saved = name.substr(kSaved.size());
+    const std::string saved = name.substr(kSavedCriterion.size());
     const Node entry = savedNamed(savedGroup(options), saved);
     if (!entry) throw platform::Error(fmt::format("the project has no saved criterion '{}'", saved));
-    return criterionNamed(attribute(entry, "VALUE"));
+    return criterionNamed(entry.getAttribute("VALUE").asText());
   }
-  if (!platform::equalsIgnoringCase(name, kFilter)) return criterionNamed(name);
+  if (!platform::equalsIgnoringCase(name, kProjectFilter)) return criterionNamed(name);
   const PatternFilter filter = patternFilter(options);
   if (filter.like.empty() && filter.unlike.empty())
     throw platform::Error("the project's filter has no ticked pattern; add some under Define Filter");

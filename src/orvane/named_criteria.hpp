@@ -1,12 +1,17 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "orvane/criteria/criterion.hpp"
 #include "platform/xml/xml.hpp"
 
 namespace orvane {
+
+/// How the two kinds of criteria that live in a project's options are named: what the analyst saved, and its filter.
+inline constexpr std::string_view kSavedCriterion = "Saved:";
+inline constexpr std::string_view kProjectFilter = "Filters:Patterns";
 
 /// A criterion that the analyst gave a name; it lives in the project's options and is chosen as "Saved:name".
 struct SavedCriterion {

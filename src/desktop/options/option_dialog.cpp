@@ -21,13 +21,8 @@ namespace {
 
 using platform::Node;
 
-std::string attribute(const Node& node, const char* name) {
-  const platform::Value value = node.getAttribute(name);
-  return value.isNull() ? "" : value.asText();
-}
-
 bool isComponent(const Node& node) {
-  return node.name() == "CASE" && !attribute(node, "ID").empty();
+  return node.name() == "CASE" && !node.getAttribute("ID").asText().empty();
 }
 
 // A group, a list or a list of pages stands for itself; the single options of a branch share a page.
@@ -81,7 +76,7 @@ void OptionDialog::addPages(const Node& branch) {
     if (!isPage(option)) single.push_back(option);
   if (!single.empty()) addPage(optionCaption(branch), single);
   for (const Node& option : branch.children()) {
-    if (option.name() == "LIST" && attribute(option, "DISPLAY") == "page") {
+    if (option.name() == "LIST" && option.getAttribute("DISPLAY").asText() == "page") {
       for (const Node& page : option.children())
         addPage(optionCaption(page), page.children());
     } else if (!showsAnything(option)) {

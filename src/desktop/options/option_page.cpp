@@ -30,13 +30,8 @@ constexpr int kIndent = 22;           ///< pixels of what depends on a switch
 constexpr int kLargestNumber = 32767; ///< numbers are 16 bits wide
 constexpr int kLabelWidth = 220;
 
-std::string attribute(const Node& node, const char* name) {
-  const platform::Value value = node.getAttribute(name);
-  return value.isNull() ? "" : value.asText();
-}
-
 bool isOn(const Node& node, const char* name) {
-  return attribute(node, name) == "true";
+  return node.getAttribute(name).asText() == "true";
 }
 
 void setOn(Node node, const char* name, bool on) {
@@ -90,8 +85,8 @@ void addSwitch(QVBoxLayout& column, const Document& document, const Node& option
 
 // VALUES, where an option has it, lists what it can be.
 void addText(QVBoxLayout& column, Node option, OptionChanges& changes) {
-  const QString value = text(attribute(option, "VALUE"));
-  const std::string values = attribute(option, "VALUES");
+  const QString value = text(option.getAttribute("VALUE").asText());
+  const std::string values = option.getAttribute("VALUES").asText();
   if (!values.empty()) {
     auto* choice = new QComboBox;
     choice->addItems(text(values).split(QLatin1Char('|')));
@@ -114,7 +109,7 @@ void addText(QVBoxLayout& column, Node option, OptionChanges& changes) {
 void addNumber(QVBoxLayout& column, Node option, OptionChanges& changes) {
   auto* spin = new QSpinBox;
   spin->setRange(0, kLargestNumber);
-  spin->setValue(text(attribute(option, "VALUE")).toInt());
+  spin->setValue(text(option.getAttribute("VALUE").asText()).toInt());
   spin->setMaximumWidth(120);
   addLabelled(column, option, spin);
   changes.emplace_back([spin, option, was = spin->value()]() mutable {
@@ -123,7 +118,7 @@ void addNumber(QVBoxLayout& column, Node option, OptionChanges& changes) {
 }
 
 void addHeading(QVBoxLayout& column, const Node& option, QWidget* editor) {
-  const bool named = !attribute(option, "CAPTION").empty();
+  const bool named = !option.getAttribute("CAPTION").asText().empty();
   const QString caption = optionCaption(named || !option.parent() ? option : option.parent());
   editor->setAccessibleName(caption);
   if (!named) return;
@@ -172,7 +167,7 @@ void addStrings(QVBoxLayout& column, Document document, Node list, OptionChanges
     return item;
   };
   for (std::size_t i = 0; i < entries.size(); ++i)
-    addItem(text(attribute(entries[i], "VALUE")), isOn(entries[i], "CHECKED"), static_cast<int>(i));
+    addItem(text(entries[i].getAttribute("VALUE").asText()), isOn(entries[i], "CHECKED"), static_cast<int>(i));
   addHeading(column, list, view);
   setLines(*view, 4);
   column.addWidget(view);
@@ -200,12 +195,12 @@ void addStrings(QVBoxLayout& column, Document document, Node list, OptionChanges
       const QListWidgetItem* item = view->item(i);
       const int at = item->data(kEntry).toInt();
       const bool untouched =
-          at >= 0 && item->text().toStdString() == attribute(entries[static_cast<std::size_t>(at)], "VALUE");
+          at >= 0 && item->text().toStdString() == entries[static_cast<std::size_t>(at)].getAttribute("VALUE").asText();
       const std::string value = untouched ? item->text().toStdString() : typed(item->text().trimmed());
       if (value.empty() && !untouched) continue;
       Node entry = at >= 0 ? entries[static_cast<std::size_t>(at)] : list.appendChild(document.createElement("STRING"));
       if (at >= 0) kept[static_cast<std::size_t>(at)] = true;
-      if (attribute(entry, "VALUE") != value) entry.setAttribute("VALUE", value);
+      if (entry.getAttribute("VALUE").asText() != value) entry.setAttribute("VALUE", value);
       const bool on = item->checkState() == Qt::Checked;
       if (at < 0 || on != isOn(entry, "CHECKED")) setOn(entry, "CHECKED", on);
     }
@@ -226,11 +221,13 @@ void addChoice(QVBoxLayout& column, const Document& document, Node list, OptionC
     addChildren(*inner, document, branch, changes);
     if (!(inner->expandingDirections() & Qt::Vertical)) inner->addStretch(1);
     pages->addWidget(page);
-    if (attribute(branch, "NAME") == attribute(list, "VALUE")) choice->setCurrentIndex(choice->count() - 1);
+    if (branch.getAttribute("NAME").asText() == list.getAttribute("VALUE").asText())
+      choice->setCurrentIndex(choice->count() - 1);
   }
   pages->setCurrentIndex(choice->currentIndex());
-  const QString value = text(attribute(list, "VALUE"));
-  if (!value.isEmpty() && value != text(attribute(branches[static_cast<std::size_t>(choice->currentIndex())], "NAME")))
+  const QString value = text(list.getAttribute("VALUE").asText());
+  if (!value.isEmpty() &&
+      value != text(branches[static_cast<std::size_t>(choice->currentIndex())].getAttribute("NAME").asText()))
     choice->setCurrentIndex(-1); // it names none of them
   QObject::connect(choice, &QComboBox::currentIndexChanged, pages, &QStackedWidget::setCurrentIndex);
   if (branches.size() > 1)
@@ -240,7 +237,8 @@ void addChoice(QVBoxLayout& column, const Document& document, Node list, OptionC
   column.addWidget(pages, 1);
   changes.emplace_back([choice, list, branches, was = choice->currentIndex()]() mutable {
     if (choice->currentIndex() != was)
-      list.setAttribute("VALUE", attribute(branches[static_cast<std::size_t>(choice->currentIndex())], "NAME"));
+      list.setAttribute("VALUE",
+                        branches[static_cast<std::size_t>(choice->currentIndex())].getAttribute("NAME").asText());
   });
 }
 
@@ -264,8 +262,8 @@ bool showsAnything(const Node& option) {
 }
 
 QString optionCaption(const Node& option) {
-  const std::string caption = attribute(option, "CAPTION");
-  return captionInLanguage(caption.empty() ? attribute(option, "NAME") : caption);
+  const std::string caption = option.getAttribute("CAPTION").asText();
+  return captionInLanguage(caption.empty() ? option.getAttribute("NAME").asText() : caption);
 }
 
 void addOption(QVBoxLayout& column, Document document, const Node& option, OptionChanges& changes) {

@@ -18,9 +18,6 @@ namespace desktop {
 
 namespace {
 
-constexpr std::string_view kAnd = " & ";
-constexpr std::string_view kButNot = " but not ";
-
 // The argument behind "tab:word " or "tab:"; nothing when the part is another one.
 std::optional<std::string> argumentOf(const std::string& part, const std::string& head) {
   const std::string_view start = std::string_view(part).substr(0, head.size());
@@ -56,9 +53,9 @@ class NameFields final : public CriterionFields {
   bool takePart(const std::string& part) override {
     const auto argument = argumentOf(part, "Names:");
     if (!argument) return false;
-    const auto butNot = argument->find(kButNot);
-    m_like->setText(text(argument->substr(0, butNot)));
-    m_unlike->setText(butNot == std::string::npos ? QString() : text(argument->substr(butNot + kButNot.size())));
+    const auto [like, unlike] = orvane::patternsIn(*argument);
+    m_like->setText(text(like));
+    m_unlike->setText(text(unlike));
     return true;
   }
   void clear() override {
@@ -156,20 +153,6 @@ QStringList kindWords() {
 }
 
 } // namespace
-
-std::string joinedParts(const std::vector<std::string>& parts) {
-  return platform::joined(parts, kAnd);
-}
-
-std::vector<std::string> partsOf(const std::string& criterion) {
-  std::vector<std::string> parts;
-  for (std::size_t at = 0; at <= criterion.size();) {
-    const std::size_t end = std::min(criterion.find(kAnd, at), criterion.size());
-    parts.push_back(criterion.substr(at, end - at));
-    at = end + kAnd.size();
-  }
-  return parts;
-}
 
 std::vector<CriterionTab> criterionTabs(QWidget* parent) {
   auto* declaration = new ArgumentFields("Declaration", parent);

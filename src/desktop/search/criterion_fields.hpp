@@ -33,8 +33,4 @@ struct CriterionTab {
 };
 std::vector<CriterionTab> criterionTabs(QWidget* parent);
 
-/// "A & B" from its parts, and back.
-std::string joinedParts(const std::vector<std::string>& parts);
-std::vector<std::string> partsOf(const std::string& criterion);
-
 } // namespace desktop

@@ -23,8 +23,6 @@ namespace desktop {
 namespace {
 
 constexpr int kMostShown = 500; ///< names in the preview
-constexpr const char* kSaved = "Saved:";
-constexpr const char* kFilter = "Filters:Patterns";
 
 QString patternsOf(const std::vector<std::string>& patterns) {
   return patterns.empty() ? text(Text::SearchNone) : text(platform::joined(patterns, ", ")).toHtmlEscaped();
@@ -139,13 +137,13 @@ QString SearchDialog::selectedSaved() const {
 void SearchDialog::show(const std::string& criterion) {
   for (const CriterionTab& tab : m_fields)
     tab.fields->clear();
-  if (criterion == kFilter) return m_tabs->setCurrentIndex(m_filterTab);
-  if (criterion.starts_with(kSaved)) {
-    listSaved(text(criterion.substr(std::string_view(kSaved).size())));
+  if (criterion == orvane::kProjectFilter) return m_tabs->setCurrentIndex(m_filterTab);
+  if (criterion.starts_with(orvane::kSavedCriterion)) {
+    listSaved(text(criterion.substr(orvane::kSavedCriterion.size())));
     return m_tabs->setCurrentIndex(m_savedTab);
   }
   int first = -1;
-  for (const std::string& part : partsOf(criterion))
+  for (const std::string& part : orvane::criterionParts(criterion))
     for (int tab = 0; tab < static_cast<int>(m_fields.size()); ++tab)
       if (m_fields[static_cast<std::size_t>(tab)].fields->takePart(part) && first < 0) first = tab;
   m_tabs->setCurrentIndex(std::max(first, 0));
@@ -156,13 +154,13 @@ std::string SearchDialog::composed() const {
   std::vector<std::string> parts;
   for (const CriterionTab& tab : m_fields)
     tab.fields->addParts(parts);
-  return joinedParts(parts);
+  return orvane::joinedCriteria(parts);
 }
 
 std::string SearchDialog::criterion() const {
-  if (m_tabs->currentIndex() == m_filterTab) return kFilter;
+  if (m_tabs->currentIndex() == m_filterTab) return std::string(orvane::kProjectFilter);
   if (m_tabs->currentIndex() == m_savedTab)
-    return selectedSaved().isEmpty() ? "" : kSaved + selectedSaved().toStdString();
+    return selectedSaved().isEmpty() ? "" : std::string(orvane::kSavedCriterion) + selectedSaved().toStdString();
   return composed();
 }
 

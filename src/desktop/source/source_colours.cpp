@@ -2,6 +2,37 @@
 
 namespace desktop {
 
+// Red, green, blue on light and on dark paper.
+struct SourceColours::Tint {
+  QRgb light, dark;
+};
+
+namespace {
+
+// In the order of their kinds.
+constexpr SourceColours::Tint kShades[] = {
+    {0x8c959f, 0x6e7681}, // margin
+    {0x4f704c, 0x8ba888}, // comment
+    {0x8250df, 0xd2a8ff}, // directive
+    {0x953800, 0xffa657}, // header
+    {0x0550ae, 0x79c0ff}, // keyword
+    {0x0a6b5b, 0x7ee0c8}, // constant
+    {0x0a6b5b, 0x7ee0c8}, // number
+    {0x8a4b08, 0xe6b386}, // literal
+    {0x6f42c1, 0xd2a8ff}, // picture
+    {0x99286e, 0xff9bce}, // embedded
+};
+constexpr SourceColours::Tint kMarks[] = {
+    {0x57606a, 0x9da7b3}, // declaration
+    {0x1f6feb, 0x4d9fff}, // read
+    {0xd1242f, 0xff6b5e}, // write
+    {0x8a2fd6, 0xd48cff}, // both
+};
+static_assert(std::size(kShades) == static_cast<std::size_t>(cobol::Shade::embedded) + 1);
+static_assert(std::size(kMarks) == static_cast<std::size_t>(orvane::MarkKind::both) + 1);
+
+} // namespace
+
 SourceColours::SourceColours(const QPalette& palette)
     : text(palette.color(QPalette::Text)), paper(palette.color(QPalette::Base)),
       m_dark(palette.color(QPalette::Base).lightness() < 128) {
@@ -14,44 +45,15 @@ SourceColours::SourceColours(const QPalette& palette)
 }
 
 QColor SourceColours::of(cobol::Shade shade) const {
-  using cobol::Shade;
-  switch (shade) {
-  case Shade::margin:
-    return m_dark ? QColor(0x6e, 0x76, 0x81) : QColor(0x8c, 0x95, 0x9f);
-  case Shade::comment:
-    return m_dark ? QColor(0x8b, 0xa8, 0x88) : QColor(0x4f, 0x70, 0x4c);
-  case Shade::directive:
-    return m_dark ? QColor(0xd2, 0xa8, 0xff) : QColor(0x82, 0x50, 0xdf);
-  case Shade::header:
-    return m_dark ? QColor(0xff, 0xa6, 0x57) : QColor(0x95, 0x38, 0x00);
-  case Shade::keyword:
-    return m_dark ? QColor(0x79, 0xc0, 0xff) : QColor(0x05, 0x50, 0xae);
-  case Shade::constant:
-  case Shade::number:
-    return m_dark ? QColor(0x7e, 0xe0, 0xc8) : QColor(0x0a, 0x6b, 0x5b);
-  case Shade::literal:
-    return m_dark ? QColor(0xe6, 0xb3, 0x86) : QColor(0x8a, 0x4b, 0x08);
-  case Shade::picture:
-    return m_dark ? QColor(0xd2, 0xa8, 0xff) : QColor(0x6f, 0x42, 0xc1);
-  case Shade::embedded:
-    return m_dark ? QColor(0xff, 0x9b, 0xce) : QColor(0x99, 0x28, 0x6e);
-  }
-  return text;
+  return pick(kShades[static_cast<std::size_t>(shade)]);
 }
 
 QColor SourceColours::of(orvane::MarkKind kind) const {
-  using orvane::MarkKind;
-  switch (kind) {
-  case MarkKind::declaration:
-    return m_dark ? QColor(0x9d, 0xa7, 0xb3) : QColor(0x57, 0x60, 0x6a);
-  case MarkKind::read:
-    return m_dark ? QColor(0x4d, 0x9f, 0xff) : QColor(0x1f, 0x6f, 0xeb);
-  case MarkKind::write:
-    return m_dark ? QColor(0xff, 0x6b, 0x5e) : QColor(0xd1, 0x24, 0x2f);
-  case MarkKind::both:
-    return m_dark ? QColor(0xd4, 0x8c, 0xff) : QColor(0x8a, 0x2f, 0xd6);
-  }
-  return text;
+  return pick(kMarks[static_cast<std::size_t>(kind)]);
+}
+
+QColor SourceColours::pick(const Tint& tint) const {
+  return QColor(m_dark ? tint.dark : tint.light);
 }
 
 } // namespace desktop

@@ -17,7 +17,10 @@ struct SourceColours {
 
   QColor text, paper, gutter, gutterText, currentLine, find, selection;
 
+  struct Tint;
+
  private:
+  QColor pick(const Tint& tint) const;
   bool m_dark;
 };
 

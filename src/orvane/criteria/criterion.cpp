@@ -71,15 +71,27 @@ std::span<const CriterionKind> criterionKinds() {
   return kKinds;
 }
 
+std::string joinedCriteria(const std::vector<std::string>& parts) {
+  return platform::joined(parts, kAnd);
+}
+
+std::vector<std::string> criterionParts(const std::string& name) {
+  std::vector<std::string> parts;
+  for (std::size_t at = 0; at <= name.size();) {
+    const std::size_t end = std::min(name.find(kAnd, at), name.size());
+    parts.push_back(name.substr(at, end - at));
+    at = end + kAnd.size();
+  }
+  return parts;
+}
+
 Criterion criterionNamed(const std::string& name) {
   std::vector<Criterion> parts;
   bool asksForKind = false;
-  for (std::size_t at = 0; at <= name.size();) {
-    const std::size_t end = std::min(name.find(kAnd, at), name.size());
-    Part part = partNamed(name.substr(at, end - at));
+  for (const std::string& one : criterionParts(name)) {
+    Part part = partNamed(one);
     parts.push_back(std::move(part.matches));
     asksForKind = asksForKind || part.asksForKind;
-    at = end + kAnd.size();
   }
   // A criterion may expect to be asked for every construct in turn, so no part is left out.
   return [parts = std::move(parts), asksForKind](const StoreData& data, std::uint32_t construct) {

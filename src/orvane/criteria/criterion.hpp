@@ -4,6 +4,8 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "orvane/store_format.hpp"
 
@@ -28,8 +30,14 @@ std::span<const CriterionKind> criterionKinds();
 /// that lists what is known.
 Criterion criterionNamed(const std::string& name);
 
+/// "A & B" from its parts, and back.
+std::string joinedCriteria(const std::vector<std::string>& parts);
+std::vector<std::string> criterionParts(const std::string& name);
+
 /// The name of the criterion for a pattern and, unless empty, a second one of names to leave out.
 std::string nameOfPatterns(const std::string& like, const std::string& unlike);
+/// The two patterns in the argument of such a criterion; the second "" when it has none.
+std::pair<std::string, std::string> patternsIn(const std::string& argument);
 
 // The kinds.
 Criterion namesLike(const std::string& argument);

@@ -12,11 +12,14 @@ std::string nameOfPatterns(const std::string& like, const std::string& unlike) {
   return "Names:" + (like.empty() ? "*" : like) + (unlike.empty() ? "" : std::string(kButNot) + unlike);
 }
 
-Criterion namesLike(const std::string& argument) {
+std::pair<std::string, std::string> patternsIn(const std::string& argument) {
   const auto butNot = argument.find(kButNot);
-  const std::string like = platform::upper(argument.substr(0, butNot));
-  const std::string unlike =
-      butNot == std::string::npos ? "" : platform::upper(argument.substr(butNot + kButNot.size()));
+  return {argument.substr(0, butNot), butNot == std::string::npos ? "" : argument.substr(butNot + kButNot.size())};
+}
+
+Criterion namesLike(const std::string& argument) {
+  const auto patterns = patternsIn(argument);
+  const std::string like = platform::upper(patterns.first), unlike = platform::upper(patterns.second);
   platform::like("", like); // refuses a broken pattern before any program is read
   platform::like("", unlike);
   return [like, unlike](const StoreData& data, std::uint32_t construct) {
