@@ -8,14 +8,11 @@
 
 namespace desktop {
 
-/// Makes the widget of one of the host's controls.
-using MakeHostWidget = std::function<QWidget*(orvane::Host& host, QWidget* parent)>;
-
 /// What is drawn in the places of the host's controls: the source viewer `KVSource`, and above it the workspace's own
-/// bar `KVWS`, which has no height without a widget.
+/// bar `KVWS`. The window becomes their parent.
 struct HostViews {
-  MakeHostWidget source;
-  MakeHostWidget workspaceBar;
+  QWidget* source;
+  QWidget* workspaceBar;
 };
 
 /// Keeps a widget where the component has put a control of the host. When the focus comes into the widget the control

@@ -96,12 +96,11 @@ void MainWindow::addLists() {
 }
 
 void MainWindow::addHostViews(const HostViews& views) {
-  if (views.workspaceBar) {
-    QWidget* bar = views.workspaceBar(m_host, m_area);
-    m_host.workspace()->Height = toTwips(bar->sizeHint().height());
-    m_hostViews.push_back(new HostView(*m_host.workspace(), m_form, bar));
-  }
-  QWidget* source = views.source(m_host, m_area);
+  views.workspaceBar->setParent(m_area);
+  m_host.workspace()->Height = toTwips(views.workspaceBar->sizeHint().height());
+  m_hostViews.push_back(new HostView(*m_host.workspace(), m_form, views.workspaceBar));
+  QWidget* source = views.source;
+  source->setParent(m_area);
   source->setObjectName(QStringLiteral("KVSource"));
   // A field of the view that has the focus keeps it.
   m_host.sourceViewer()->onSetFocus = [source] {

@@ -40,15 +40,10 @@ Session::Session(orvane::BaseFolder base, const std::string& project, tarnsift::
 
 // The view comes first, the bar above it drives it.
 HostViews Session::sourceViews() {
-  auto* view = m_source = new SourceView(
-      m_host->base(), [this] { return orvane::readingOptions(m_host->base(), m_host->options().Document()); });
-  view->attach(*m_host->workspace());
-  const auto placed = [](QWidget* widget, QWidget* parent) {
-    widget->setParent(parent);
-    return widget;
-  };
-  return {.source = [view, placed](orvane::Host&, QWidget* parent) { return placed(view, parent); },
-          .workspaceBar = [view](orvane::Host&, QWidget* parent) { return new WorkspaceBar(*view, parent); }};
+  m_source = new SourceView(m_host->base(),
+                            [this] { return orvane::readingOptions(m_host->base(), m_host->options().Document()); });
+  m_source->attach(*m_host->workspace());
+  return {.source = m_source, .workspaceBar = new WorkspaceBar(*m_source)};
 }
 
 void Session::addDialogs() {
