@@ -82,13 +82,10 @@ Usage usageOf(Word word) {
 } // namespace
 
 void DataEntry::clear() {
-  auto names = std::move(indexNames);
-  auto kept = std::move(uses);
-  names.clear();
-  kept.clear();
-  *this = DataEntry{};
-  indexNames = std::move(names);
-  uses = std::move(kept);
+  static_cast<DataClauses&>(*this) = {};
+  sqlType.clear();
+  indexNames.clear();
+  uses.clear();
 }
 
 bool DataEntryReader::atEntry() const {

@@ -1,5 +1,7 @@
 #include "cobol/expander.hpp"
 
+#include <numeric>
+
 namespace cobol {
 namespace {
 
@@ -11,6 +13,16 @@ constexpr std::size_t kFileLimit = 0xFFFF;
 // Members that the systems supply; the analyser knows their contents by itself.
 bool isBuiltIn(std::string_view name) {
   return name == "SQLCA" || name == "SQLDA" || name == "DFHAID" || name == "DFHBMSCA" || name == "DFHEIBLK";
+}
+
+// They have the same ids everywhere.
+const std::vector<NameId>& keywordIds() {
+  static const std::vector<NameId> ids = [] {
+    std::vector<NameId> all(keywordCount());
+    std::iota(all.begin(), all.end(), NameId{0});
+    return all;
+  }();
+  return ids;
 }
 
 std::string upper(std::string_view text) {
@@ -328,9 +340,11 @@ const std::vector<NameId>& Expander::namesOf(const CopyText& copy) {
   std::vector<NameId>& ids = m_names[&copy];
   if (!ids.empty()) return ids;
   const std::size_t count = copy.names.size();
-  ids.resize(count);
-  for (NameId id = 0; id < count; ++id)
-    ids[id] = id < keywordCount() ? id : m_stream.names.intern(copy.names.text(id), copy.names.hash(id));
+  const std::vector<NameId>& keywords = keywordIds();
+  ids.reserve(count);
+  ids.assign(keywords.begin(), keywords.end());
+  for (NameId id = keywordCount(); id < count; ++id)
+    ids.push_back(m_stream.names.intern(copy.names.text(id), copy.names.hash(id)));
   return ids;
 }
 

@@ -28,6 +28,7 @@ void ItemTree::remark(Code code, Severity severity, std::uint32_t token, std::st
 void ItemTree::beginProgram(int program, const PictureRules& rules) {
   m_program = program;
   m_rules = rules;
+  m_pictures.clear();
   m_rules.constant = [this](std::string_view text) -> std::optional<std::int64_t> {
     const auto found = m_constants.find(m_stream.names.find(text));
     if (found == m_constants.end()) return std::nullopt;
@@ -504,9 +505,16 @@ void ItemTree::finish() {
   }
 }
 
+// A program has many items and few pictures; equal ones are one text.
+const Picture& ItemTree::pictureOf(const Construct& construct) {
+  const auto [known, isNew] = m_pictures.try_emplace(construct.picture.data());
+  if (isNew) known->second = readPicture(construct.picture, m_rules);
+  return known->second;
+}
+
 void ItemTree::finishLeaf(Construct& construct, const Facts& known) {
   const bool hasPicture = !construct.picture.empty();
-  const Picture picture = hasPicture ? readPicture(construct.picture, m_rules) : Picture{};
+  const Picture picture = hasPicture ? pictureOf(construct) : Picture{};
   if (hasPicture && !picture.isValid)
     remark(Code::PictureBad, Severity::warning, known.pictureToken != 0 ? known.pictureToken : construct.token,
            "not a PICTURE: " + std::string(construct.picture.substr(0, 60)));

@@ -94,6 +94,8 @@ class ItemTree {
   Analysis& m_analysis;
   Diagnostics& m_diagnostics;
   PictureRules m_rules;
+  const Picture& pictureOf(const Construct& construct);
+  std::unordered_map<const char*, Picture> m_pictures; ///< of the program, by where the text lies
   int m_program = 0;
   std::size_t m_begin = 0; ///< first construct of the program's entries
   Section m_section = Section::none;
