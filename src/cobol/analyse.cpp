@@ -35,6 +35,7 @@ Analysis analyseTokens(TokenStream stream, const Options& options, Diagnostics d
     analysis.places.push_back({"COPY", copy.name, copy.at});
   analysis.files = std::move(stream.files);
   analysis.copies = std::move(stream.copies);
+  analysis.further = std::move(stream.further);
   analysis.diagnostics = diagnostics.all();
   return analysis;
 }

@@ -132,6 +132,7 @@ enum class Access : char {
 struct Instance {
   std::uint32_t construct = 0;
   Access access = Access::read;
+  std::uint16_t further = 0; ///< number of Analysis::further: the other places of the name's text
   Position at;
   NameId verb = 0; ///< the statement's verb or clause, a Keyword such as Move; 0: not understood
   bool isUsage() const { return access == Access::read || access == Access::write || access == Access::both; }
@@ -246,6 +247,7 @@ struct Analysis {
   std::vector<DataReference> references; ///< input of the statement stage
   std::vector<Relationship> relationships;
   std::vector<Instance> instances; ///< in text order
+  FurtherPlaces further;           ///< of names that continue over line ends or are made by replacement
   std::vector<NamedPlace> places;
   std::vector<Diagnostic> diagnostics;
   std::uint32_t statements = 0; ///< met in procedure divisions

@@ -20,6 +20,14 @@ std::string upper(std::string_view text) {
   return result;
 }
 
+// A word of a replacing operand with its parts on later lines.
+std::vector<Position> allPlaces(const Token& token, const FurtherPlaces& further) {
+  std::vector<Position> places{token.position()};
+  const std::vector<Position>& parts = further.of(token.further);
+  places.insert(places.end(), parts.begin(), parts.end());
+  return places;
+}
+
 } // namespace
 
 Expander::Expander(TokenStream& stream, CopyLibrary& library, const Options& options, const ScanSettings& settings,
@@ -29,6 +37,7 @@ Expander::Expander(TokenStream& stream, CopyLibrary& library, const Options& opt
 
 void Expander::run(TextBlock& main) {
   fileIndex(main);
+  m_stream.further = std::move(main.further);
   std::vector<Token>& out = m_stream.tokens;
   if (main.marks.empty()) {
     out = std::move(main.tokens);
@@ -74,7 +83,7 @@ void Expander::leave() {
   if (frame->rules.empty()) return;
   std::vector<Token>& out = *m_frames.back()->out;
   const std::size_t before = out.size() + frame->own.size();
-  Replacing(std::move(frame->rules), m_stream.names).apply(frame->own, out, m_options.wordLimit);
+  Replacing(std::move(frame->rules), m_stream.names, m_stream.further).apply(frame->own, out, m_options.wordLimit);
   const Position at = positionAt(*m_frames.back(), m_frames.back()->at);
   if (out.size() >= m_options.wordLimit) m_tokens = m_options.wordLimit;
   if (out.size() > before) spend(out.size() - before, at);
@@ -105,6 +114,7 @@ void Expander::emit(Frame& frame, std::size_t to) {
     Token& token = out.emplace_back(words[i]);
     token.text = (*frame.names)[token.text];
     token.file = frame.file;
+    if (token.further != 0) token.further = frame.further[token.further];
   }
 }
 
@@ -142,6 +152,7 @@ bool Expander::isSymbol(const Frame& frame, std::size_t at, std::string_view tex
 Token Expander::tokenAt(const Frame& frame, std::size_t at) const {
   Token token = frame.block->tokens[at];
   if (frame.names) token.text = (*frame.names)[token.text];
+  if (frame.names && token.further != 0) token.further = frame.further[token.further];
   token.file = frame.file;
   return token;
 }
@@ -303,6 +314,7 @@ void Expander::enter(const std::string& path, CopyRequest& request, const Frame&
   frame->file = fileIndex(block);
   file = frame->file;
   frame->names = &namesOf(*frame->copy);
+  frame->further = furtherOf(block, frame->file);
   m_kept.push_back(frame->copy);
   frame->settings.format = block.file.format;
   m_learned.decimalComma = m_learned.decimalComma || (block.decimalComma && !outer.settings.decimalComma);
@@ -334,6 +346,19 @@ const std::vector<NameId>& Expander::namesOf(const CopyText& copy) {
   return ids;
 }
 
+// The lists of a copybook's own become lists of the stream.
+std::vector<std::uint16_t> Expander::furtherOf(const TextBlock& block, std::uint16_t file) {
+  if (block.further.size() == 1) return {};
+  std::vector<std::uint16_t> numbers{0};
+  for (std::size_t i = 1; i < block.further.size(); ++i) {
+    std::vector<Position> places = block.further.of(static_cast<std::uint16_t>(i));
+    for (Position& place : places)
+      place.file = file;
+    numbers.push_back(m_stream.further.add(places));
+  }
+  return numbers;
+}
+
 // Reads `a BY b …` and gives the place behind; operands beyond the limit are left out.
 std::size_t Expander::readRules(const Frame& frame, std::size_t at, std::vector<ReplaceRule>& rules) {
   const std::vector<Token>& tokens = frame.block->tokens;
@@ -346,6 +371,8 @@ std::size_t Expander::readRules(const Frame& frame, std::size_t at, std::vector<
     if (!readOperand(frame, next, rule.from) || !isWord(frame, next, Keyword::By)) break;
     ++next;
     if (!readOperand(frame, next, rule.to)) break;
+    for (Token& token : rule.to)
+      token.further = m_stream.further.add(allPlaces(token, m_stream.further));
     at = next;
     if (rules.size() == kOperandLimit) {
       m_diagnostics.add(Code::ReplaceLimit, Severity::error, positionAt(frame, at),
@@ -406,7 +433,7 @@ void Expander::applyReplace() {
     std::vector<ReplaceRule> rules; // the newest first
     for (auto list = inForce.rbegin(); list != inForce.rend(); ++list)
       rules.insert(rules.end(), m_replaceLists[*list].rules.begin(), m_replaceLists[*list].rules.end());
-    if (!rules.empty()) active = std::make_unique<Replacing>(std::move(rules), m_stream.names);
+    if (!rules.empty()) active = std::make_unique<Replacing>(std::move(rules), m_stream.names, m_stream.further);
   };
   const auto flush = [&] {
     if (active)

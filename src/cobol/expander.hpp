@@ -31,6 +31,7 @@ class Expander {
     const TextBlock* block = nullptr;
     std::shared_ptr<const CopyText> copy;       ///< keeps the block; null for the program itself
     const std::vector<NameId>* names = nullptr; ///< ids of the block to those of the stream; null: the same
+    std::vector<std::uint16_t> further;         ///< the same for Token::further; empty: it has none
     std::uint16_t file = 0;
     std::size_t at = 0;
     std::size_t mark = 0;
@@ -73,6 +74,7 @@ class Expander {
   bool readOperand(const Frame& frame, std::size_t& at, std::vector<Token>& words) const;
   std::uint16_t fileIndex(const TextBlock& block);
   const std::vector<NameId>& namesOf(const CopyText& copy);
+  std::vector<std::uint16_t> furtherOf(const TextBlock& block, std::uint16_t file);
 
   TokenStream& m_stream;
   CopyLibrary& m_library;

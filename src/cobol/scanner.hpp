@@ -62,6 +62,7 @@ class Scanner {
 
   Token& add(TokenKind kind, NameId text, const char* from, const char* to);
   void place(Token& token, const char* from, const char* to);
+  void placeRest(Token& token, std::size_t end);
   const char* addText(TokenKind kind, const char* from, const char* to);
   void onWord(Keyword word, const char* behind, const char* end);
   void onDivision();

@@ -1,5 +1,6 @@
 // The line side of the scanner: directives, comment entries, continuation, and what single words change for the lines
 // behind.
+#include <algorithm>
 #include <cstring>
 
 #include "cobol/characters.hpp"
@@ -327,6 +328,20 @@ void Scanner::appendContinuation(const CodeLine& line, char& openQuote) {
   m_segments.push_back({m_logical.size(), from, line});
   m_logical.append(from, line.to);
   openQuote = quoteOpenBehind(m_segments.back().offset, openQuote);
+}
+
+// Notes where a word that begins in the segment in hand goes on, up to `end` in the logical line.
+void Scanner::placeRest(Token& token, std::size_t end) {
+  std::vector<Position> parts;
+  for (std::size_t i = m_segment + 1; i < m_segments.size() && m_segments[i].offset < end; ++i) {
+    const Segment& segment = m_segments[i];
+    const std::size_t behind = i + 1 < m_segments.size() ? std::min(m_segments[i + 1].offset, end) : end;
+    const std::ptrdiff_t bytes = static_cast<std::ptrdiff_t>(behind - segment.offset);
+    const auto column = std::count_if(segment.line.begin, segment.source, startsCharacter) + 1;
+    const auto length = std::count_if(segment.source, segment.source + bytes, startsCharacter);
+    parts.push_back({0, segment.line.line, static_cast<std::uint32_t>(column), static_cast<std::uint32_t>(length)});
+  }
+  token.further = m_block.further.add(parts);
 }
 
 } // namespace cobol

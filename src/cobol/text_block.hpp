@@ -37,6 +37,7 @@ struct TextBlock {
   std::vector<Token> tokens; ///< without an end token
   std::vector<Mark> marks;   ///< ascending by token
   std::vector<Directive> directives;
+  FurtherPlaces further; ///< of words that continue over line ends
   Diagnostics diagnostics;
   bool readable = true;
   bool decimalComma = false; ///< DECIMAL-POINT IS COMMA held at the end

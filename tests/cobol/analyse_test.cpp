@@ -49,6 +49,25 @@ TEST(Analyse, StagesWorkTogether) {
                                      "COPY REC <0/6:13>"));
 }
 
+TEST(Analyse, InstancesKnowWhereTheirNamesGoOn) {
+  const Analysis analysis =
+      analyse("       PROGRAM-ID. PAY.\n       DATA DIVISION.\n       WORKING-STORAGE SECTION.\n"
+              "       COPY REC REPLACING ==:T:== BY ==IN==.\n       01 LONG-\n      -    NAME PIC X(9).\n"
+              "       PROCEDURE DIVISION.\n           MOVE IN-NAME TO LO\n      -    NG-NAME LONG-NAME.\n",
+              {}, kBooks);
+  std::string all;
+  for (const Instance& use : analysis.instances) {
+    all += analysis.constructs[use.construct].name + ' ' + static_cast<char>(use.access) + ' ' +
+           std::to_string(use.at.line) + ':' + std::to_string(use.at.column) + '+' + std::to_string(use.at.length);
+    for (const Position& at : analysis.further.of(use.further))
+      all += ' ' + std::to_string(at.file) + '/' + std::to_string(at.line) + ':' + std::to_string(at.column) + '+' +
+             std::to_string(at.length);
+    all += '\n';
+  }
+  EXPECT_EQ(all, "IN-REC D 1:11+7 0/4:40+2\nIN-NAME D 2:14+8 0/4:40+2\nLONG-NAME D 5:11+5 0/6:12+4\n"
+                 "IN-NAME R 8:17+7\nLONG-NAME W 8:28+2 0/9:12+7\nLONG-NAME W 9:20+9\n");
+}
+
 // Cut anywhere, a program still gives an analysis; so it does with any one word in another's place.
 TEST(Analyse, DamagedTextGivesAnAnalysis) {
   std::string text = kProgram;

@@ -122,6 +122,17 @@ TEST(Continuation, JoinsWordsNumbersAndPictures) {
   EXPECT_EQ(picture.flagged('C'), "LONG-NAME #1234 {X(10)}");
 }
 
+TEST(Continuation, WordsKnowTheirLaterParts) {
+  EXPECT_EQ(pictureOf("           MOVE CU\n      -      ST-\n      * between\n      -    NUMBER TO AMOUNT-ÄÖ\n"
+                      "      -        Ü-X Z 12\n      -    34 'a\n      -    'b'.\n")
+                .scattered(),
+            "CUST-NUMBER<1:17+2><2:14+3><4:12+6> AMOUNT-ÄÖÜ-X<4:22+9><5:16+3>");
+  // A copybook's parts lie in the copybook.
+  EXPECT_EQ(
+      pictureOf("           COPY C.\n           COPY C.\n", {}, {{"C", "       01  A-\n      -    B.\n"}}).scattered(),
+      "A-B<1/1:12+2><1/2:12+1> A-B<1/1:12+2><1/2:12+1>");
+}
+
 TEST(Continuation, OpenLiteralRunsToTheMargin) {
   const std::string padded = "ab" + std::string(72 - 14, ' ');
   EXPECT_EQ(pictureOf("           'ab\n      -    'cd' X.\n").places, "'" + padded + "cd'<1:12> X<2:17> .<2:18>");

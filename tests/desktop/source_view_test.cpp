@@ -37,7 +37,7 @@ std::multiset<Place> usagesMarked(desktop::SourceView& view) {
   static constexpr const char* kAccess[] = {"declaration", "read", "write", "both"};
   std::multiset<Place> places;
   for (const orvane::SourceMark& mark : view.marks())
-    if (mark.kind != orvane::MarkKind::declaration)
+    if (mark.kind != orvane::MarkKind::declaration && !mark.part)
       places.insert({view.files()[mark.place.file].toStdString(), static_cast<int>(mark.place.line),
                      static_cast<int>(mark.place.column), kAccess[static_cast<int>(mark.kind)]});
   return places;
