@@ -19,7 +19,7 @@ enum class Kind : std::uint8_t {
   renames,         ///< level 66
   condition,       ///< level 88
   switchName,      ///< SW: condition of an external switch
-  constant,        ///< level 78, 01 CONSTANT
+  constant,        ///< level 78, 01 CONSTANT, a constant of conditional compilation
   index,           ///< IX: INDEXED BY name
   specialRegister, ///< SR
   callSlot,        ///< PA: parameter slot `PROG(k)`
@@ -78,7 +78,7 @@ struct Construct {
   std::int64_t fixedPosition = -1; ///< of a report or CD item: bytes from the record's start; -1: where it falls;
                                    ///< -1-n: n bytes (columns) on from the end of the item before
   Position declared;               ///< the name token (the level number of a nameless item)
-  std::uint32_t token = 0;         ///< index of that token in the stream
+  std::uint32_t token = 0;         ///< index of that token in the stream; 0: declared by a directive
 
   bool hasStorage() const { return kind <= Kind::renames; }
   bool isGroup() const { return firstChild >= 0; }

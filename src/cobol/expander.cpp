@@ -20,6 +20,15 @@ std::string upper(std::string_view text) {
   return result;
 }
 
+bool isUnitHeader(Keyword word) {
+  return word == Keyword::ProgramId || word == Keyword::FunctionId || word == Keyword::ClassId;
+}
+
+// The word behind END where such a unit ends.
+bool isUnit(Keyword word) {
+  return word == Keyword::Program || word == Keyword::Function || word == Keyword::Class;
+}
+
 // A word of a replacing operand with its parts on later lines.
 std::vector<Position> allPlaces(const Token& token, const FurtherPlaces& further) {
   std::vector<Position> places{token.position()};
@@ -121,6 +130,7 @@ void Expander::emit(Frame& frame, std::size_t to) {
 void Expander::onMark(Frame& frame, const Mark& mark) {
   if (mark.kind == MarkKind::directive) return onDirective(frame, frame.block->directives[mark.index]);
   if (!m_conditions.active()) return; // the words are passed over with the branch
+  frame.settings.format = static_cast<Format>(mark.index);
   switch (mark.kind) {
   case MarkKind::copy:
     return onCopy(frame, mark.token);
@@ -255,8 +265,10 @@ void Expander::onDirective(Frame& frame, const Directive& directive) {
     request.name = text.substr(from, text.find_first_of(" \t.,'\"", from) - from);
     request.at = directive.at;
     request.at.file = frame.file;
+    frame.settings.format = directive.format;
     return include(frame, std::move(request));
   }
+  if (m_conditions.active()) noteDefine(frame, directive);
   if (m_conditions.take(text) == Conditions::Outcome::done) return;
   static constexpr std::string_view kWithoutEffect[] = {
       "LISTING", "PAGE",      "TURN",        "CALL-CONVENTION",     "LEAP-SECOND", "FLAG-02",
@@ -267,6 +279,17 @@ void Expander::onDirective(Frame& frame, const Directive& directive) {
   at.file = frame.file;
   m_diagnostics.add(Code::DirectiveUnknown, Severity::information, at,
                     "the directive is not known: " + std::string(word));
+}
+
+// `DEFINE NAME …`, `CONSTANT NAME …`: the name can be used as that of a level 78.
+void Expander::noteDefine(const Frame& frame, const Directive& directive) {
+  const std::optional<Conditions::Definition> made = Conditions::definitionOf(directive.text);
+  if (!made || !m_defined.insert(std::string(made->name)).second) return;
+  Position at = directive.at;
+  at.file = frame.file;
+  at.column += directive.textColumn + static_cast<std::uint32_t>(made->name.data() - directive.text.data());
+  at.length = static_cast<std::uint32_t>(made->name.size());
+  m_stream.defines.push_back({m_stream.names.intern(made->name), made->value, at});
 }
 
 void Expander::include(Frame& frame, CopyRequest request) {
@@ -316,7 +339,6 @@ void Expander::enter(const std::string& path, CopyRequest& request, const Frame&
   frame->names = &namesOf(*frame->copy);
   frame->further = furtherOf(block, frame->file);
   m_kept.push_back(frame->copy);
-  frame->settings.format = block.file.format;
   m_learned.decimalComma = m_learned.decimalComma || (block.decimalComma && !outer.settings.decimalComma);
   m_learned.debugging = m_learned.debugging || (block.debugging && !outer.settings.debugging);
   frame->rules = std::move(request.rules);
@@ -442,9 +464,20 @@ void Expander::applyReplace() {
       out.insert(out.end(), stretch.begin(), stretch.end());
     stretch.clear();
   };
-  for (const Token& token : words) {
+  std::size_t programs = 0; // that are open
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const Token& token = words[i];
     if (token.kind != kReplaceControl) {
       stretch.push_back(token);
+      if (token.kind != TokenKind::word) continue;
+      const Keyword word = keywordOf(token.text);
+      programs += isUnitHeader(word);
+      const bool ends =
+          isUnit(word) && i > 0 && words[i - 1].kind == TokenKind::word && keywordOf(words[i - 1].text) == Keyword::End;
+      if (!ends || programs == 0 || --programs > 0) continue;
+      flush(); // a replacement holds up to the end of the outermost program
+      inForce.clear();
+      active.reset();
       continue;
     }
     flush();

@@ -3,6 +3,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -60,6 +61,7 @@ class Expander {
   void onReplace(Frame& frame, std::size_t at);
   void onSqlInclude(Frame& frame, std::size_t at);
   void onDirective(Frame& frame, const Directive& directive);
+  void noteDefine(const Frame& frame, const Directive& directive);
   void include(Frame& frame, CopyRequest request);
   void enter(const std::string& path, CopyRequest& request, const Frame& outer, int& file);
   void applyReplace();
@@ -87,6 +89,7 @@ class Expander {
   std::map<std::string, std::uint16_t> m_fileIndexes;
   std::unordered_map<const CopyText*, std::vector<NameId>> m_names;
   std::vector<std::shared_ptr<const CopyText>> m_kept;
+  std::set<std::string> m_defined; ///< names of constants
   std::vector<ReplaceList> m_replaceLists;
   std::size_t m_tokens = 0;
   bool m_spent = false;

@@ -70,6 +70,7 @@ class Scanner {
   bool closesExec(const CodeLine& line) const;
   bool closesLater(char quote) const;
   Keyword before(std::size_t back) const;
+  std::uint32_t formatHere() const { return static_cast<std::uint32_t>(m_reader.format()); }
   void remarkCut(const Token& token);
   void remark(Code code, Severity severity, Position at, std::string text);
 

@@ -74,7 +74,7 @@ bool Scanner::passesBefore(const CodeLine& line) {
   return !isListingWord(line);
 }
 
-// EJECT, SKIP1 …, TITLE alone on a line, and the lines of compiler options in front of a program.
+// EJECT, SKIP1 …, TITLE, *CBL, *CONTROL alone on a line, and the lines of compiler options in front of a program.
 bool Scanner::isListingWord(const CodeLine& line) const {
   const char* from = skipBlanks(line.from, line.to);
   std::string_view rest;
@@ -85,15 +85,23 @@ bool Scanner::isListingWord(const CodeLine& line) const {
     if (word == "EJECT" || word == "SKIP1" || word == "SKIP2" || word == "SKIP3") return rest.empty() || rest == ".";
     break;
   }
+  case '*': {
+    const std::string word = wordAt(from + 1, line.to, rest);
+    return word == "CBL" || word == "CONTROL";
+  }
   case 'T':
     return wordAt(from, line.to, rest) == "TITLE" && !rest.empty() && charClass(rest[0]) == CharClass::quote;
   default:
     break;
   }
-  if (!m_block.tokens.empty()) return false;
-  const char* start = skipBlanks(line.begin, line.to);
-  const std::string word = wordAt(start, line.to, rest);
-  return word == "CBL" || word == "PROCESS";
+  const bool behindProgram = before(2) == Keyword::Program && before(3) == Keyword::End;
+  if (!m_block.tokens.empty() && !behindProgram) return false;
+  for (const char* start : {from, skipBlanks(line.begin, line.to)}) {
+    const std::string word = wordAt(start, line.to, rest);
+    // A paragraph of a copybook may be called PROCESS.
+    if ((word == "CBL" || word == "PROCESS") && !rest.starts_with('.') && !startsWithWord(rest, "SECTION")) return true;
+  }
+  return false;
 }
 
 void Scanner::directive(const CodeLine& line) {
@@ -103,6 +111,8 @@ void Scanner::directive(const CodeLine& line) {
   std::string_view text = trimmed({from, static_cast<std::size_t>(line.to - from)});
   if (const std::size_t comment = text.find("*>"); comment != std::string_view::npos)
     text = trimmed(text.substr(0, comment));
+  if (startsWithWord(text, "SET") && startsWithWord(trimmed(text.substr(3)), "CONSTANT"))
+    text = trimmed(text.substr(3));
   if (startsWithWord(text, "SOURCE") || startsWithWord(text, "SET")) return sourceFormat(text);
   if (*line.from == '>' && text.size() > 1 && toUpper(text[0]) == 'D' && isBlank(text[1])) {
     if (!m_settings.debugging) return;
@@ -116,8 +126,10 @@ void Scanner::directive(const CodeLine& line) {
   m_conditions.take(words);
   m_block.marks.push_back({static_cast<std::uint32_t>(m_block.tokens.size()), MarkKind::directive,
                            static_cast<std::uint32_t>(m_block.directives.size())});
-  m_block.directives.push_back(
-      {std::move(words), {0, line.line, column, static_cast<std::uint32_t>(line.to - line.from)}});
+  m_block.directives.push_back({std::move(words),
+                                {0, line.line, column, static_cast<std::uint32_t>(line.to - line.from)},
+                                m_reader.format(),
+                                static_cast<std::uint32_t>(text.data() - line.from)});
 }
 
 // `SOURCE [FORMAT] [IS] FREE`, `SET SOURCEFORMAT"FREE"`; other settings change no words.
@@ -197,7 +209,7 @@ void Scanner::onWord(Keyword word, const char* behind, const char* end) {
   case Keyword::Copy:
   case Keyword::Replace:
     m_block.marks.push_back({static_cast<std::uint32_t>(m_block.tokens.size() - 1),
-                             word == Keyword::Copy ? MarkKind::copy : MarkKind::replace, 0});
+                             word == Keyword::Copy ? MarkKind::copy : MarkKind::replace, formatHere()});
     break;
   case Keyword::Exec:
   case Keyword::Execute:
@@ -260,7 +272,7 @@ void Scanner::onExecWord(Keyword word) {
   } else if (at == 1 && (word == Keyword::Sql || word == Keyword::Sqlims)) {
     m_inSql = true;
   } else if (at == 2 && m_inSql && word == Keyword::Include) {
-    m_block.marks.push_back({static_cast<std::uint32_t>(m_execToken), MarkKind::sqlInclude, 0});
+    m_block.marks.push_back({static_cast<std::uint32_t>(m_execToken), MarkKind::sqlInclude, formatHere()});
   }
 }
 

@@ -88,6 +88,13 @@ struct CopyUse {
   Position at;
 };
 
+/// A constant of conditional compilation, `>>DEFINE` or `$SET CONSTANT`.
+struct DefinedConstant {
+  NameId name = 0;
+  std::string value; ///< empty where only the compiler is told
+  Position at;       ///< of the name
+};
+
 /// All tokens of one registered source with everything it copies.
 struct TokenStream {
   std::vector<Token> tokens; ///< ends with one TokenKind::end
@@ -95,6 +102,8 @@ struct TokenStream {
   std::vector<SourceFile> files;
   std::vector<CopyUse> copies;
   FurtherPlaces further;
+  std::vector<DefinedConstant> defines; ///< each name once, where it is defined first
+  int pointerBytes = 0;                 ///< as LP of the CBL and PROCESS lines says; 0: it is not there
 
   std::string_view textOf(const Token& token) const { return names.text(token.text); }
 };

@@ -138,23 +138,23 @@ TEST_F(Page, AllPartsOfANameAreTinted) {
   write("copy/REC.cpy", fixedForm("01 :T:-A PIC X.\n01 :T:-B PIC X.\n"));
   write("copy/DO.cpy", fixedForm("    MOVE :T:-A TO :T:-B.\n"));
   write("src/ONE.cbl", fixedForm("PROGRAM-ID. ONE.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n"
-                                 "COPY REC REPLACING ==:T:== BY ==IN==.\nPROCEDURE DIVISION.\n    MOVE IN-\n") +
-                           "      -    A TO IN-B.\n" + fixedForm("    COPY DO REPLACING ==:T:== BY ==IN==.\n"));
+                                 "COPY REC REPLACING ==:T:== BY ==WS==.\nPROCEDURE DIVISION.\n    MOVE WS-\n") +
+                           "      -    A TO WS-B.\n" + fixedForm("    COPY DO REPLACING ==:T:== BY ==WS==.\n"));
   project();
-  good("move IN-A --to affected");
+  good("move WS-A --to affected");
   good("page -o site");
   const auto contains = [&](int number, const std::string& piece) {
     EXPECT_NE(line("Sources/ONE.cbl.html", number).find(piece), std::string::npos)
         << line("Sources/ONE.cbl.html", number);
   };
   const std::string link = "<a class=\"affected\" href=\"REC.cpy.html#L1\">";
-  contains(4, "<i class=\"affected\">IN</i>");
-  contains(6, link + "IN-</a>");
+  contains(4, "<i class=\"affected\">WS</i>");
+  contains(6, link + "WS-</a>");
   contains(7, link + "A</a>");
-  contains(8, "<i class=\"affected\">IN</i>"); // of two names, so it leads nowhere
-  good("move IN-B --to clean");
+  contains(8, "<i class=\"affected\">WS</i>"); // of two names, so it leads nowhere
+  good("move WS-B --to clean");
   good("page -o site");
-  contains(8, "==IN=="); // of names in two lists
+  contains(8, "==WS=="); // of names in two lists
   expectAllLinksLead();
 }
 

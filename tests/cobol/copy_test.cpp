@@ -73,7 +73,7 @@ TEST(Copy, ReplacedWordsKeepThePlaceInTheCopybook) {
 TEST(Copy, ReplacedWordsKnowWhatReplacedThem) {
   const std::map<std::string, std::string> cases = {
       {"==:T:== BY ==NEW==", "NEW-A<1/1:11+5><1:42+3> NEW<1/1:17+3><1:42+3>"},
-      {"==:T:== BY ==X== ==-A== BY ==-B==", "X-A<1/1:11+5><1:42+1> X<1/1:17+3><1:42+1>"},
+      {"==:T:== BY ==X== ==A== BY ==B==", "X-A<1/1:11+5><1:42+1> X<1/1:17+3><1:42+1>"},
       {"LEADING ==OLD== BY ==NEW==", "NEW-B-OLD<1/1:21+9><1:50+3>"},
       {"TRAILING ==OLD== BY ==N W==", "OLD-B-NW<1/1:21+9><1:51+1><1:53+1>"},
       {"OLD-B-OLD BY FINE", "FINE<1/1:21+9><1:42+4>"},
@@ -142,6 +142,14 @@ TEST(Replace, AlsoAddsAndLastOffTakesAway) {
                            "           REPLACE LAST OFF. A C REPLACE LAST OFF. A\n"
                            "           REPLACE ==A== BY ==B==. REPLACE ALSO ==C== BY ==D==. REPLACE OFF. A C\n";
   EXPECT_EQ(pictureOf(text).words, "B E D B C A A C");
+}
+
+TEST(Replace, EndsWithTheOutermostProgram) {
+  EXPECT_EQ(pictureOf("           PROGRAM-ID. P. REPLACE ==A== BY ==B==. A PROGRAM-ID. Q. A END PROGRAM Q. A\n"
+                      "           END PROGRAM P. A PROGRAM-ID. R. A REPLACE ==A== BY ==C==. A END PROGRAM R. A\n")
+                .words,
+            "PROGRAM-ID . P . B PROGRAM-ID . Q . B END PROGRAM Q . B END PROGRAM P . A PROGRAM-ID . R . A C "
+            "END PROGRAM R . A");
 }
 
 TEST(Replace, UnendedOperandsDoNoHarm) {

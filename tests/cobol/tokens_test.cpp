@@ -115,6 +115,16 @@ TEST(Tokens, ListingAndOptionLinesVanish) {
             "A B");
 }
 
+TEST(Tokens, OptionLinesStandInAnyColumnInFrontOfAProgram) {
+  const TokenPicture picture =
+      pictureOf("CBL LP(64)\n  PROCESS ARITH(EXTEND)\n000100 CBL X\n      *CBL LIST\n       *CONTROL NOLIST\n       A\n"
+                "           *CBL LIST\n       END PROGRAM A.\n       CBL LP(32)\n       B\n",
+                inFormat(FormatChoice::fixed));
+  EXPECT_EQ(picture.words, "A END PROGRAM A . B");
+  EXPECT_THAT(picture.remarks, IsEmpty());
+  EXPECT_EQ(pictureOf("       PROCESS SECTION.\n       PROCESS.\n").words, "PROCESS SECTION . PROCESS .");
+}
+
 TEST(Continuation, JoinsWordsNumbersAndPictures) {
   const TokenPicture picture =
       pictureOf("           MOVE LONG-\n      -    NAME TO 12\n      * between\n\n      -34 PIC X(1\n      -    0).\n");
