@@ -122,9 +122,26 @@ class Gluer {
     return first;
   }
 
+  // The usual case: all on one line, and one of them at most with further places.
+  bool joinOnLine(Token& first, std::size_t last) const {
+    std::uint32_t end = 0;
+    std::uint16_t further = 0;
+    for (std::size_t i = m_at; i <= last; ++i) {
+      const Token& word = m_words[i];
+      if (word.line != first.line || word.file != first.file || word.column < first.column) return false;
+      if (further != 0 && word.further != 0) return false;
+      further = std::max(further, word.further);
+      end = std::max(end, word.column + word.length);
+    }
+    first.length = static_cast<std::uint16_t>(std::min<std::uint32_t>(end - first.column, 0xFFFF));
+    first.further = further;
+    return true;
+  }
+
   // Makes one token of the words from the one in hand up to `last`.
   void join(Token& first, std::size_t last, std::string_view text) {
     first.text = m_names.intern(text.substr(0, kTextLimit));
+    if (joinOnLine(first, last)) return;
     JoinedPlaces places(m_further);
     for (std::size_t i = m_at; i <= last; ++i)
       places.take(m_words[i]);
