@@ -59,7 +59,7 @@ class KeyTable {
 
   /// How many constructs have the key of this one by now, itself included.
   std::uint32_t add(std::uint32_t construct) {
-    const auto& key = m_constructs[construct].kvid;
+    const auto key = m_constructs[construct].kvid;
     const auto hash = std::hash<std::string_view>{}(key);
     for (auto at = hash & (m_slots.size() - 1);; at = (at + 1) & (m_slots.size() - 1)) {
       Slot& slot = m_slots[at];
@@ -100,10 +100,11 @@ class KeyWriter {
       if (program < m_prefixes.size()) key = m_prefixes[program];
       append(key, item, i);
       shortenKey(key, kLongest);
-      item.kvid = key;
+      item.kvid = m_analysis.texts->keep(key);
       const auto times = seen.add(static_cast<std::uint32_t>(i));
       if (times == 1) continue;
-      item.kvid += '#' + std::to_string(times);
+      key += '#' + std::to_string(times);
+      item.kvid = m_analysis.texts->keep(key);
       repeated.push_back(static_cast<std::uint32_t>(i));
     }
     return repeated;
