@@ -160,7 +160,7 @@ void ItemTree::addDefines() {
     construct.name = name;
     construct.kind = Kind::constant;
     construct.level = 78;
-    construct.value = define.value;
+    construct.value = m_analysis.texts->keep(define.value);
     construct.flags = global;
     construct.declared = define.at;
     place(std::move(construct), {});
