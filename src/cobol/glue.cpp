@@ -37,7 +37,7 @@ class JoinedPlaces {
       Position& piece = m_pieces.back();
       piece.length = std::max(piece.length, at.column + at.length - piece.column);
     } else {
-      m_pieces.push_back(at);
+      addPlace(m_pieces, at);
     }
     for (const Position& more : m_further.of(token.further))
       addPlace(token.has(replaced) ? m_operands : m_pieces, more);

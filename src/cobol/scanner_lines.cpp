@@ -351,7 +351,7 @@ void Scanner::placeRest(Token& token, std::size_t end) {
     const std::ptrdiff_t bytes = static_cast<std::ptrdiff_t>(behind - segment.offset);
     const auto column = std::count_if(segment.line.begin, segment.source, startsCharacter) + 1;
     const auto length = std::count_if(segment.source, segment.source + bytes, startsCharacter);
-    parts.push_back({0, segment.line.line, static_cast<std::uint32_t>(column), static_cast<std::uint32_t>(length)});
+    addPlace(parts, {0, segment.line.line, static_cast<std::uint32_t>(column), static_cast<std::uint32_t>(length)});
   }
   token.further = m_block.further.add(parts);
 }

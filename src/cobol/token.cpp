@@ -4,6 +4,11 @@
 #include <limits>
 
 namespace cobol {
+namespace {
+
+constexpr std::size_t kPlaceLimit = 64;
+
+} // namespace
 
 void addPlace(std::vector<Position>& places, const Position& place) {
   if (std::find(places.begin(), places.end(), place) != places.end()) return;
@@ -14,7 +19,7 @@ void addPlace(std::vector<Position>& places, const Position& place) {
       return;
     }
   }
-  places.push_back(place);
+  if (places.size() < kPlaceLimit) places.push_back(place);
 }
 
 std::uint16_t FurtherPlaces::add(const std::vector<Position>& places) {

@@ -51,7 +51,8 @@ struct Token {
 
 static_assert(sizeof(Token) == 20, "millions of them are walked over");
 
-/// Adds a place unless it is there; one that follows the last on its line becomes one with it.
+/// Adds a place unless it is there; one that follows the last on its line becomes one with it. Of 64 places, more than
+/// a name has characters, those behind are left out.
 void addPlace(std::vector<Position>& places, const Position& place);
 
 /// Lists of places, for the few tokens that stand in several: the later parts of a word that continues over line ends,
