@@ -225,7 +225,7 @@ LineReader::Sort LineReader::byIndicator(CodeLine& line, char indicator) const {
   case '$':
   case '>':
     if (opensDirective(line.from - 1, line.to)) { // behind a sequence number
-      --line.from;
+      line.first = --line.from;
       --line.fromColumn;
       line.indicator = '>';
       return Sort::code;

@@ -91,8 +91,10 @@ bool Scanner::isListingWord(const CodeLine& line) const {
   default:
     break;
   }
-  const bool behindProgram = before(2) == Keyword::Program && before(3) == Keyword::End;
-  if (!m_block.tokens.empty() && !behindProgram) return false;
+  const std::vector<Token>& tokens = m_block.tokens;
+  const bool behindProgram = !tokens.empty() && tokens.back().kind == TokenKind::period &&
+                             before(2) == Keyword::Program && before(3) == Keyword::End;
+  if (!tokens.empty() && !behindProgram) return false;
   for (const char* start : {from, skipBlanks(line.begin, line.to)}) {
     const std::string word = wordAt(start, line.to, rest);
     // A paragraph of a copybook may be called PROCESS.
