@@ -34,6 +34,8 @@ void ItemTree::beginProgram(int program, const PictureRules& rules) {
     if (found == m_constants.end()) return std::nullopt;
     return found->second;
   };
+  for (const DefinedConstant& define : m_stream.defines)
+    if (const auto value = integerOf(define.value)) m_constants[define.name] = *value;
   m_begin = m_analysis.constructs.size();
   m_facts.reserve(m_analysis.constructs.capacity());
   m_facts.resize(m_begin);
@@ -145,6 +147,25 @@ int ItemTree::addConstant(const DataEntry& entry) {
   const int index = place(std::move(construct), {});
   refer(entry, index);
   return index;
+}
+
+void ItemTree::addDefines() {
+  beginSection(Section::none);
+  for (const DefinedConstant& define : m_stream.defines) {
+    const std::string_view name = m_stream.names.text(define.name);
+    const auto sameName = [&](const Construct& other) { return other.name == name; };
+    if (std::any_of(m_analysis.constructs.begin() + static_cast<std::ptrdiff_t>(m_begin), m_analysis.constructs.end(),
+                    sameName))
+      continue;
+    Construct construct;
+    construct.name = name;
+    construct.kind = Kind::constant;
+    construct.level = 78;
+    construct.value = m_analysis.texts->keep(define.value);
+    construct.flags = global;
+    construct.declared = define.at;
+    place(std::move(construct), {});
+  }
 }
 
 int ItemTree::addItem(const DataEntry& entry) {

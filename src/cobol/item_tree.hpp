@@ -35,6 +35,8 @@ class ItemTree {
   int addAt(const MadeItem& item, std::uint32_t nameToken);
   /// An index name of a table.
   void addIndex(std::uint32_t nameToken, int table);
+  /// Constants that directives define, for a program that declares no such names itself.
+  void addDefines();
   /// Sizes of everything added since beginProgram.
   void finish();
 

@@ -1,5 +1,6 @@
 #include "cobol/line_reader.hpp"
 
+#include <algorithm>
 #include <cstring>
 
 #include "cobol/characters.hpp"
@@ -40,6 +41,17 @@ bool opensDirective(const char* from, const char* to) {
   default:
     return false;
   }
+}
+
+// CBL and PROCESS may begin in any column, also where the sequence number stands.
+bool isOptionLine(const char* from, const char* to) {
+  from = skipBlanks(from, to);
+  const std::string_view text(from, static_cast<std::size_t>(to - from));
+  const auto startsWith = [&](std::string_view word) {
+    return text.size() > word.size() && isBlank(text[word.size()]) &&
+           std::equal(word.begin(), word.end(), text.begin(), [](char a, char b) { return a == toUpper(b); });
+  };
+  return startsWith("CBL") || startsWith("PROCESS");
 }
 
 } // namespace
@@ -196,7 +208,17 @@ LineReader::Sort LineReader::byIndicator(CodeLine& line, char indicator) const {
   case 'd':
     line.indicator = 'D';
     break;
+  case '$':
+  case '>':
+    if (opensDirective(line.from - 1, line.to)) { // behind a sequence number
+      line.first = --line.from;
+      --line.fromColumn;
+      line.indicator = '>';
+      return Sort::code;
+    }
+    [[fallthrough]];
   default:
+    if (isOptionLine(line.begin, line.to)) return Sort::skipped;
     return skipBlanks(line.from, line.to) == line.to ? Sort::skipped : Sort::unknownIndicator;
   }
   const char* text = line.first = skipBlanks(line.from, line.to);

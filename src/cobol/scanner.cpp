@@ -149,6 +149,7 @@ void Scanner::place(Token& token, const char* from, const char* to) {
         m_logical.data() + (m_segment + 1 < m_segments.size() ? m_segments[m_segment + 1].offset : m_logical.size());
     if (to > segmentEnd) {
       token.flags |= TokenFlag::continued;
+      if (token.kind == TokenKind::word) placeRest(token, static_cast<std::size_t>(to - m_logical.data()));
       to = segmentEnd;
     }
     const char* source = segment.source + (offset - segment.offset);

@@ -374,11 +374,14 @@ void StatementReader::finish() {
     const Noted& n = m_noted[i];
     const bool again = i > 0 && m_noted[i - 1].token == n.token && m_noted[i - 1].construct == n.construct;
     if (again) continue;
-    Position at = m_stream.tokens[n.token].position();
-    if (m_stream.tokens[n.token].kind == TokenKind::picture) {
+    const Token& token = m_stream.tokens[n.token];
+    Position at = token.position();
+    std::uint16_t further = token.further;
+    if (token.kind == TokenKind::picture) {
+      further = 0;
       if (const auto placed = m_placed.find({n.token, n.construct}); placed != m_placed.end()) at = placed->second;
     }
-    m_analysis.instances.push_back({n.construct, n.access, at, n.verb});
+    m_analysis.instances.push_back({n.construct, n.access, further, at, n.verb});
   }
   m_relations.finish();
 }
