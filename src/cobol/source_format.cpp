@@ -49,6 +49,10 @@ std::string_view spread(std::string_view line, bool plain, std::string& room) {
   return withoutEnd(room);
 }
 
+bool isBlank(std::string_view columns) {
+  return skipBlanks(columns.data(), columns.data() + columns.size()) == columns.data() + columns.size();
+}
+
 bool isIndicator(char c) {
   return c == ' ' || c == '*' || c == '/' || c == '-' || c == 'D' || c == 'd' || c == '$';
 }
@@ -66,10 +70,6 @@ void lookBehindMargin(std::string_view line, Looks& looks) {
 
 void lookAt(std::string_view line, Looks& looks) {
   ++looks.lines;
-  if (line.starts_with("       ")) { // by far the commonest
-    ++looks.fixedLike;
-    return lookBehindMargin(line, looks);
-  }
   const std::string_view sequence = line.substr(0, kIndicatorAt);
   std::size_t digitCount = 0;
   std::size_t blankCount = 0;
@@ -106,13 +106,18 @@ Looks look(std::string_view text) {
   std::string room;
   const bool plain = isPlain(text.substr(0, kTextLookedAt));
   std::size_t turn = text.find('\r');
-  for (std::size_t at = 0; at < text.size() && looks.lines < kLinesLookedAt;) {
+  for (std::size_t at = 0, end = 0; at < text.size() && looks.lines < kLinesLookedAt; at = end + 1) {
     if (turn < at) turn = text.find('\r', at);
-    const std::size_t end = std::min({text.find('\n', at), turn, text.size()});
-    const std::string_view line =
-        spread(text.substr(at, std::min<std::size_t>(end - at, 1000)), plain && end <= kTextLookedAt, room);
+    end = std::min({text.find('\n', at), turn, text.size()});
+    const bool linePlain = plain && end <= kTextLookedAt;
+    if (linePlain && end - at <= kMarginAt && isBlank(text.substr(at, kIndicatorAt + 1))) { // by far the commonest
+      const bool holdsText = !isBlank(text.substr(at, end - at));
+      looks.lines += holdsText;
+      looks.fixedLike += holdsText;
+      continue;
+    }
+    const std::string_view line = spread(text.substr(at, std::min<std::size_t>(end - at, 1000)), linePlain, room);
     if (!line.empty()) lookAt(line, looks);
-    at = end + 1;
   }
   return looks;
 }
