@@ -72,9 +72,15 @@ inline constexpr auto kWordCapitals = [] {
   }
   return table;
 }();
+inline constexpr std::uint64_t kEightSpaces = 0x2020202020202020U;
+/// Whether eight spaces stand here; eight bytes can be read.
+inline bool startsWithSpaces(const char* at) {
+  std::uint64_t eight;
+  std::memcpy(&eight, at, 8);
+  return eight == kEightSpaces;
+}
 /// The first byte in [from, to) that is no space, else `to`.
 inline const char* skipSpaces(const char* from, const char* to) {
-  constexpr std::uint64_t kEightSpaces = 0x2020202020202020U;
   for (std::uint64_t eight; to - from >= 8; from += 8) {
     std::memcpy(&eight, from, 8);
     if (eight == kEightSpaces) continue;

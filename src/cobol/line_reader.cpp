@@ -110,7 +110,8 @@ bool LineReader::continuationFollows() const {
   if (m_format == Format::free) return false;
   for (const char* at = m_at; at < m_end;) {
     // Nearly always a few bytes of the next line tell that it holds text of its own.
-    if (m_allPlain && !m_loneReturn && m_end - at > 16 && at[6] == ' ' && std::find(at, at + 6, '\n') == at + 6) {
+    if (m_allPlain && !m_loneReturn && m_end - at > 16 && at[6] == ' ' &&
+        (startsWithSpaces(at) || std::find(at, at + 6, '\n') == at + 6)) {
       const char* text = skipSpaces(at + 7, m_end);
       if (text<m_end&& * text> ' ' && text - at < kMargin) return false;
     }
@@ -140,6 +141,7 @@ LineReader::Sort LineReader::classify(CodeLine& line, const char* end) const {
 
 LineReader::Sort LineReader::classifyFixed(CodeLine& line, const char* end) const {
   const char* text = line.begin;
+  if (end - text > kIndicator && startsWithSpaces(text)) text += kIndicator;
   while (text < end && text - line.begin < kIndicator && isBlank(*text))
     ++text;
   if (text == end) return Sort::skipped;

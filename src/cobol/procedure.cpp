@@ -231,8 +231,7 @@ void readProcedures(const TokenStream& stream, const Options&, Analysis& analysi
     for (const auto& [from, to] : ranges)
       text.read(from, to);
   }
-  for (std::uint32_t i = 0; i < stream.tokens.size(); ++i) {
-    const Token& token = stream.tokens[i];
+  for (const Token& token : stream.tokens) {
     if (token.kind == TokenKind::literal) analysis.places.push_back({"LIT", stream.textOf(token), token.position()});
   }
   reader.finish();
