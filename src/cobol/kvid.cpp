@@ -101,9 +101,12 @@ class KeyWriter {
       append(key, item, i);
       shortenKey(key, kLongest);
       item.kvid = key;
-      const auto times = seen.add(static_cast<std::uint32_t>(i));
+      auto times = seen.add(static_cast<std::uint32_t>(i));
       if (times == 1) continue;
-      item.kvid += '#' + std::to_string(times);
+      // A name may hold the sign itself: `A#2` beside two of `A`.
+      do {
+        item.kvid = key + '#' + std::to_string(times++);
+      } while (seen.add(static_cast<std::uint32_t>(i)) > 1);
       repeated.push_back(static_cast<std::uint32_t>(i));
     }
     return repeated;
