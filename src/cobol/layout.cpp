@@ -66,7 +66,7 @@ class Layout {
     item.size = item.length;
   }
 
-  /// Section 4.1: what shares an area.
+  /// What shares an area.
   void join() {
     const int count = static_cast<int>(m_analysis.constructs.size());
     std::unordered_map<std::string, int> externals;
