@@ -225,6 +225,7 @@ class StatementReader {
   static void endChain(Level& level, std::uint32_t size, std::vector<Mark>& marks);
   static void endSum(Level& level, std::uint32_t size, std::vector<Mark>& marks);
   void closeFunction(const Level& level);
+  void measureTerms(std::uint32_t begin);
   void applyMarks(std::uint32_t begin);
   bool openGroup();
   bool closeGroup();

@@ -30,10 +30,11 @@ std::string filesOf(const cobol::Analysis& analysis) {
 /// `recordKey 8:28+4`: role, line, column and length of each name that a clause uses.
 std::string referencesOf(const cobol::Analysis& analysis) {
   static constexpr const char* kRoles[] = {
-      "assign",       "recordKey",   "alternateKey",  "relativeKey",     "fileStatus",   "password",   "recordVarying",
-      "linage",       "fileValue",   "dependingOn",   "tableKey",        "reportSource", "reportSum",  "reportControl",
-      "screenFrom",   "screenTo",    "screenUsing",   "screenAttribute", "crtStatus",    "cursor",     "constantValue",
-      "pictureCount", "occursCount", "valueConstant", "redefines",       "renamesFirst", "renamesLast"};
+      "assign",          "recordKey",     "alternateKey",    "relativeKey",   "fileStatus",   "password",
+      "recordVarying",   "linage",        "fileValue",       "dependingOn",   "tableKey",     "reportSource",
+      "reportSum",       "reportControl", "reportCondition", "screenFrom",    "screenTo",     "screenUsing",
+      "screenAttribute", "crtStatus",     "cursor",          "constantValue", "pictureCount", "occursCount",
+      "valueConstant",   "redefines",     "renamesFirst",    "renamesLast"};
   std::string text;
   for (const auto& reference : analysis.references)
     text += std::string(kRoles[static_cast<int>(reference.role)]) + ' ' + std::to_string(reference.at.line) + ':' +
