@@ -81,15 +81,18 @@ bool Relations::isElementary(std::uint32_t construct) const {
          !m_analysis.constructs[static_cast<std::size_t>(item.renamesFirst)].isGroup();
 }
 
-/// The only item directly below a group, or null.
-const Construct* Relations::onlyChild(std::uint32_t group) const {
+/// The only elementary item below a group, perhaps inside groups that have no other item, or null.
+const Construct* Relations::onlyLeaf(std::uint32_t group) const {
   const Construct* item = &m_analysis.constructs[group];
   if (item->kind == Kind::renames) {
     if (item->renamesFirst != item->renamesLast) return nullptr;
     item = &m_analysis.constructs[static_cast<std::size_t>(item->renamesFirst)];
   }
-  const Construct& first = m_analysis.constructs[static_cast<std::size_t>(item->firstChild)];
-  return first.nextSibling < 0 ? &first : nullptr;
+  while (item->isGroup()) {
+    item = &m_analysis.constructs[static_cast<std::size_t>(item->firstChild)];
+    if (item->nextSibling >= 0 || item->repeats) return nullptr;
+  }
+  return item;
 }
 
 void Relations::addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site, Part fromPart, Part toPart) {
@@ -110,9 +113,9 @@ void Relations::addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site
   // A group of one elementary item of the full length is that item under another name.
   const bool fromGroup = !isElementary(from);
   const Construct& other = fromGroup ? b : a;
-  const Construct* only = onlyChild(fromGroup ? from : to);
-  const bool sameShape = isElementary(fromGroup ? to : from) && only != nullptr && !only->isGroup() && !only->repeats &&
-                         only->kind != Kind::filler && only->length == other.length;
+  const Construct* only = onlyLeaf(fromGroup ? from : to);
+  const bool sameShape = isElementary(fromGroup ? to : from) && only != nullptr && only->kind != Kind::filler &&
+                         only->length == other.length;
   add(sameShape ? RelationKind::Move : RelationKind::GroupMove, from, to, site);
   addLeaves(from, to, site, fromPart, toPart);
 }

@@ -85,6 +85,8 @@ TEST(Statements, GroupMovesAreAlignedLeafByLeaf) {
       {"MOVE A TO TAB.", "A R 1:6, TAB W 1:11", "GroupMove A -> TAB, PartMove A -> ELEM"},
       {"MOVE A TO ROW (1).", "A R 1:6, ROW W 1:11", "Move A -> ROW, PartMove A -> ELEM"},
   });
+  expectFacts("^WORKING-STORAGE SECTION.\n^01 A PIC X(5).\n^01 G1.\n^   05 G2.\n^      10 G3 PIC X(5).\n",
+              {{"MOVE A TO G1.", "A R 1:6, G1 W 1:11", "Move A -> G1, PartMove A -> G3"}});
 }
 
 TEST(Statements, RenamedRangesMoveLikeGroups) {
