@@ -7,6 +7,8 @@
 #include <string_view>
 #include <tuple>
 
+#include "cobol/picture.hpp"
+
 namespace cobol {
 
 namespace {
@@ -22,6 +24,14 @@ void dropRepeats(std::vector<cobol::Position>& sites) {
   if (sites.size() < 2) return;
   std::set<cobol::Position> seen;
   std::erase_if(sites, [&](const cobol::Position& at) { return !seen.insert(at).second; });
+}
+
+/// Numeric and not edited, as ADD CORRESPONDING asks for.
+bool isNumeric(const Construct& item) {
+  if (item.isGroup() || (item.flags & ConstructFlag::blankWhenZero) != 0) return false;
+  if (item.picture.empty())
+    return item.usage.starts_with("COMP-") || item.isSigned || item.usage.starts_with("BINARY-");
+  return readPicture(item.picture, {}).kind == PictureClass::numeric;
 }
 
 std::uint64_t endsOf(std::uint32_t from, std::uint32_t to) {
@@ -297,7 +307,7 @@ void Relations::addCorresponding(RelationKind kind, std::uint32_t from, std::uin
         open.emplace_back(sender, match->second);
       } else if (kind == RelationKind::Move) {
         addMove(sender, match->second, site);
-      } else if (!c.isGroup() && !receiver.isGroup() && c.digits > 0 && receiver.digits > 0) {
+      } else if (isNumeric(c) && isNumeric(receiver)) {
         add(kind, sender, match->second, site);
       }
     }

@@ -172,6 +172,22 @@ TEST(Statements, CorrespondingJoinsNamesUnderBothGroups) {
                         {"MOVE CORRESPONDING G1 TO G2.", "G1 R 1:20, G2 W 1:26", "Move V -> V, Move Y -> Y"},
                         {"ADD CORR G1 TO G2.", "G1 R 1:10, G2 B 1:16", "Addition V -> V"},
                     });
+  expectFacts(R"(^WORKING-STORAGE SECTION.
+^01 G1.
+^   05 EDITED PIC ZZ9.
+^   05 FLOATING COMP-2.
+^   05 WHOLE BINARY-LONG UNSIGNED.
+^   05 BLANKED PIC 999 BLANK WHEN ZERO.
+^   05 SCALED PIC SPP9 COMP-3.
+^01 G2.
+^   05 EDITED PIC 999.
+^   05 FLOATING PIC S9(5)V99.
+^   05 WHOLE COMP-1.
+^   05 BLANKED PIC 999.
+^   05 SCALED PIC 9.
+)",
+              {{"SUBTRACT CORR G1 FROM G2.", "G1 R 1:15, G2 B 1:23",
+                "Addition FLOATING -> FLOATING, Addition SCALED -> SCALED, Addition WHOLE -> WHOLE"}});
 }
 
 TEST(Statements, ArithmeticChangesResultsButOnlyWritesWhatIsGiven) {
