@@ -180,7 +180,7 @@ void layOutWithoutStorage(Analysis& analysis, const Options& options) {
   }
   std::int64_t without = 0;
   for (auto& item : analysis.constructs) {
-    if (item.hasStorage()) continue;
+    if (item.hasStorage() && item.area >= 0) continue; // a 66 without a record has none
     if (item.kind == Kind::specialRegister && item.length > 0) {
       if (item.area >= 0) continue;
       item.area = areas++;
