@@ -30,7 +30,7 @@ void dropRepeats(std::vector<cobol::Position>& sites) {
 bool isNumeric(const Construct& item) {
   if (item.isGroup() || (item.flags & ConstructFlag::blankWhenZero) != 0) return false;
   if (item.picture.empty())
-    return item.usage.starts_with("COMP-") || item.isSigned || item.usage.starts_with("BINARY-");
+    return item.usage.starts_with("COMP-") || item.usage.starts_with("BINARY-") || item.usage.starts_with("FLOAT-");
   return readPicture(item.picture, {}).kind == PictureClass::numeric;
 }
 
