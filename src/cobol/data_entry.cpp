@@ -279,7 +279,8 @@ void DataEntryReader::commonClause(Word word) {
   if (m_cursor.text() == "INDEXED" || word == Word::indexed) {
     m_cursor.next();
     m_cursor.take(Word::by);
-    while (m_cursor.isWord() && m_cursor.word() == Word::none) {
+    // The first word is a name, whatever else it means to some compilers.
+    while (m_cursor.isWord() && (entry.indexNames.empty() || m_cursor.word() == Word::none)) {
       entry.indexNames.push_back(m_cursor.index());
       m_cursor.next();
     }
@@ -423,8 +424,9 @@ void DataEntryReader::tableKeys() {
   m_cursor.next();
   m_cursor.take(Word::key);
   m_cursor.take(Word::is);
-  while (m_cursor.isWord() && m_cursor.word() == Word::none)
+  do {
     useName(Role::tableKey);
+  } while (m_cursor.isWord() && m_cursor.word() == Word::none);
 }
 
 /// VALUE takes everything up to a word that begins another clause.

@@ -145,6 +145,10 @@ TEST(Entries, NameOtherItems) {
                                                 "  10 K2 PIC X.\n 88 C VALUE LIM THRU 9."));
   EXPECT_EQ(referencesOf(run.analysis), "occursCount 7:26+3\ndependingOn 7:43+1\ntableKey 8:29+2\ntableKey 8:32+2\n"
                                         "pictureCount 9:22+3\nvalueConstant 11:20+3\n");
+  const auto names = readAndLayOut(workingStorage("01 T.\n 05 E OCCURS 3 ASCENDING KEY STEP INDEXED BY CURSOR IX.\n"
+                                                  "  10 STEP PIC X."));
+  EXPECT_EQ(referencesOf(names.analysis), "tableKey 6:37+4\n");
+  EXPECT_THAT(picture(names), testing::HasSubstr("00 CURSOR @-1 INDEX\n00 IX @-2 INDEX\n"));
 }
 
 TEST(Entries, CopyTypes) {
