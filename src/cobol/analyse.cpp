@@ -17,13 +17,14 @@ void remarkDuplicates(const Analysis& analysis, const std::vector<std::uint32_t>
     const Construct& item = analysis.constructs[index];
     if (item.level == 0 || item.kind == Kind::filler || (item.flags & implicit_) != 0) continue;
     diagnostics.add(Code::NameDuplicate, Severity::information, item.declared,
-                    item.name + " is declared more than once at the same place; the keys tell them apart");
+                    std::string(item.name) + " is declared more than once at the same place; the keys tell them apart");
   }
 }
 
 // The stages in their order: statements need the places of items, keys need every construct that statements make.
 Analysis analyseTokens(TokenStream stream, const Options& options, Diagnostics diagnostics) {
   Analysis analysis;
+  analysis.texts = stream.names.texts();
   readData(stream, options, analysis, diagnostics);
   layOut(analysis, options, diagnostics);
   addDeclaredRelations(analysis);
@@ -32,7 +33,7 @@ Analysis analyseTokens(TokenStream stream, const Options& options, Diagnostics d
   layOutWithoutStorage(analysis, options);
   remarkDuplicates(analysis, nameConstructs(analysis), diagnostics);
   for (const CopyUse& copy : stream.copies)
-    analysis.places.push_back({"COPY", copy.name, copy.at});
+    analysis.places.push_back({"COPY", analysis.texts->keep(copy.name), copy.at});
   analysis.files = std::move(stream.files);
   analysis.copies = std::move(stream.copies);
   analysis.diagnostics = diagnostics.all();

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,6 +10,7 @@
 #include "cobol/diagnostic.hpp"
 #include "cobol/options.hpp"
 #include "cobol/position.hpp"
+#include "cobol/text_arena.hpp"
 #include "cobol/token.hpp"
 
 namespace cobol {
@@ -43,10 +46,11 @@ enum ConstructFlag : std::uint16_t {
   nameReplaced = 256,
 };
 
-/// One dataname of a program. Indices are positions in Analysis::constructs; -1 is none.
+/// One dataname of a program. Indices are positions in Analysis::constructs; -1 is none. The texts lie in
+/// Analysis::texts.
 struct Construct {
-  std::string kvid; ///< program-path ":" item-path; unique in the analysis
-  std::string name; ///< upper case; "FILLER" for nameless items
+  Text kvid; ///< program-path ":" item-path; unique in the analysis
+  Text name; ///< upper case; "FILLER" for nameless items
   Kind kind = Kind::elementary;
   Section section = Section::none;
   int level = 0;       ///< as declared, 0 where there is none (slots, registers)
@@ -65,13 +69,13 @@ struct Construct {
   std::uint32_t occurs = 1;  ///< own OCCURS maximum; 1: does not repeat
   std::uint32_t occursMin = 1;
   bool repeats = false; ///< has an OCCURS clause
-  std::string dims;     ///< "count×stride" outermost first, ancestors included, written "12x9,2x4"
-  std::string picture;  ///< upper case, as written
-  std::string usage;    ///< normalised: "DISPLAY", "COMP", "COMP-3", …; empty for a group without its own
+  Text dims;            ///< "count×stride" outermost first, ancestors included, written "12x9,2x4"
+  Text picture;         ///< upper case, as written
+  Text usage;           ///< normalised: "DISPLAY", "COMP", "COMP-3", …; empty for a group without its own
   int digits = 0;
   int scale = 0; ///< digits behind the point; negative with trailing P
   bool isSigned = false;
-  std::string value; ///< text of the VALUE clause, of an 88 all its values
+  Text value; ///< text of the VALUE clause, of an 88 all its values
   std::uint16_t flags = 0;
   int renamesFirst = -1;           ///< of a 66: the item at its start
   int renamesLast = -1;            ///< of a 66: the item at its end, the first one again without THRU
@@ -188,7 +192,8 @@ struct Relationship {
   std::uint32_t from = 0;
   std::uint32_t to = 0;
   RelationKind kind{};
-  std::vector<cobol::Position> sites; ///< in text order, each once
+  std::uint32_t firstSite = 0; ///< in Analysis::sites; in text order, each once
+  std::uint32_t siteCount = 0;
 };
 
 /// A clause of the data or environment division that names a data item; resolved when all declarations are known.
@@ -235,13 +240,14 @@ struct DataReference {
 
 /// Declarations that are no constructs but can be looked up: files, paragraphs, sections, mnemonics …
 struct NamedPlace {
-  std::string kindWord; ///< FILE, PARA, COPY, CALL, LIT
-  std::string name;
+  Text kindWord; ///< FILE, PARA, COPY, CALL, LIT
+  Text name;     ///< in Analysis::texts
   Position at;
 };
 
 /// Everything known of one source program.
 struct Analysis {
+  std::shared_ptr<TextArena> texts = std::make_shared<TextArena>(); ///< what the views below show
   std::vector<SourceFile> files;
   std::vector<CopyUse> copies;
   std::vector<Program> programs;
@@ -249,12 +255,22 @@ struct Analysis {
   std::vector<Construct> constructs;     ///< in declaration order; made ones behind
   std::vector<DataReference> references; ///< input of the statement stage
   std::vector<Relationship> relationships;
+  std::vector<Position> sites;     ///< of the relationships
   std::vector<Instance> instances; ///< in text order
   std::vector<NamedPlace> places;
   std::vector<Diagnostic> diagnostics;
   std::uint32_t statements = 0; ///< met in procedure divisions
   std::uint32_t statementsUnderstood = 0;
   bool isCobol = true; ///< false: nothing in the text says that it is a program
+
+  std::span<const Position> sitesOf(const Relationship& relationship) const {
+    return {sites.data() + relationship.firstSite, relationship.siteCount};
+  }
+  /// Adds a relationship that stands at one place; equal ones are joined by the statement stage.
+  void relate(RelationKind kind, std::uint32_t from, std::uint32_t to, const Position& at) {
+    relationships.push_back({from, to, kind, static_cast<std::uint32_t>(sites.size()), 1});
+    sites.push_back(at);
+  }
 };
 
 } // namespace cobol

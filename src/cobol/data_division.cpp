@@ -66,7 +66,7 @@ class DataReader {
       m_items.finish();
     }
     for (const auto& file : m_analysis.dataFiles)
-      m_analysis.places.push_back({"FILE", file.name, file.declared});
+      m_analysis.places.push_back({"FILE", m_analysis.texts->keep(file.name), file.declared});
   }
 
  private:

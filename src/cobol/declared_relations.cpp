@@ -34,8 +34,7 @@ class DeclaredRelations {
   int rootOf(int item) const { return m_roots[static_cast<std::size_t>(item)]; }
   void add(int from, int to, RelationKind kind, const Position& at) {
     if (from == to) return;
-    m_analysis.relationships.push_back(
-        {.from = static_cast<std::uint32_t>(from), .to = static_cast<std::uint32_t>(to), .kind = kind, .sites = {at}});
+    m_analysis.relate(kind, static_cast<std::uint32_t>(from), static_cast<std::uint32_t>(to), at);
   }
 
   Analysis& m_analysis;

@@ -128,10 +128,10 @@ std::string resourceOf(StatementReader& r, const Option& option) {
 /// Programs often call the item alike that is to hold a resource's name, and do not mean the same resource: a slot
 /// `?(RECORD.ITEM)` belongs to its program only.
 std::string unknownResource(StatementReader& r, std::uint32_t item) {
-  std::string path = r.construct(item).name;
+  std::string path(r.construct(item).name);
   for (int up = r.construct(item).parent; up >= 0; up = r.construct(static_cast<std::uint32_t>(up)).parent) {
     const Construct& above = r.construct(static_cast<std::uint32_t>(up));
-    if (above.kind != Kind::filler) path = above.name + '.' + path;
+    if (above.kind != Kind::filler) path = std::string(above.name) + '.' + path;
   }
   return "?(" + path + ')';
 }

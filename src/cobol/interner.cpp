@@ -1,13 +1,10 @@
 #include "cobol/interner.hpp"
 
-#include <algorithm>
-
 #include "cobol/keywords.hpp"
 
 namespace cobol {
 namespace {
 
-constexpr std::size_t kBlockBytes = 64 * 1024;
 constexpr std::size_t kFirstSlots = 4096;
 
 } // namespace
@@ -20,8 +17,7 @@ std::uint64_t Interner::hashOf(std::string_view text) {
 }
 
 Interner::Interner(Prototype) : m_slots(kFirstSlots, 0) {
-  openBlock(kBlockBytes);
-  m_entries.push_back({hashOf({}), 0, 0, 0});
+  m_entries.push_back({hashOf({}), "", 0});
   for (NameId id = 1; id < keywordCount(); ++id)
     intern(textOf(static_cast<Keyword>(id)));
 }
@@ -29,12 +25,8 @@ Interner::Interner(Prototype) : m_slots(kFirstSlots, 0) {
 // Every run needs hundreds of them, so the words of the table are entered once and copied.
 Interner::Interner() {
   static const Interner prototype{Prototype{}};
-  *this = prototype;
-}
-
-void Interner::openBlock(std::size_t atLeast) {
-  m_arena.emplace_back();
-  m_arena.back().reserve(std::max(atLeast, kBlockBytes));
+  m_entries = prototype.m_entries;
+  m_slots = prototype.m_slots;
 }
 
 NameId Interner::intern(std::string_view text, std::uint64_t hash) {
@@ -46,13 +38,8 @@ NameId Interner::intern(std::string_view text, std::uint64_t hash) {
     if (entry.hash == hash && this->text(id) == text) return id;
     slot = (slot + 1) & mask;
   }
-  // A copied block has lost its spare capacity: growing it would move texts that views point at.
-  if (m_arena.back().capacity() - m_arena.back().size() < text.size()) openBlock(text.size());
   const auto id = static_cast<NameId>(m_entries.size());
-  std::string& block = m_arena.back();
-  m_entries.push_back({hash, static_cast<std::uint32_t>(m_arena.size() - 1), static_cast<std::uint32_t>(block.size()),
-                       static_cast<std::uint32_t>(text.size())});
-  block.append(text);
+  m_entries.push_back({hash, m_texts->keep(text).data(), static_cast<std::uint32_t>(text.size())});
   m_slots[slot] = id;
   if (m_entries.size() * 2 > m_slots.size()) grow();
   return id;

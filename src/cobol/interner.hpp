@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
+#include <memory>
 #include <string_view>
 #include <vector>
+
+#include "cobol/text_arena.hpp"
 
 namespace cobol {
 
@@ -14,6 +16,10 @@ using NameId = std::uint32_t; ///< 0 is the empty text
 class Interner {
  public:
   Interner();
+  Interner(const Interner&) = delete;
+  Interner& operator=(const Interner&) = delete;
+  Interner(Interner&&) = default;
+  Interner& operator=(Interner&&) = default;
 
   /// The id of the text as it stands (callers upper-case words before).
   NameId intern(std::string_view text) { return intern(text, hashOf(text)); }
@@ -26,25 +32,23 @@ class Interner {
   static std::uint64_t hashOf(std::string_view text);
   /// The id if the text is known, else 0.
   NameId find(std::string_view text) const;
-  std::string_view text(NameId id) const {
-    return {m_arena[m_entries[id].block].data() + m_entries[id].offset, m_entries[id].length};
-  }
+  std::string_view text(NameId id) const { return {m_entries[id].text, m_entries[id].length}; }
   std::uint64_t hash(NameId id) const { return m_entries[id].hash; }
   std::size_t size() const { return m_entries.size(); }
+  /// Where the texts lie (those of the keywords live for ever): who holds it may keep views of them.
+  const std::shared_ptr<TextArena>& texts() const { return m_texts; }
 
  private:
   struct Entry {
     std::uint64_t hash;
-    std::uint32_t block;
-    std::uint32_t offset;
+    const char* text;
     std::uint32_t length;
   };
   struct Prototype {};
   explicit Interner(Prototype);
   void grow();
-  void openBlock(std::size_t atLeast);
 
-  std::vector<std::string> m_arena; ///< blocks whose capacity never changes, so views stay valid
+  std::shared_ptr<TextArena> m_texts = std::make_shared<TextArena>();
   std::vector<Entry> m_entries;
   std::vector<NameId> m_slots; ///< open addressing, size a power of two
 };

@@ -202,7 +202,7 @@ int ItemTree::addItem(const DataEntry& entry) {
     if (known.sign == DataEntry::Sign::unset) known.sign = above.sign;
     known.syncBelow = above.syncBelow;
   }
-  if (!entry.sqlType.empty()) construct.usage = entry.sqlType;
+  if (!entry.sqlType.empty()) construct.usage = m_analysis.texts->keep(entry.sqlType);
 
   const int previous = parent < 0 ? m_lastRoot : facts(parent).lastChild;
   const int redefined = entry.redefines == 0 ? -1 : findSibling(token(entry.redefines).text, parent, index);
@@ -422,8 +422,9 @@ std::optional<std::int64_t> ItemTree::constantOf(std::uint32_t from, std::uint32
   return result;
 }
 
-std::string ItemTree::valueText(std::uint32_t from, std::uint32_t to) const {
-  std::string result;
+std::string_view ItemTree::valueText(std::uint32_t from, std::uint32_t to) {
+  std::string& result = m_value;
+  result.clear();
   for (auto i = from; i < to; ++i) {
     if (!result.empty() && !token(i).has(joined)) result += ' ';
     const bool literal = token(i).kind == TokenKind::literal;
@@ -431,7 +432,7 @@ std::string ItemTree::valueText(std::uint32_t from, std::uint32_t to) const {
     result += m_stream.textOf(token(i));
     if (literal) result += '"';
   }
-  return result;
+  return m_analysis.texts->keep(result);
 }
 
 int ItemTree::addAt(const MadeItem& item, std::uint32_t nameToken) {
@@ -508,7 +509,7 @@ void ItemTree::finishLeaf(Construct& construct, const Facts& known) {
   const Picture picture = hasPicture ? readPicture(construct.picture, m_rules) : Picture{};
   if (hasPicture && !picture.isValid)
     remark(Code::PictureBad, Severity::warning, known.pictureToken != 0 ? known.pictureToken : construct.token,
-           "not a PICTURE: " + construct.picture.substr(0, 60));
+           "not a PICTURE: " + std::string(construct.picture.substr(0, 60)));
   const ItemForm form{.usage = effectiveUsage(known.usage, hasPicture ? &picture : nullptr),
                       .picture = hasPicture ? &picture : nullptr,
                       .signSeparate = known.sign == DataEntry::Sign::separate,

@@ -79,7 +79,7 @@ class ItemTree {
   bool qualifiersMatch(std::uint32_t token, int item) const;
   std::optional<std::int64_t> numberOf(std::uint32_t token) const;
   std::optional<std::int64_t> constantOf(std::uint32_t from, std::uint32_t to) const;
-  std::string valueText(std::uint32_t from, std::uint32_t to) const;
+  std::string_view valueText(std::uint32_t from, std::uint32_t to);
   void finishLeaf(Construct& construct, const Facts& facts);
 
   Construct& at(int index) { return m_analysis.constructs[static_cast<std::size_t>(index)]; }
@@ -106,6 +106,7 @@ class ItemTree {
   std::vector<Facts> m_facts;    ///< by construct
   std::vector<int> m_lastOfName; ///< by name id: latest construct, -1 none
   std::unordered_map<NameId, std::int64_t> m_constants;
+  std::string m_value; ///< the text in hand
 };
 
 } // namespace cobol

@@ -59,7 +59,7 @@ class KeyTable {
 
   /// How many constructs have the key of this one by now, itself included.
   std::uint32_t add(std::uint32_t construct) {
-    const auto& key = m_constructs[construct].kvid;
+    const auto key = m_constructs[construct].kvid;
     const auto hash = std::hash<std::string_view>{}(key);
     for (auto at = hash & (m_slots.size() - 1);; at = (at + 1) & (m_slots.size() - 1)) {
       Slot& slot = m_slots[at];
@@ -100,12 +100,15 @@ class KeyWriter {
       if (program < m_prefixes.size()) key = m_prefixes[program];
       append(key, item, i);
       shortenKey(key, kLongest);
-      item.kvid = key;
+      item.kvid = m_analysis.texts->keep(key);
       auto times = seen.add(static_cast<std::uint32_t>(i));
       if (times == 1) continue;
       // A name may hold the sign itself: `A#2` beside two of `A`.
+      const auto length = key.size();
       do {
-        item.kvid = key + '#' + std::to_string(times++);
+        key.resize(length);
+        key += '#' + std::to_string(times++);
+        item.kvid = m_analysis.texts->keep(key);
       } while (seen.add(static_cast<std::uint32_t>(i)) > 1);
       repeated.push_back(static_cast<std::uint32_t>(i));
     }

@@ -69,7 +69,7 @@ class Layout {
   /// What shares an area.
   void join() {
     const int count = static_cast<int>(m_analysis.constructs.size());
-    std::unordered_map<std::string, int> externals;
+    std::unordered_map<std::string_view, int> externals;
     for (int i = 0; i < count; ++i) {
       if (!isRecord(i)) continue;
       if (at(i).redefines >= 0) m_areas.join(i, at(at(i).redefines).record);
@@ -154,14 +154,17 @@ class Layout {
     if (!item.hasStorage()) return;
     if (item.parent >= 0 && item.kind != Kind::renames) item.dims = at(item.parent).dims;
     if (!item.repeats) return;
-    if (!item.dims.empty()) item.dims += ',';
-    item.dims += std::to_string(item.occurs) + 'x' + std::to_string(item.length);
+    m_dims = item.dims;
+    if (!m_dims.empty()) m_dims += ',';
+    m_dims += std::to_string(item.occurs) + 'x' + std::to_string(item.length);
+    item.dims = m_analysis.texts->keep(m_dims);
   }
 
   Analysis& m_analysis;
   const Options& m_options;
   RecordLayout m_records;
   Areas m_areas;
+  std::string m_dims; ///< the one in hand
 };
 
 } // namespace

@@ -131,8 +131,7 @@ class OverlaySearch {
       m_capped = true;
       return;
     }
-    m_analysis.relationships.push_back(
-        {.from = from, .to = to, .kind = RelationKind::Overlay, .sites = {at(std::size_t{from}).declared}});
+    m_analysis.relate(RelationKind::Overlay, from, to, at(std::size_t{from}).declared);
   }
 
   /// Spans may meet within one layout as well: there the branches below the nearest common group share no root.

@@ -232,7 +232,8 @@ void readProcedures(const TokenStream& stream, const Options&, Analysis& analysi
       text.read(from, to);
   }
   for (std::uint32_t i = 0; i < stream.tokens.size(); ++i) {
-    if (stream.tokens[i].kind == TokenKind::literal) reader.addPlace("LIT", stream.textOf(stream.tokens[i]), i);
+    const Token& token = stream.tokens[i];
+    if (token.kind == TokenKind::literal) analysis.places.push_back({"LIT", stream.textOf(token), token.position()});
   }
   reader.finish();
 }

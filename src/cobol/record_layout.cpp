@@ -80,8 +80,8 @@ std::int64_t RecordLayout::startOf(int item) {
     const auto start = at(rootOf(item)).position;
     if (start % firstBoundary(item) != 0)
       m_diagnostics.add(Code::SyncMisaligned, Severity::warning, construct.declared,
-                        construct.name + " is SYNCHRONIZED but begins where " + at(rootOf(item)).name +
-                            " does, off its boundary");
+                        std::string(construct.name) + " is SYNCHRONIZED but begins where " +
+                            std::string(at(rootOf(item)).name) + " does, off its boundary");
     return start;
   }
   if (construct.section == Section::report) {
@@ -115,7 +115,8 @@ void RecordLayout::advance(int item, int boundaryInside) {
     const int root = rootOf(item);
     if (construct.size > at(root).size)
       m_diagnostics.add(Code::RedefinesLonger, Severity::information, construct.declared,
-                        construct.name + " is longer than " + at(root).name + ", which it redefines");
+                        std::string(construct.name) + " is longer than " + std::string(at(root).name) +
+                            ", which it redefines");
     frame.current = std::max(frame.current, end);
   } else if (construct.section == Section::report) {
     // A group's length reaches to the largest column of any line.

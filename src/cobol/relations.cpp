@@ -1,6 +1,7 @@
 #include "cobol/relations.hpp"
 
 #include <algorithm>
+#include <functional>
 #include <limits>
 #include <set>
 #include <string>
@@ -20,10 +21,13 @@ constexpr std::size_t kLeavesPerItem = 20'000;
 constexpr std::size_t kStepsPerMove = 2'000'000;
 
 /// A copybook that is copied twice gives the same place twice, not side by side.
-void dropRepeats(std::vector<cobol::Position>& sites) {
-  if (sites.size() < 2) return;
+void dropRepeats(std::vector<cobol::Position>& sites, std::size_t from) {
+  const auto begin = sites.begin() + static_cast<std::ptrdiff_t>(from);
+  const bool ascend = std::adjacent_find(begin, sites.end(), std::greater_equal<>()) == sites.end();
+  if (ascend) return;
   std::set<cobol::Position> seen;
-  std::erase_if(sites, [&](const cobol::Position& at) { return !seen.insert(at).second; });
+  sites.erase(std::remove_if(begin, sites.end(), [&](const cobol::Position& at) { return !seen.insert(at).second; }),
+              sites.end());
 }
 
 /// Numeric and not edited, as ADD CORRESPONDING asks for.
@@ -192,7 +196,7 @@ void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) con
 /// Leaves what lies in the part, counted from the part's begin.
 void Relations::cutLeaves(std::uint32_t item, Part part, std::vector<Leaf>& leaves) const {
   if (part.isWhole()) return;
-  const std::string& usage = m_analysis.constructs[item].usage;
+  const std::string_view usage = m_analysis.constructs[item].usage;
   const std::int64_t width = usage == "NATIONAL" || usage == "DISPLAY-1" ? 2 : 1; // bytes of a character
   const std::int64_t begin = part.begin * width;
   const std::int64_t end = part.end == Part::kUnknown ? std::numeric_limits<std::int64_t>::max() : part.end * width;
@@ -261,8 +265,8 @@ void Relations::addLeaves(std::uint32_t from, std::uint32_t to, std::uint32_t si
     m_alignedPairs += found->second.size() + 1;
     if (capped) {
       m_diagnostics.add(Code::PairsCapped, Severity::information, m_stream.tokens[site].position(),
-                        "more than 4096 parts of " + m_analysis.constructs[from].name + " meet parts of " +
-                            m_analysis.constructs[to].name + "; only the move of the whole is kept");
+                        "more than 4096 parts of " + std::string(m_analysis.constructs[from].name) + " meet parts of " +
+                            std::string(m_analysis.constructs[to].name) + "; only the move of the whole is kept");
     }
   }
   if (m_leafEntries > kPairsPerSource) return;
@@ -320,38 +324,44 @@ void Relations::finish() {
   });
   const auto triple = [](const Relationship& r) { return std::tuple(r.from, r.to, r.kind); };
   std::vector<Relationship> declared = std::move(m_analysis.relationships);
+  const std::vector<cobol::Position> declaredSites = std::move(m_analysis.sites);
   std::erase_if(declared, [](const Relationship& r) { return r.from == r.to; });
   std::stable_sort(declared.begin(), declared.end(),
                    [&](const Relationship& a, const Relationship& b) { return triple(a) < triple(b); });
   std::vector<Relationship> all;
-  const auto append = [&](Relationship&& next) {
-    if (all.empty() || triple(all.back()) != triple(next)) {
-      all.push_back(std::move(next));
-      return;
-    }
-    auto& sites = all.back().sites;
-    sites.insert(sites.end(), next.sites.begin(), next.sites.end());
-    dropRepeats(sites);
+  std::vector<cobol::Position> sites;
+  all.reserve(declared.size() + m_entries.size());
+  sites.reserve(declaredSites.size() + m_entries.size());
+  const auto close = [&] {
+    if (all.empty()) return;
+    dropRepeats(sites, all.back().firstSite);
+    all.back().siteCount = static_cast<std::uint32_t>(sites.size()) - all.back().firstSite;
+  };
+  const auto open = [&](std::uint32_t from, std::uint32_t to, RelationKind kind) {
+    if (!all.empty() && triple(all.back()) == std::tuple(from, to, kind)) return;
+    close();
+    all.push_back({from, to, kind, static_cast<std::uint32_t>(sites.size()), 0});
   };
   auto before = declared.begin();
-  for (std::size_t i = 0; i < m_entries.size();) {
-    const Entry& first = m_entries[i];
-    std::size_t end = i;
-    while (end < m_entries.size() && m_entries[end].ends == first.ends && m_entries[end].kind == first.kind)
-      ++end;
-    Relationship made{
-        static_cast<std::uint32_t>(first.ends >> 32), static_cast<std::uint32_t>(first.ends), first.kind, {}};
-    while (before != declared.end() && triple(*before) <= triple(made))
-      append(std::move(*before++));
-    made.sites.reserve(end - i);
-    for (; i < end; ++i)
-      made.sites.push_back(m_stream.tokens[m_entries[i].site].position());
-    dropRepeats(made.sites);
-    append(std::move(made));
+  const auto takeDeclared = [&] {
+    open(before->from, before->to, before->kind);
+    for (std::uint32_t i = 0; i < before->siteCount; ++i)
+      sites.push_back(declaredSites[before->firstSite + i]);
+    ++before;
+  };
+  for (const Entry& entry : m_entries) {
+    const auto from = static_cast<std::uint32_t>(entry.ends >> 32);
+    const auto to = static_cast<std::uint32_t>(entry.ends);
+    while (before != declared.end() && triple(*before) <= std::tuple(from, to, entry.kind))
+      takeDeclared();
+    open(from, to, entry.kind);
+    sites.push_back(m_stream.tokens[entry.site].position());
   }
   while (before != declared.end())
-    append(std::move(*before++));
+    takeDeclared();
+  close();
   m_analysis.relationships = std::move(all);
+  m_analysis.sites = std::move(sites);
   m_entries.clear();
 }
 

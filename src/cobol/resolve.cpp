@@ -248,7 +248,7 @@ std::uint32_t Resolver::make(Kind kind, std::string name, std::uint32_t token) {
   const auto [known, isNew] = m_made.try_emplace(std::move(key), index);
   if (!isNew) return known->second;
   Construct made;
-  made.name = std::move(name);
+  made.name = m_analysis.texts->keep(name);
   made.kind = kind;
   made.program = m_program;
   made.flags = kind == Kind::undeclared ? ConstructFlag::undeclaredName : ConstructFlag::implicit_;

@@ -334,7 +334,7 @@ void StatementReader::diagnose(Code code, Severity severity, std::uint32_t token
 }
 
 void StatementReader::addPlace(std::string_view kindWord, std::string_view name, std::uint32_t token) {
-  m_analysis.places.push_back({std::string(kindWord), std::string(name), m_stream.tokens[token].position()});
+  m_analysis.places.push_back({kindWord, m_analysis.texts->keep(name), m_stream.tokens[token].position()});
 }
 
 void StatementReader::finish() {

@@ -184,12 +184,12 @@ void packInstances(const cobol::Analysis& analysis, StoreData& data, TextTable& 
 void packRelations(const cobol::Analysis& analysis, StoreData& data) {
   data.relations.reserve(analysis.relationships.size());
   for (const auto& relation : analysis.relationships) {
-    data.relations.push_back({relation.from, relation.to, static_cast<std::uint32_t>(relation.kind),
-                              static_cast<std::uint32_t>(data.sites.size()),
-                              static_cast<std::uint32_t>(relation.sites.size())});
-    for (const auto& site : relation.sites)
-      data.sites.push_back(packed(site));
+    data.relations.push_back({relation.from, relation.to, static_cast<std::uint32_t>(relation.kind), relation.firstSite,
+                              relation.siteCount});
   }
+  data.sites.reserve(analysis.sites.size());
+  for (const auto& site : analysis.sites)
+    data.sites.push_back(packed(site));
 }
 
 // Every index that a reader follows must lie inside its table.

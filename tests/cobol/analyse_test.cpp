@@ -29,7 +29,7 @@ std::vector<std::string> linesOf(const Analysis& analysis) {
   for (const Relationship& one : analysis.relationships) {
     lines.push_back(analysis.constructs[one.from].name + " " +
                     std::string(relationKinds()[static_cast<std::size_t>(one.kind)].name) + " " +
-                    analysis.constructs[one.to].name + place(one.sites.front()));
+                    analysis.constructs[one.to].name + place(analysis.sitesOf(one).front()));
   }
   for (const Instance& use : analysis.instances) {
     if (use.isUsage())

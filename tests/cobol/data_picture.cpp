@@ -31,6 +31,7 @@ DataRun readAndLayOut(const std::string& source, const cobol::Options& options,
   DataRun run;
   cobol::Diagnostics diagnostics;
   const auto stream = cobol::readTokens(source, options, copybooks, diagnostics);
+  run.analysis.texts = stream.names.texts(); // outlive the stream
   cobol::readData(stream, options, run.analysis, diagnostics);
   cobol::layOut(run.analysis, options, diagnostics);
   cobol::addDeclaredRelations(run.analysis);
@@ -76,10 +77,12 @@ std::string relationsOf(const DataRun& run) {
                                                                     {cobol::RelationKind::Index, "Index"},
                                                                     {cobol::RelationKind::Overlay, "Overlay"}};
   std::string text;
-  for (const auto& relation : run.analysis.relationships)
+  for (const auto& relation : run.analysis.relationships) {
+    const auto& site = run.analysis.sites.at(relation.firstSite);
     text += run.analysis.constructs[relation.from].name + ' ' + kNames.at(relation.kind) + ' ' +
-            run.analysis.constructs[relation.to].name + " <" + std::to_string(relation.sites.at(0).line) + ':' +
-            std::to_string(relation.sites.at(0).column) + ">\n";
+            run.analysis.constructs[relation.to].name + " <" + std::to_string(site.line) + ':' +
+            std::to_string(site.column) + ">\n";
+  }
   return text;
 }
 

@@ -38,10 +38,10 @@ TEST(Keys, OfMadeConstructs) {
   cobol::Analysis analysis;
   analysis.programs.push_back({});
   analysis.programs[0].path = "P";
-  const auto add = [&](cobol::Kind kind, std::string name) {
+  const auto add = [&](cobol::Kind kind, cobol::Text name) {
     cobol::Construct item;
     item.kind = kind;
-    item.name = std::move(name);
+    item.name = name;
     analysis.constructs.push_back(std::move(item));
   };
   add(cobol::Kind::callSlot, "SUB(1)");

@@ -240,12 +240,12 @@ TEST(StoreFormat, UsagesOfAllConstructsAreThoseOfTheProgram) {
     SCOPED_TRACE(source.path().string());
     const cobol::Analysis analysis = cobol::analyse(source.path().string(), {}, library);
     orvane::StoredAnalysis store("x", orvane::packAnalysis(analysis, 1, [](const std::string& path) { return path; }));
-    std::map<std::string, std::size_t> wanted;
+    std::map<std::string_view, std::size_t> wanted;
     for (const cobol::Instance& use : analysis.instances)
       wanted[analysis.constructs[use.construct].kvid] += use.isUsage() ? 1 : 0;
     std::size_t sum = 0;
     for (const cobol::Construct& item : analysis.constructs) {
-      const std::size_t count = store.ObjectById(item.kvid)->Related("Instances")->Count();
+      const std::size_t count = store.ObjectById(std::string(item.kvid))->Related("Instances")->Count();
       EXPECT_EQ(count, wanted[item.kvid]) << item.kvid;
       const bool hasNone =
           item.kind == cobol::Kind::filler || item.kind == cobol::Kind::callSlot || item.kind == cobol::Kind::fileSlot;

@@ -92,7 +92,7 @@ std::vector<std::string> linesOf(const cobol::Analysis& analysis) {
   }
   for (const cobol::Relationship& relation : analysis.relationships) {
     std::string line = nameOf(relation) + " " + std::to_string(relation.from) + " " + std::to_string(relation.to);
-    for (const cobol::Position& site : relation.sites)
+    for (const cobol::Position& site : analysis.sitesOf(relation))
       line += " " + placeOf(site);
     lines.push_back(line);
   }
@@ -116,7 +116,7 @@ std::vector<std::string> faultsOf(const cobol::Analysis& analysis) {
   for (const cobol::Relationship& relation : analysis.relationships) {
     if (relation.from >= count || relation.to >= count) faults.push_back("a " + nameOf(relation) + " ends nowhere");
     if (relation.from == relation.to) faults.push_back("a " + nameOf(relation) + " ends where it starts");
-    if (relation.sites.empty()) faults.push_back("a " + nameOf(relation) + " stands nowhere");
+    if (analysis.sitesOf(relation).empty()) faults.push_back("a " + nameOf(relation) + " stands nowhere");
   }
   for (const cobol::Instance& use : analysis.instances) {
     if (use.construct >= count || use.at.file >= analysis.files.size()) {
