@@ -172,7 +172,7 @@ void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) con
     const Open next = open.back();
     open.pop_back();
     const Construct& c = constructs[static_cast<std::size_t>(next.construct)];
-    if (!c.hasStorage() || (c.kind == Kind::filler && !c.isGroup())) continue;
+    if (!c.hasStorage() || c.size == 0 || (c.kind == Kind::filler && !c.isGroup())) continue;
     const std::uint64_t copies = next.copies * std::max<std::uint32_t>(1, c.occurs);
     const std::int64_t begin = next.begin - origin;
     if (renames && (begin >= length || begin + c.size <= 0)) continue;

@@ -87,6 +87,10 @@ TEST(Statements, GroupMovesAreAlignedLeafByLeaf) {
   });
   expectFacts("^WORKING-STORAGE SECTION.\n^01 A PIC X(5).\n^01 G1.\n^   05 G2.\n^      10 G3 PIC X(5).\n",
               {{"MOVE A TO G1.", "A R 1:6, G1 W 1:11", "Move A -> G1, PartMove A -> G3"}});
+  // Z has no bytes: its PICTURE is in a copybook that is not there.
+  expectFacts(
+      "^WORKING-STORAGE SECTION.\n^01 G.\n^   05 X PIC X(2).\n^   05 Z.\n^01 H.\n^   05 Y PIC X(4).\n^   05 V PIC X.\n",
+      {{"MOVE G TO H.", "G R 1:6, H W 1:11", "GroupMove G -> H, OverlapMove X -> Y"}});
 }
 
 TEST(Statements, RenamedRangesMoveLikeGroups) {
