@@ -70,6 +70,8 @@ TEST(FileStatements, RecordsMeetItemsKeysAndSlots) {
        "OverlapMove A-KEY -> OUT-REC, OverlapMove A-TEXT -> OUT-REC, Write AREA1 -> OUT-REC"},
       {"REWRITE IN-REC FROM AREA1.", "IN-REC B 1:9, AREA1 R 1:21",
        "PartMove A-KEY -> IN-KEY, PartMove A-TEXT -> IN-TEXT, Write AREA1 -> IN-REC"},
+      {"WRITE FILE INFILE FROM AREA1.", "IN-REC I 1:12, AREA1 R 1:24",
+       "PartMove A-KEY -> IN-KEY, PartMove A-TEXT -> IN-TEXT, Write AREA1 -> IN-REC"},
       {"START INFILE KEY NOT LESS THAN A-KEY.", "A-KEY R 1:32", "Key A-KEY -> IN-REC"},
       {"DELETE INFILE RECORD INVALID KEY CONTINUE.", "", ""},
       {"SORT WORKFILE ON ASCENDING KEY SORT-KEY\nUSING INFILE OUTPUT PROCEDURE HERE.", "SORT-KEY R 1:32",
