@@ -58,7 +58,10 @@ class Layout {
   bool isRecord(int index) { return at(index).hasStorage() && at(index).kind != Kind::renames && at(index).parent < 0; }
 
   void placeRenames(Construct& item) {
-    if (item.renamesFirst < 0 || item.renamesLast < 0) return;
+    if (item.renamesFirst < 0 || item.renamesLast < 0) {
+      if (item.parent >= 0) item.position = at(item.parent).position; // no record in a copied type
+      return;
+    }
     const auto& first = at(item.renamesFirst);
     const auto& last = at(item.renamesLast);
     item.position = first.position;

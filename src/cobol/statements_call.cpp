@@ -39,7 +39,7 @@ void arguments(StatementReader& r, const std::string& program) {
     } else if (r.atOperand()) {
       ++k;
       const std::uint32_t before = r.index();
-      if (r.at(Keyword::Function)) {
+      if (r.atFunction()) {
         r.primary();
         continue;
       }

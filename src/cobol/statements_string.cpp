@@ -140,7 +140,7 @@ void inspectOthers(StatementReader& r, const Operand& inspected) {
 } // namespace
 
 void readInspect(StatementReader& r) {
-  if (r.at(Keyword::Function)) { // the result of a function can be counted through, not changed
+  if (r.atFunction()) { // the result of a function can be counted through, not changed
     r.primary();
     if (r.accept(Keyword::Tallying)) inspectTallying(r, {});
     return;

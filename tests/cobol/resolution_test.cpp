@@ -161,10 +161,14 @@ TEST(Resolution, FunctionsOfTheRepositoryNeedNoWord) {
        PROCEDURE DIVISION.
            MOVE OWN-ONE (A) TO B. IF OWN-ONE (A) = B CONTINUE.
            MOVE CURRENT-DATE TO A. MOVE PI TO B. MOVE LENGTH OF A TO PI.
+           INSPECT TRIM (A) TALLYING PI FOR ALL "X".
+           CALL "S" USING BY CONTENT TRIM (A) B.
 )";
   const ProcedureFacts facts = factsOfSource(head + "CLASS OTHER FUNCTION OWN-ONE FUNCTION ALL INTRINSIC." + rest);
-  EXPECT_EQ(usedKeys(facts), "P:A R, P:B W, P:A R, P:B R, P:A W, P:PI R, P:B W, P:A N, P:PI W");
-  EXPECT_EQ(facts.relations(), "Comparison A -> B, Computation A -> B, Length A -> PI, Move PI -> B");
+  EXPECT_EQ(usedKeys(facts), "P:A R, P:B W, P:A R, P:B R, P:A W, P:PI R, P:B W, P:A N, P:PI W, P:A R, P:PI B, "
+                             "P:A R, P:B R");
+  EXPECT_EQ(facts.relations(),
+            "Argument B -> S(2), Comparison A -> B, Computation A -> B, Length A -> PI, Move PI -> B");
   EXPECT_EQ(facts.diagnostics(), "");
   EXPECT_THAT(factsOfSource(head + "CLASS OWN-ONE." + rest).diagnostics(),
               ::testing::HasSubstr("Unresolved OWN-ONE is not declared"));
