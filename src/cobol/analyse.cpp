@@ -22,7 +22,8 @@ void remarkDuplicates(const Analysis& analysis, const std::vector<std::uint32_t>
 }
 
 // The stages in their order: statements need the places of items, keys need every construct that statements make.
-Analysis analyseTokens(TokenStream stream, const Options& options, Diagnostics diagnostics) {
+Analysis analyseTokens(TokenStream stream, Options options, Diagnostics diagnostics) {
+  if (stream.pointerBytes != 0) options.pointerBytes = stream.pointerBytes;
   Analysis analysis;
   analysis.texts = stream.names.texts();
   readData(stream, options, analysis, diagnostics);
@@ -36,7 +37,8 @@ Analysis analyseTokens(TokenStream stream, const Options& options, Diagnostics d
     analysis.places.push_back({"COPY", analysis.texts->keep(copy.name), copy.at});
   analysis.files = std::move(stream.files);
   analysis.copies = std::move(stream.copies);
-  analysis.diagnostics = diagnostics.all();
+  analysis.further = std::move(stream.further);
+  analysis.diagnostics = diagnostics.take();
   return analysis;
 }
 

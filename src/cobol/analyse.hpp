@@ -12,7 +12,7 @@
 namespace cobol {
 
 /// Grows with every change that gives another analysis of the same input.
-inline constexpr int kAnalyserVersion = 2;
+inline constexpr int kAnalyserVersion = 3;
 
 /// Everything known of a source program and what it copies. Bad input gives diagnostics, never an exception; an
 /// unreadable file gives an analysis without programs. Several threads may share the library. The same input gives the

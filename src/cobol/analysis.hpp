@@ -22,7 +22,7 @@ enum class Kind : std::uint8_t {
   renames,         ///< level 66
   condition,       ///< level 88
   switchName,      ///< SW: condition of an external switch
-  constant,        ///< level 78, 01 CONSTANT
+  constant,        ///< level 78, 01 CONSTANT, a constant of conditional compilation
   index,           ///< IX: INDEXED BY name
   specialRegister, ///< SR
   callSlot,        ///< PA: parameter slot `PROG(k)`
@@ -82,7 +82,7 @@ struct Construct {
   std::int64_t fixedPosition = -1; ///< of a report or CD item: bytes from the record's start; -1: where it falls;
                                    ///< -1-n: n bytes (columns) on from the end of the item before
   Position declared;               ///< the name token (the level number of a nameless item)
-  std::uint32_t token = 0;         ///< index of that token in the stream
+  std::uint32_t token = 0;         ///< index of that token in the stream; 0: declared by a directive
 
   bool hasStorage() const { return kind <= Kind::renames; }
   bool isGroup() const { return firstChild >= 0; }
@@ -139,6 +139,7 @@ enum class Access : char {
 struct Instance {
   std::uint32_t construct = 0;
   Access access = Access::read;
+  std::uint16_t further = 0; ///< number of Analysis::further: the other places of the name's text
   Position at;
   NameId verb = 0; ///< the statement's verb or clause, a Keyword such as Move; 0: not understood
   bool isUsage() const { return access == Access::read || access == Access::write || access == Access::both; }
@@ -257,6 +258,7 @@ struct Analysis {
   std::vector<Relationship> relationships;
   std::vector<Position> sites;     ///< of the relationships
   std::vector<Instance> instances; ///< in text order
+  FurtherPlaces further;           ///< of names that continue over line ends or are made by replacement
   std::vector<NamedPlace> places;
   std::vector<Diagnostic> diagnostics;
   std::uint32_t statements = 0; ///< met in procedure divisions

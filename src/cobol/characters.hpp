@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 
 namespace cobol {
 
@@ -51,6 +52,16 @@ constexpr bool isWordChar(char c) {
 }
 constexpr char toUpper(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+}
+/// Whether every byte is a column of its own: no tab, no zero, nothing above 0x7F. Without a way out on the way, so
+/// that many bytes are looked at in one step.
+inline bool isPlain(std::string_view text) {
+  unsigned char odd = 0;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    odd = static_cast<unsigned char>(odd | (byte & 0x80) | (byte == '\t') | (byte == 0));
+  }
+  return odd == 0;
 }
 /// Of every byte that a word may hold its capital, else 0.
 inline constexpr auto kWordCapitals = [] {

@@ -172,6 +172,15 @@ std::string_view trimmed(std::string_view text) {
   return text;
 }
 
+// The name and what is said of its value.
+std::vector<std::string> definitionWords(std::string_view text) {
+  std::vector<std::string> words = wordsOf(text);
+  std::erase_if(words, [](const std::string& word) {
+    return word == "AS" || word == "CONSTANT" || word == "OVERRIDE" || word == "IS" || word == "(" || word == ")";
+  });
+  return words;
+}
+
 } // namespace
 
 bool holdsCondition(std::string_view condition, const Constants& constants) {
@@ -198,12 +207,19 @@ void Conditions::leave() {
   m_levels.pop_back();
 }
 
+std::optional<Conditions::Definition> Conditions::definitionOf(std::string_view directive) {
+  const std::size_t wordEnd = std::min(directive.find_first_of(" \t"), directive.size());
+  const std::string_view word = directive.substr(0, wordEnd);
+  if (word != "DEFINE" && word != "CONSTANT") return std::nullopt;
+  const std::vector<std::string> words = definitionWords(trimmed(directive.substr(wordEnd)));
+  if (words.empty() || (words.size() > 1 && words[1] == "OFF")) return std::nullopt;
+  const bool told = words.size() == 2 && words[1] != "PARAMETER";
+  return Definition{directive.substr(directive.find(words[0], wordEnd), words[0].size()), told ? words[1] : ""};
+}
+
 // `DEFINE A AS 1`, `DEFINE A 1 OVERRIDE`, `DEFINE A AS PARAMETER`, `DEFINE A OFF`
 void Conditions::define(std::string_view text) {
-  std::vector<std::string> words = wordsOf(text);
-  std::erase_if(words, [](const std::string& word) {
-    return word == "AS" || word == "CONSTANT" || word == "OVERRIDE" || word == "IS";
-  });
+  const std::vector<std::string> words = definitionWords(text);
   if (words.empty()) return;
   if (words.size() == 1)
     m_constants.insert_or_assign(words[0], std::string(1, '1'));

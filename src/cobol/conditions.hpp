@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,6 +19,12 @@ class Conditions {
   enum class Outcome { done, otherDirective };
   /// Takes one directive, in capitals and without `>>` or `$`.
   Outcome take(std::string_view directive);
+  /// What a directive DEFINE or CONSTANT defines, in capitals; `name` lies in `directive`.
+  struct Definition {
+    std::string_view name;
+    std::string value; ///< empty where the directive does not tell it
+  };
+  static std::optional<Definition> definitionOf(std::string_view directive);
   /// Whether text that stands here counts.
   bool active() const { return m_inactive == 0 || m_allBranches; }
   /// Defined by now.

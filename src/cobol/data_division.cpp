@@ -63,6 +63,7 @@ class DataReader {
         makeBuiltIn(name, structure.nameTokens[p]);
       for (const auto& part : parts[p])
         if (part.kind == DeclarationPart::Kind::data) readDivision(part, environment);
+      if (parent < 0) m_items.addDefines();
       m_items.finish();
     }
     for (const auto& file : m_analysis.dataFiles)

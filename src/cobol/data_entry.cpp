@@ -82,13 +82,10 @@ Usage usageOf(Word word) {
 } // namespace
 
 void DataEntry::clear() {
-  auto names = std::move(indexNames);
-  auto kept = std::move(uses);
-  names.clear();
-  kept.clear();
-  *this = DataEntry{};
-  indexNames = std::move(names);
-  uses = std::move(kept);
+  static_cast<DataClauses&>(*this) = {};
+  sqlType.clear();
+  indexNames.clear();
+  uses.clear();
 }
 
 bool DataEntryReader::atEntry() const {
@@ -448,6 +445,7 @@ void DataEntryReader::valueClause() {
   m_cursor.take(Word::is);
   entry.valueFrom = entry.valueTo = m_cursor.index();
   const bool many = entry.level == 88 || entry.level == 78;
+  bool concatenates = false;
   for (; !m_cursor.atEnd() && !m_cursor.isPeriod(); entry.valueTo = m_cursor.index()) {
     if (m_cursor.kind() == TokenKind::literal) {
       if (entry.valueTo == entry.valueFrom) entry.valueIsLiteral = true;
@@ -457,6 +455,7 @@ void DataEntryReader::valueClause() {
     if (atNewEntry()) return;
     if (!m_cursor.isWord()) {
       if (m_cursor.token().has(inExec)) return;
+      concatenates = m_cursor.isSymbol("&");
       m_cursor.next();
       continue;
     }
@@ -488,7 +487,8 @@ void DataEntryReader::valueClause() {
       continue;
     case Word::none:
       // An alphabet's name behind IN is no constant.
-      if (entry.valueTo > entry.valueFrom && !many) return;
+      if (entry.valueTo > entry.valueFrom && !many && !concatenates) return;
+      concatenates = false;
       useName(Role::valueConstant);
       continue;
     default:

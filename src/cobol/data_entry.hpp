@@ -10,14 +10,9 @@
 
 namespace cobol {
 
-/// One data description entry as written; tokens are stream indices, 0 is none.
-struct DataEntry {
+/// What one data description entry says once; tokens are stream indices, 0 is none.
+struct DataClauses {
   enum class Sign : std::uint8_t { unset, together, separate };
-  struct NameUse {
-    DataReference::Role role{};
-    std::uint32_t token = 0;
-  };
-
   int level = 0;
   std::uint32_t levelToken = 0;
   std::uint32_t nameToken = 0; ///< the level's token when nameless
@@ -30,7 +25,6 @@ struct DataEntry {
   std::uint32_t copiedFrom = 0; ///< the name in TYPE, SAME AS or LIKE
   Usage usage = Usage::none;
   std::int64_t fixedBytes = 0; ///< size told by the usage itself (SQL TYPE IS …)
-  std::string sqlType;         ///< "SQL BLOB"
   Sign sign = Sign::unset;
   bool noSign = false;
   bool isUnsigned = false;
@@ -49,9 +43,7 @@ struct DataEntry {
   std::uint32_t occursFirst = 0; ///< token of the only or smallest count
   std::uint32_t occursLast = 0;  ///< token of the count behind TO
   bool isUnbounded = false;
-  std::vector<std::uint32_t> indexNames;
 
-  std::vector<NameUse> uses;
   std::uint32_t valueFrom = 0; ///< tokens of the VALUE clause [from, to)
   std::uint32_t valueTo = 0;
   bool valueIsLiteral = false;
@@ -59,6 +51,17 @@ struct DataEntry {
   bool isColumnRelative = false;
   bool hasLine = false;
   bool hasColumn = false;
+};
+
+/// One data description entry as written.
+struct DataEntry : DataClauses {
+  struct NameUse {
+    DataReference::Role role{};
+    std::uint32_t token = 0;
+  };
+  std::string sqlType; ///< "SQL BLOB"
+  std::vector<std::uint32_t> indexNames;
+  std::vector<NameUse> uses;
 
   void clear();
 };

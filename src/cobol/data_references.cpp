@@ -117,7 +117,8 @@ Demand demandOf(Role role) {
 void noteDeclarations(StatementReader& reader) {
   const auto& constructs = reader.analysis().constructs;
   for (std::uint32_t i = 0; i < constructs.size(); ++i) {
-    const bool hasName = constructs[i].kind != Kind::filler && (constructs[i].flags & ConstructFlag::implicit_) == 0;
+    const bool hasName = constructs[i].kind != Kind::filler && constructs[i].token != 0 &&
+                         (constructs[i].flags & ConstructFlag::implicit_) == 0;
     if (hasName) reader.touch(i, constructs[i].token, Access::declare);
   }
 }

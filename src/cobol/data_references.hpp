@@ -6,7 +6,7 @@ namespace cobol {
 
 class StatementReader;
 
-/// A declaration instance for every construct that has a name in the text.
+/// A declaration instance for every construct that has a name in the text; those of directives are no tokens of it.
 void noteDeclarations(StatementReader& reader);
 
 /// Instances and relations of one clause that names data: keys, FILE STATUS, DEPENDING ON, report and screen items …

@@ -33,4 +33,15 @@ void Diagnostics::add(Code code, Severity severity, Position at, std::string tex
   m_all.push_back({code, severity, at, std::move(text)});
 }
 
+std::vector<Diagnostic> Diagnostics::take() {
+  for (std::size_t code = 0; code < std::size(kNames); ++code) {
+    if (m_counts[code] <= kKeptPerCode) continue;
+    m_all.push_back({static_cast<Code>(code),
+                     Severity::information,
+                     {0, 1, 1, 0},
+                     std::to_string(m_counts[code] - kKeptPerCode) + " more of these are left out"});
+  }
+  return std::move(m_all);
+}
+
 } // namespace cobol

@@ -62,6 +62,8 @@ class Diagnostics {
  public:
   void add(Code code, Severity severity, Position at, std::string text);
   const std::vector<Diagnostic>& all() const { return m_all; }
+  /// Hands them over, and behind them for each code that had more how many these were.
+  std::vector<Diagnostic> take();
   /// How many were added for the code, those not kept included.
   std::uint32_t count(Code code) const { return m_counts[static_cast<std::size_t>(code)]; }
 

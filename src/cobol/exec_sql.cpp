@@ -48,7 +48,8 @@ class Direction {
   explicit Direction(Command command) : m_command(command) {}
 
   void word(std::string_view text) {
-    if (text == "INDICATOR") return;
+    if (text == "INDICATOR" || text == "DESCRIPTOR") return;
+    if (text == "CONNECTION") m_leftSide = false; // SET CONNECTION :NAME assigns nothing
     m_intoList = text == "INTO" && m_command != Command::insert;
   }
   void symbol(char c) {

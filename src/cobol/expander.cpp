@@ -1,5 +1,7 @@
 #include "cobol/expander.hpp"
 
+#include <numeric>
+
 namespace cobol {
 namespace {
 
@@ -13,11 +15,38 @@ bool isBuiltIn(std::string_view name) {
   return name == "SQLCA" || name == "SQLDA" || name == "DFHAID" || name == "DFHBMSCA" || name == "DFHEIBLK";
 }
 
+// They have the same ids everywhere.
+const std::vector<NameId>& keywordIds() {
+  static const std::vector<NameId> ids = [] {
+    std::vector<NameId> all(keywordCount());
+    std::iota(all.begin(), all.end(), NameId{0});
+    return all;
+  }();
+  return ids;
+}
+
 std::string upper(std::string_view text) {
   std::string result(text);
   for (char& c : result)
     c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
   return result;
+}
+
+bool isUnitHeader(Keyword word) {
+  return word == Keyword::ProgramId || word == Keyword::FunctionId || word == Keyword::ClassId;
+}
+
+// The word behind END where such a unit ends.
+bool isUnit(Keyword word) {
+  return word == Keyword::Program || word == Keyword::Function || word == Keyword::Class;
+}
+
+// A word of a replacing operand with its parts on later lines.
+std::vector<Position> allPlaces(const Token& token, const FurtherPlaces& further) {
+  std::vector<Position> places{token.position()};
+  const std::vector<Position>& parts = further.of(token.further);
+  places.insert(places.end(), parts.begin(), parts.end());
+  return places;
 }
 
 } // namespace
@@ -29,6 +58,7 @@ Expander::Expander(TokenStream& stream, CopyLibrary& library, const Options& opt
 
 void Expander::run(TextBlock& main) {
   fileIndex(main);
+  m_stream.further = std::move(main.further);
   std::vector<Token>& out = m_stream.tokens;
   if (main.marks.empty()) {
     out = std::move(main.tokens);
@@ -74,7 +104,7 @@ void Expander::leave() {
   if (frame->rules.empty()) return;
   std::vector<Token>& out = *m_frames.back()->out;
   const std::size_t before = out.size() + frame->own.size();
-  Replacing(std::move(frame->rules), m_stream.names).apply(frame->own, out, m_options.wordLimit);
+  Replacing(std::move(frame->rules), m_stream.names, m_stream.further).apply(frame->own, out, m_options.wordLimit);
   const Position at = positionAt(*m_frames.back(), m_frames.back()->at);
   if (out.size() >= m_options.wordLimit) m_tokens = m_options.wordLimit;
   if (out.size() > before) spend(out.size() - before, at);
@@ -105,12 +135,14 @@ void Expander::emit(Frame& frame, std::size_t to) {
     Token& token = out.emplace_back(words[i]);
     token.text = (*frame.names)[token.text];
     token.file = frame.file;
+    if (token.further != 0) token.further = frame.further[token.further];
   }
 }
 
 void Expander::onMark(Frame& frame, const Mark& mark) {
   if (mark.kind == MarkKind::directive) return onDirective(frame, frame.block->directives[mark.index]);
   if (!m_conditions.active()) return; // the words are passed over with the branch
+  frame.settings.format = static_cast<Format>(mark.index);
   switch (mark.kind) {
   case MarkKind::copy:
     return onCopy(frame, mark.token);
@@ -142,6 +174,7 @@ bool Expander::isSymbol(const Frame& frame, std::size_t at, std::string_view tex
 Token Expander::tokenAt(const Frame& frame, std::size_t at) const {
   Token token = frame.block->tokens[at];
   if (frame.names) token.text = (*frame.names)[token.text];
+  if (frame.names && token.further != 0) token.further = frame.further[token.further];
   token.file = frame.file;
   return token;
 }
@@ -244,8 +277,10 @@ void Expander::onDirective(Frame& frame, const Directive& directive) {
     request.name = text.substr(from, text.find_first_of(" \t.,'\"", from) - from);
     request.at = directive.at;
     request.at.file = frame.file;
+    frame.settings.format = directive.format;
     return include(frame, std::move(request));
   }
+  if (m_conditions.active()) noteDefine(frame, directive);
   if (m_conditions.take(text) == Conditions::Outcome::done) return;
   static constexpr std::string_view kWithoutEffect[] = {
       "LISTING", "PAGE",      "TURN",        "CALL-CONVENTION",     "LEAP-SECOND", "FLAG-02",
@@ -256,6 +291,17 @@ void Expander::onDirective(Frame& frame, const Directive& directive) {
   at.file = frame.file;
   m_diagnostics.add(Code::DirectiveUnknown, Severity::information, at,
                     "the directive is not known: " + std::string(word));
+}
+
+// `DEFINE NAME …`, `CONSTANT NAME …`: the name can be used as that of a level 78.
+void Expander::noteDefine(const Frame& frame, const Directive& directive) {
+  const std::optional<Conditions::Definition> made = Conditions::definitionOf(directive.text);
+  if (!made || !m_defined.insert(std::string(made->name)).second) return;
+  Position at = directive.at;
+  at.file = frame.file;
+  at.column += directive.textColumn + static_cast<std::uint32_t>(made->name.data() - directive.text.data());
+  at.length = static_cast<std::uint32_t>(made->name.size());
+  m_stream.defines.push_back({m_stream.names.intern(made->name), made->value, at});
 }
 
 void Expander::include(Frame& frame, CopyRequest request) {
@@ -303,8 +349,8 @@ void Expander::enter(const std::string& path, CopyRequest& request, const Frame&
   frame->file = fileIndex(block);
   file = frame->file;
   frame->names = &namesOf(*frame->copy);
+  frame->further = furtherOf(block, frame->file);
   m_kept.push_back(frame->copy);
-  frame->settings.format = block.file.format;
   m_learned.decimalComma = m_learned.decimalComma || (block.decimalComma && !outer.settings.decimalComma);
   m_learned.debugging = m_learned.debugging || (block.debugging && !outer.settings.debugging);
   frame->rules = std::move(request.rules);
@@ -328,10 +374,25 @@ const std::vector<NameId>& Expander::namesOf(const CopyText& copy) {
   std::vector<NameId>& ids = m_names[&copy];
   if (!ids.empty()) return ids;
   const std::size_t count = copy.names.size();
-  ids.resize(count);
-  for (NameId id = 0; id < count; ++id)
-    ids[id] = id < keywordCount() ? id : m_stream.names.intern(copy.names.text(id), copy.names.hash(id));
+  const std::vector<NameId>& keywords = keywordIds();
+  ids.reserve(count);
+  ids.assign(keywords.begin(), keywords.end());
+  for (NameId id = keywordCount(); id < count; ++id)
+    ids.push_back(m_stream.names.intern(copy.names.text(id), copy.names.hash(id)));
   return ids;
+}
+
+// The lists of a copybook's own become lists of the stream.
+std::vector<std::uint16_t> Expander::furtherOf(const TextBlock& block, std::uint16_t file) {
+  if (block.further.size() == 1) return {};
+  std::vector<std::uint16_t> numbers{0};
+  for (std::size_t i = 1; i < block.further.size(); ++i) {
+    std::vector<Position> places = block.further.of(static_cast<std::uint16_t>(i));
+    for (Position& place : places)
+      place.file = file;
+    numbers.push_back(m_stream.further.add(places));
+  }
+  return numbers;
 }
 
 // Reads `a BY b …` and gives the place behind; operands beyond the limit are left out.
@@ -346,6 +407,8 @@ std::size_t Expander::readRules(const Frame& frame, std::size_t at, std::vector<
     if (!readOperand(frame, next, rule.from) || !isWord(frame, next, Keyword::By)) break;
     ++next;
     if (!readOperand(frame, next, rule.to)) break;
+    for (Token& token : rule.to)
+      token.further = m_stream.further.add(allPlaces(token, m_stream.further));
     at = next;
     if (rules.size() == kOperandLimit) {
       m_diagnostics.add(Code::ReplaceLimit, Severity::error, positionAt(frame, at),
@@ -406,7 +469,7 @@ void Expander::applyReplace() {
     std::vector<ReplaceRule> rules; // the newest first
     for (auto list = inForce.rbegin(); list != inForce.rend(); ++list)
       rules.insert(rules.end(), m_replaceLists[*list].rules.begin(), m_replaceLists[*list].rules.end());
-    if (!rules.empty()) active = std::make_unique<Replacing>(std::move(rules), m_stream.names);
+    if (!rules.empty()) active = std::make_unique<Replacing>(std::move(rules), m_stream.names, m_stream.further);
   };
   const auto flush = [&] {
     if (active)
@@ -415,9 +478,20 @@ void Expander::applyReplace() {
       out.insert(out.end(), stretch.begin(), stretch.end());
     stretch.clear();
   };
-  for (const Token& token : words) {
+  std::size_t programs = 0; // that are open
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const Token& token = words[i];
     if (token.kind != kReplaceControl) {
       stretch.push_back(token);
+      if (token.kind != TokenKind::word) continue;
+      const Keyword word = keywordOf(token.text);
+      programs += isUnitHeader(word);
+      const bool ends =
+          isUnit(word) && i > 0 && words[i - 1].kind == TokenKind::word && keywordOf(words[i - 1].text) == Keyword::End;
+      if (!ends || programs == 0 || --programs > 0) continue;
+      flush(); // a replacement holds up to the end of the outermost program
+      inForce.clear();
+      active.reset();
       continue;
     }
     flush();

@@ -3,6 +3,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -31,6 +32,7 @@ class Expander {
     const TextBlock* block = nullptr;
     std::shared_ptr<const CopyText> copy;       ///< keeps the block; null for the program itself
     const std::vector<NameId>* names = nullptr; ///< ids of the block to those of the stream; null: the same
+    std::vector<std::uint16_t> further;         ///< the same for Token::further; empty: it has none
     std::uint16_t file = 0;
     std::size_t at = 0;
     std::size_t mark = 0;
@@ -59,6 +61,7 @@ class Expander {
   void onReplace(Frame& frame, std::size_t at);
   void onSqlInclude(Frame& frame, std::size_t at);
   void onDirective(Frame& frame, const Directive& directive);
+  void noteDefine(const Frame& frame, const Directive& directive);
   void include(Frame& frame, CopyRequest request);
   void enter(const std::string& path, CopyRequest& request, const Frame& outer, int& file);
   void applyReplace();
@@ -73,6 +76,7 @@ class Expander {
   bool readOperand(const Frame& frame, std::size_t& at, std::vector<Token>& words) const;
   std::uint16_t fileIndex(const TextBlock& block);
   const std::vector<NameId>& namesOf(const CopyText& copy);
+  std::vector<std::uint16_t> furtherOf(const TextBlock& block, std::uint16_t file);
 
   TokenStream& m_stream;
   CopyLibrary& m_library;
@@ -85,6 +89,7 @@ class Expander {
   std::map<std::string, std::uint16_t> m_fileIndexes;
   std::unordered_map<const CopyText*, std::vector<NameId>> m_names;
   std::vector<std::shared_ptr<const CopyText>> m_kept;
+  std::set<std::string> m_defined; ///< names of constants
   std::vector<ReplaceList> m_replaceLists;
   std::size_t m_tokens = 0;
   bool m_spent = false;

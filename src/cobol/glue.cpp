@@ -24,19 +24,44 @@ TokenKind kindOf(std::string_view text) {
   return text.empty() || (point && text.size() == 1) ? TokenKind::word : TokenKind::number;
 }
 
-void join(Token& first, const Token& last, std::string& text, Interner& names) {
-  first.text = names.intern(std::string_view(text).substr(0, kTextLimit));
-  if (last.line == first.line && last.file == first.file && last.column + last.length >= first.column + first.length) {
-    first.length =
-        static_cast<std::uint16_t>(std::min<std::uint32_t>(last.column + last.length - first.column, 0xFFFF));
+/// The places of words that become one: what stands on one line is one piece, operands of replacements come behind.
+class JoinedPlaces {
+ public:
+  explicit JoinedPlaces(const FurtherPlaces& further) : m_further(further) {}
+
+  void take(const Token& token) {
+    const Position at = token.position();
+    const bool sameLine = !m_pieces.empty() && m_pieces.back().file == at.file && m_pieces.back().line == at.line &&
+                          m_pieces.back().column <= at.column;
+    if (sameLine) {
+      Position& piece = m_pieces.back();
+      piece.length = std::max(piece.length, at.column + at.length - piece.column);
+    } else {
+      addPlace(m_pieces, at);
+    }
+    for (const Position& more : m_further.of(token.further))
+      addPlace(token.has(replaced) ? m_operands : m_pieces, more);
   }
-}
+  std::uint16_t length() const {
+    return static_cast<std::uint16_t>(std::min<std::uint32_t>(m_pieces.front().length, 0xFFFF));
+  }
+  std::vector<Position> further() const {
+    std::vector<Position> places(m_pieces.begin() + 1, m_pieces.end());
+    places.insert(places.end(), m_operands.begin(), m_operands.end());
+    return places;
+  }
+
+ private:
+  const FurtherPlaces& m_further;
+  std::vector<Position> m_pieces;
+  std::vector<Position> m_operands;
+};
 
 /// Walks once over the words and writes the joined ones over them.
 class Gluer {
  public:
-  Gluer(std::vector<Token>& words, std::size_t from, Interner& names)
-      : m_words(words), m_names(names), m_at(from), m_out(from) {}
+  Gluer(std::vector<Token>& words, std::size_t from, Interner& names, FurtherPlaces& further)
+      : m_words(words), m_names(names), m_further(further), m_at(from), m_out(from) {}
 
   void run() {
     const NameId colon = m_names.intern(":");
@@ -90,11 +115,38 @@ class Gluer {
       ++last;
     }
     if (last > m_at) {
-      join(first, m_words[last], text, m_names);
+      join(first, last, text);
       first.kind = kindOf(m_names.text(first.text));
     }
     m_at = last + 1;
     return first;
+  }
+
+  // The usual case: all on one line, and one of them at most with further places.
+  bool joinOnLine(Token& first, std::size_t last) const {
+    std::uint32_t end = 0;
+    std::uint16_t further = 0;
+    for (std::size_t i = m_at; i <= last; ++i) {
+      const Token& word = m_words[i];
+      if (word.line != first.line || word.file != first.file || word.column < first.column) return false;
+      if (further != 0 && word.further != 0) return false;
+      further = std::max(further, word.further);
+      end = std::max(end, word.column + word.length);
+    }
+    first.length = static_cast<std::uint16_t>(std::min<std::uint32_t>(end - first.column, 0xFFFF));
+    first.further = further;
+    return true;
+  }
+
+  // Makes one token of the words from the one in hand up to `last`.
+  void join(Token& first, std::size_t last, std::string_view text) {
+    first.text = m_names.intern(text.substr(0, kTextLimit));
+    if (joinOnLine(first, last)) return;
+    JoinedPlaces places(m_further);
+    for (std::size_t i = m_at; i <= last; ++i)
+      places.take(m_words[i]);
+    first.length = places.length();
+    first.further = m_further.add(places.further());
   }
 
   bool gluePicture() {
@@ -114,7 +166,7 @@ class Gluer {
       first.flags |= next.flags & (replaced | continued);
       ++last;
     }
-    join(first, m_words[last], text, m_names);
+    join(first, last, text);
     first.kind = TokenKind::picture;
     m_words[m_out++] = first;
     m_at = last + 1;
@@ -123,6 +175,7 @@ class Gluer {
 
   std::vector<Token>& m_words;
   Interner& m_names;
+  FurtherPlaces& m_further;
   std::size_t m_at;
   std::size_t m_out;
   Expect m_picture = Expect::nothing;
@@ -130,8 +183,8 @@ class Gluer {
 
 } // namespace
 
-void glueWords(std::vector<Token>& words, std::size_t from, Interner& names) {
-  Gluer(words, from, names).run();
+void glueWords(std::vector<Token>& words, std::size_t from, Interner& names, FurtherPlaces& further) {
+  Gluer(words, from, names, further).run();
 }
 
 } // namespace cobol

@@ -8,6 +8,7 @@ namespace cobol {
 namespace {
 
 constexpr std::size_t kFirstSlots = 4096;
+constexpr unsigned kSlotShift = 32; // the upper bits of a product depend on all of its factors
 constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15U;
 
 template<typename Word>
@@ -57,7 +58,7 @@ Interner::Interner() {
 NameId Interner::intern(std::string_view text, std::uint64_t hash) {
   if (text.empty()) return 0;
   const std::size_t mask = m_slots.size() - 1;
-  std::size_t slot = (hash ^ (hash >> 32)) & mask;
+  std::size_t slot = (hash >> kSlotShift) & mask;
   while (const NameId id = m_slots[slot]) {
     const Entry& entry = m_entries[id];
     if (entry.hash == hash && this->text(id) == text) return id;
@@ -74,7 +75,7 @@ NameId Interner::find(std::string_view text) const {
   if (text.empty()) return 0;
   const std::uint64_t hash = hashOf(text);
   const std::size_t mask = m_slots.size() - 1;
-  for (std::size_t slot = (hash ^ (hash >> 32)) & mask; const NameId id = m_slots[slot]; slot = (slot + 1) & mask) {
+  for (std::size_t slot = (hash >> kSlotShift) & mask; const NameId id = m_slots[slot]; slot = (slot + 1) & mask) {
     if (m_entries[id].hash == hash && this->text(id) == text) return id;
   }
   return 0;
@@ -85,7 +86,7 @@ void Interner::grow() {
   const std::size_t mask = slots.size() - 1;
   for (NameId id = 1; id < m_entries.size(); ++id) {
     const std::uint64_t hash = m_entries[id].hash;
-    std::size_t slot = (hash ^ (hash >> 32)) & mask;
+    std::size_t slot = (hash >> kSlotShift) & mask;
     while (slots[slot])
       slot = (slot + 1) & mask;
     slots[slot] = id;

@@ -28,11 +28,14 @@ void ItemTree::remark(Code code, Severity severity, std::uint32_t token, std::st
 void ItemTree::beginProgram(int program, const PictureRules& rules) {
   m_program = program;
   m_rules = rules;
+  m_pictures.clear();
   m_rules.constant = [this](std::string_view text) -> std::optional<std::int64_t> {
     const auto found = m_constants.find(m_stream.names.find(text));
     if (found == m_constants.end()) return std::nullopt;
     return found->second;
   };
+  for (const DefinedConstant& define : m_stream.defines)
+    if (const auto value = integerOf(define.value)) m_constants[define.name] = *value;
   m_begin = m_analysis.constructs.size();
   m_facts.reserve(m_analysis.constructs.capacity());
   m_facts.resize(m_begin);
@@ -144,6 +147,25 @@ int ItemTree::addConstant(const DataEntry& entry) {
   const int index = place(std::move(construct), {});
   refer(entry, index);
   return index;
+}
+
+void ItemTree::addDefines() {
+  beginSection(Section::none);
+  for (const DefinedConstant& define : m_stream.defines) {
+    const std::string_view name = m_stream.names.text(define.name);
+    const auto sameName = [&](const Construct& other) { return other.name == name; };
+    if (std::any_of(m_analysis.constructs.begin() + static_cast<std::ptrdiff_t>(m_begin), m_analysis.constructs.end(),
+                    sameName))
+      continue;
+    Construct construct;
+    construct.name = name;
+    construct.kind = Kind::constant;
+    construct.level = 78;
+    construct.value = m_analysis.texts->keep(define.value);
+    construct.flags = global;
+    construct.declared = define.at;
+    place(std::move(construct), {});
+  }
 }
 
 int ItemTree::addItem(const DataEntry& entry) {
@@ -504,9 +526,16 @@ void ItemTree::finish() {
   }
 }
 
+// A program has many items and few pictures; equal ones are one text.
+const Picture& ItemTree::pictureOf(const Construct& construct) {
+  const auto [known, isNew] = m_pictures.try_emplace(construct.picture.data());
+  if (isNew) known->second = readPicture(construct.picture, m_rules);
+  return known->second;
+}
+
 void ItemTree::finishLeaf(Construct& construct, const Facts& known) {
   const bool hasPicture = !construct.picture.empty();
-  const Picture picture = hasPicture ? readPicture(construct.picture, m_rules) : Picture{};
+  const Picture picture = hasPicture ? pictureOf(construct) : Picture{};
   if (hasPicture && !picture.isValid)
     remark(Code::PictureBad, Severity::warning, known.pictureToken != 0 ? known.pictureToken : construct.token,
            "not a PICTURE: " + std::string(construct.picture.substr(0, 60)));

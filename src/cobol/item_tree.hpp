@@ -35,6 +35,8 @@ class ItemTree {
   int addAt(const MadeItem& item, std::uint32_t nameToken);
   /// An index name of a table.
   void addIndex(std::uint32_t nameToken, int table);
+  /// Constants that directives define, for a program that declares no such names itself.
+  void addDefines();
   /// Sizes of everything added since beginProgram.
   void finish();
 
@@ -94,6 +96,8 @@ class ItemTree {
   Analysis& m_analysis;
   Diagnostics& m_diagnostics;
   PictureRules m_rules;
+  const Picture& pictureOf(const Construct& construct);
+  std::unordered_map<const char*, Picture> m_pictures; ///< of the program, by where the text lies
   int m_program = 0;
   std::size_t m_begin = 0; ///< first construct of the program's entries
   Section m_section = Section::none;

@@ -1,5 +1,6 @@
 #include "cobol/line_reader.hpp"
 
+#include <algorithm>
 #include <cstring>
 
 #include "cobol/characters.hpp"
@@ -10,20 +11,6 @@ namespace {
 constexpr int kMargin = 72;
 constexpr int kIndicator = 7;
 constexpr std::ptrdiff_t kLineLimit = 10 * 1024 * 1024;
-
-bool isPlain(const char* from, const char* to) {
-  while (to - from >= 8) {
-    std::uint64_t eight;
-    std::memcpy(&eight, from, 8);
-    const std::uint64_t tabs = eight ^ 0x0909090909090909u;
-    if ((eight | ((tabs - 0x0101010101010101u) & ~tabs)) & 0x8080808080808080u) return false;
-    from += 8;
-  }
-  for (; from < to; ++from) {
-    if (*from == '\t' || static_cast<signed char>(*from) < 0) return false;
-  }
-  return true;
-}
 
 bool hasLoneReturn(std::string_view text) {
   for (std::size_t at = text.find('\r'); at != text.npos; at = text.find('\r', at + 1)) {
@@ -56,6 +43,17 @@ bool opensDirective(const char* from, const char* to) {
   }
 }
 
+// CBL and PROCESS may begin in any column, also where the sequence number stands.
+bool isOptionLine(const char* from, const char* to) {
+  from = skipBlanks(from, to);
+  const std::string_view text(from, static_cast<std::size_t>(to - from));
+  const auto startsWith = [&](std::string_view word) {
+    return text.size() > word.size() && isBlank(text[word.size()]) &&
+           std::equal(word.begin(), word.end(), text.begin(), [](char a, char b) { return a == toUpper(b); });
+  };
+  return startsWith("CBL") || startsWith("PROCESS");
+}
+
 } // namespace
 
 std::uint32_t spreadColumn(const CodeLine& line, const char* at) {
@@ -70,7 +68,7 @@ std::uint32_t spreadColumn(const CodeLine& line, const char* at) {
 }
 
 LineReader::LineReader(std::string_view text, Format format, Diagnostics& diagnostics)
-    : m_at(text.data()), m_end(text.data() + text.size()), m_format(format), m_allPlain(isPlain(m_at, m_end)),
+    : m_at(text.data()), m_end(text.data() + text.size()), m_format(format), m_allPlain(isPlain(text)),
       m_loneReturn(hasLoneReturn(text)), m_diagnostics(diagnostics) {}
 
 // Gives the end of the text of the line and where the next one begins.
@@ -125,7 +123,7 @@ bool LineReader::continuationFollows() const {
 }
 
 LineReader::Sort LineReader::classify(CodeLine& line, const char* end) const {
-  line.plain = m_allPlain || isPlain(line.begin, end);
+  line.plain = m_allPlain || isPlain({line.begin, static_cast<std::size_t>(end - line.begin)});
   if (m_format == Format::free) {
     line.from = line.first = skipBlanks(line.begin, end);
     line.to = end;
@@ -210,7 +208,17 @@ LineReader::Sort LineReader::byIndicator(CodeLine& line, char indicator) const {
   case 'd':
     line.indicator = 'D';
     break;
+  case '$':
+  case '>':
+    if (opensDirective(line.from - 1, line.to)) { // behind a sequence number
+      line.first = --line.from;
+      --line.fromColumn;
+      line.indicator = '>';
+      return Sort::code;
+    }
+    [[fallthrough]];
   default:
+    if (isOptionLine(line.begin, line.to)) return Sort::skipped;
     return skipBlanks(line.from, line.to) == line.to ? Sort::skipped : Sort::unknownIndicator;
   }
   const char* text = line.first = skipBlanks(line.from, line.to);

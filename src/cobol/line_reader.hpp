@@ -53,7 +53,7 @@ class LineReader {
   const char* m_end;
   Format m_format;
   std::uint32_t m_line = 0;
-  bool m_allPlain;   ///< neither tab nor byte above 0x7F in the whole text
+  bool m_allPlain;   ///< neither tab nor zero nor byte above 0x7F in the whole text
   bool m_loneReturn; ///< some line ends with CR alone
   Diagnostics& m_diagnostics;
 };

@@ -55,6 +55,10 @@ class OverlaySearch {
       if (item.redefines >= 0) several[size(item)] = true;
       if (item.repeats && item.isGroup()) tables[size(item)] = true;
     }
+    bool any = false;
+    for (std::size_t area = 0; area < records.size(); ++area)
+      any = any || (several[area] && tables[area]);
+    if (!any) return;
     m_leaves.resize(records.size());
     for (std::size_t i = 0; i < count; ++i) {
       const auto& item = at(i);

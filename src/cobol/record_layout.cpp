@@ -10,10 +10,6 @@ std::int64_t roundUp(std::int64_t value, std::int64_t boundary) {
 
 } // namespace
 
-std::int64_t saturatingAdd(std::int64_t a, std::int64_t b) {
-  return a > kOffsetLimit - b ? kOffsetLimit : a + b;
-}
-
 std::int64_t saturatingMultiply(std::int64_t a, std::int64_t b) {
   if (a == 0 || b == 0) return 0;
   return a > kOffsetLimit / b ? kOffsetLimit : a * b;

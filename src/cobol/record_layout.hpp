@@ -8,7 +8,9 @@ namespace cobol {
 
 constexpr std::int64_t kOffsetLimit = std::int64_t{1} << 62;
 /// Sum and product of values that are not negative, cut at 2^62.
-std::int64_t saturatingAdd(std::int64_t a, std::int64_t b);
+inline std::int64_t saturatingAdd(std::int64_t a, std::int64_t b) {
+  return a > kOffsetLimit - b ? kOffsetLimit : a + b;
+}
 std::int64_t saturatingMultiply(std::int64_t a, std::int64_t b);
 
 /// By construct: the item at the start of its chain of redefinitions; itself when it redefines nothing.

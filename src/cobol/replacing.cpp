@@ -17,6 +17,16 @@ std::uint16_t extent(const Token& first, const Token& last) {
   return static_cast<std::uint16_t>(std::min<std::uint32_t>(length, 0xFFFF));
 }
 
+// The further places of one token and those of others behind them.
+std::uint16_t joinedPlaces(const Token& token, const std::vector<Token>& others, FurtherPlaces& further) {
+  std::vector<Position> places = further.of(token.further);
+  for (const Token& other : others) {
+    for (const Position& more : further.of(other.further))
+      addPlace(places, more);
+  }
+  return further.add(places);
+}
+
 } // namespace
 
 void appendPictureParts(const Token& picture, Interner& names, std::vector<Token>& out) {
@@ -39,7 +49,8 @@ void appendPictureParts(const Token& picture, Interner& names, std::vector<Token
   }
 }
 
-Replacing::Replacing(std::vector<ReplaceRule> rules, Interner& names) : m_rules(std::move(rules)), m_names(names) {
+Replacing::Replacing(std::vector<ReplaceRule> rules, Interner& names, FurtherPlaces& further)
+    : m_rules(std::move(rules)), m_names(names), m_further(further) {
   for (std::size_t i = 0; i < m_rules.size(); ++i) {
     ReplaceRule& rule = m_rules[i];
     std::vector<Token> apart;
@@ -103,7 +114,7 @@ void Replacing::apply(const std::vector<Token>& words, std::vector<Token>& out, 
       replacePart(*rule, at, out);
     at += count;
   }
-  glueWords(out, start, m_names);
+  glueWords(out, start, m_names, m_further);
 }
 
 // How many words the first matching rule takes here; 0: none matches.
@@ -173,6 +184,7 @@ void Replacing::replaceWhole(const ReplaceRule& rule, std::size_t at, std::size_
     token.column = first.column;
     token.file = first.file;
     token.length = rule.to.size() == 1 ? extent(first, last) : first.length;
+    if (i == 0 && first.has(continued) && first.further != 0) token.further = joinedPlaces(first, {token}, m_further);
     out.push_back(token);
   }
 }
@@ -189,6 +201,7 @@ void Replacing::replacePart(const ReplaceRule& rule, std::size_t at, std::vector
   if (result.empty()) return;
   token.text = m_names.intern(result);
   token.flags |= replaced;
+  token.further = joinedPlaces(token, rule.to, m_further);
   out.push_back(token);
 }
 

@@ -14,7 +14,7 @@ inline constexpr TokenKind kReplaceControl = TokenKind::areaHead;
 inline constexpr NameId kReplaceOff = ~NameId(0);
 inline constexpr NameId kReplaceLastOff = kReplaceOff - 1;
 
-/// One `a BY b` of REPLACING or REPLACE.
+/// One `a BY b` of REPLACING or REPLACE. The words of `to` have their own places as their further ones.
 struct ReplaceRule {
   enum class Part { whole, leading, trailing };
   std::vector<Token> from;
@@ -26,7 +26,7 @@ struct ReplaceRule {
 /// rule that matches wins and its result is not looked at again.
 class Replacing {
  public:
-  Replacing(std::vector<ReplaceRule> rules, Interner& names);
+  Replacing(std::vector<ReplaceRule> rules, Interner& names, FurtherPlaces& further);
 
   bool empty() const { return m_rules.empty(); }
   /// Appends the text `words` with its replacements to `out`. Words that now stand together without a blank are one.
@@ -46,6 +46,7 @@ class Replacing {
 
   std::vector<ReplaceRule> m_rules;
   Interner& m_names;
+  FurtherPlaces& m_further;
   std::vector<bool> m_starts; ///< by id: the first word of some rule
   std::unordered_map<NameId, std::vector<std::size_t>> m_byFirst;
   bool m_hasParts = false;
@@ -55,7 +56,7 @@ class Replacing {
 
 /// Puts words that stand together without a blank into one again, from `from` on: names (where one part was replaced)
 /// and picture strings.
-void glueWords(std::vector<Token>& words, std::size_t from, Interner& names);
+void glueWords(std::vector<Token>& words, std::size_t from, Interner& names, FurtherPlaces& further);
 
 /// The parts of a picture string as text words, each at its place.
 void appendPictureParts(const Token& picture, Interner& names, std::vector<Token>& out);

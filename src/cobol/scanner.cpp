@@ -78,7 +78,7 @@ void Scanner::scanRange(const char* p, const char* end) {
     const char c = *p;
     const CharClass sort = charClass(c);
     if (sort == CharClass::blank) {
-      ++p;
+      p = skipSpaces(p + 1, end);
       continue;
     }
     if (m_expect != Expect::nothing || m_sqlComment || c == '*' || c == '/') {
@@ -129,6 +129,12 @@ const char* Scanner::commentIn(const char* p, const char* end) {
 
 // Columns are counted from where the last token began, so a long line is walked once.
 void Scanner::place(Token& token, const char* from, const char* to) {
+  if (!m_first && m_line.plain && m_segments.empty()) { // nearly always
+    token.line = m_line.line;
+    token.column = static_cast<std::uint32_t>(from - m_line.begin) + 1;
+    token.length = static_cast<std::uint16_t>(std::min<std::ptrdiff_t>(to - from, 0xFFFF));
+    return;
+  }
   if (!m_segments.empty()) {
     const auto offset = static_cast<std::size_t>(from - m_logical.data());
     while (m_segment + 1 < m_segments.size() && m_segments[m_segment + 1].offset <= offset) {
@@ -143,6 +149,7 @@ void Scanner::place(Token& token, const char* from, const char* to) {
         m_logical.data() + (m_segment + 1 < m_segments.size() ? m_segments[m_segment + 1].offset : m_logical.size());
     if (to > segmentEnd) {
       token.flags |= TokenFlag::continued;
+      if (token.kind == TokenKind::word) placeRest(token, static_cast<std::size_t>(to - m_logical.data()));
       to = segmentEnd;
     }
     const char* source = segment.source + (offset - segment.offset);

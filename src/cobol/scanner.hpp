@@ -63,6 +63,7 @@ class Scanner {
 
   Token& add(TokenKind kind, NameId text, const char* from, const char* to);
   void place(Token& token, const char* from, const char* to);
+  void placeRest(Token& token, std::size_t end);
   const char* addText(TokenKind kind, const char* from, const char* to);
   const char* addSign(TokenKind kind, const char* at);
   void onWord(Keyword word, const char* behind, const char* end);
@@ -71,6 +72,7 @@ class Scanner {
   bool closesExec(const CodeLine& line) const;
   bool closesLater(char quote) const;
   Keyword before(std::size_t back) const;
+  std::uint32_t formatHere() const { return static_cast<std::uint32_t>(m_reader.format()); }
   void remarkCut(const Token& token);
   void remark(Code code, Severity severity, Position at, std::string text);
 

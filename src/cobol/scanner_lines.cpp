@@ -1,5 +1,6 @@
 // The line side of the scanner: directives, comment entries, continuation, and what single words change for the lines
 // behind.
+#include <algorithm>
 #include <cstring>
 
 #include "cobol/characters.hpp"
@@ -67,7 +68,7 @@ bool Scanner::passesBefore(const CodeLine& line) {
   return !isListingWord(line);
 }
 
-// EJECT, SKIP1 …, TITLE alone on a line, and the lines of compiler options in front of a program.
+// EJECT, SKIP1 …, TITLE, *CBL, *CONTROL alone on a line, and the lines of compiler options in front of a program.
 bool Scanner::isListingWord(const CodeLine& line) const {
   const char* from = line.first;
   std::string_view rest;
@@ -80,16 +81,26 @@ bool Scanner::isListingWord(const CodeLine& line) const {
     if (word == "EJECT" || word == "SKIP1" || word == "SKIP2" || word == "SKIP3") return rest.empty() || rest == ".";
     break;
   }
+  case '*': {
+    const std::string word = wordAt(from + 1, line.to, rest);
+    return word == "CBL" || word == "CONTROL";
+  }
   case 'T':
     if (second != 'I') break;
     return wordAt(from, line.to, rest) == "TITLE" && !rest.empty() && charClass(rest[0]) == CharClass::quote;
   default:
     break;
   }
-  if (!m_block.tokens.empty()) return false;
-  const char* start = skipBlanks(line.begin, line.to);
-  const std::string word = wordAt(start, line.to, rest);
-  return word == "CBL" || word == "PROCESS";
+  const std::vector<Token>& tokens = m_block.tokens;
+  const bool behindProgram = !tokens.empty() && tokens.back().kind == TokenKind::period &&
+                             before(2) == Keyword::Program && before(3) == Keyword::End;
+  if (!tokens.empty() && !behindProgram) return false;
+  for (const char* start : {from, skipBlanks(line.begin, line.to)}) {
+    const std::string word = wordAt(start, line.to, rest);
+    // A paragraph of a copybook may be called PROCESS.
+    if ((word == "CBL" || word == "PROCESS") && !rest.starts_with('.') && !startsWithWord(rest, "SECTION")) return true;
+  }
+  return false;
 }
 
 void Scanner::directive(const CodeLine& line) {
@@ -99,6 +110,8 @@ void Scanner::directive(const CodeLine& line) {
   std::string_view text = trimmed({from, static_cast<std::size_t>(line.to - from)});
   if (const std::size_t comment = text.find("*>"); comment != std::string_view::npos)
     text = trimmed(text.substr(0, comment));
+  if (startsWithWord(text, "SET") && startsWithWord(trimmed(text.substr(3)), "CONSTANT"))
+    text = trimmed(text.substr(3));
   if (startsWithWord(text, "SOURCE") || startsWithWord(text, "SET")) return sourceFormat(text);
   if (*line.from == '>' && text.size() > 1 && toUpper(text[0]) == 'D' && isBlank(text[1])) {
     if (!m_settings.debugging) return;
@@ -112,8 +125,10 @@ void Scanner::directive(const CodeLine& line) {
   m_conditions.take(words);
   m_block.marks.push_back({static_cast<std::uint32_t>(m_block.tokens.size()), MarkKind::directive,
                            static_cast<std::uint32_t>(m_block.directives.size())});
-  m_block.directives.push_back(
-      {std::move(words), {0, line.line, column, static_cast<std::uint32_t>(line.to - line.from)}});
+  m_block.directives.push_back({std::move(words),
+                                {0, line.line, column, static_cast<std::uint32_t>(line.to - line.from)},
+                                m_reader.format(),
+                                static_cast<std::uint32_t>(text.data() - line.from)});
 }
 
 // `SOURCE [FORMAT] [IS] FREE`, `SET SOURCEFORMAT"FREE"`; other settings change no words.
@@ -193,7 +208,7 @@ void Scanner::onWord(Keyword word, const char* behind, const char* end) {
   case Keyword::Copy:
   case Keyword::Replace:
     m_block.marks.push_back({static_cast<std::uint32_t>(m_block.tokens.size() - 1),
-                             word == Keyword::Copy ? MarkKind::copy : MarkKind::replace, 0});
+                             word == Keyword::Copy ? MarkKind::copy : MarkKind::replace, formatHere()});
     break;
   case Keyword::Exec:
   case Keyword::Execute:
@@ -256,7 +271,7 @@ void Scanner::onExecWord(Keyword word) {
   } else if (at == 1 && (word == Keyword::Sql || word == Keyword::Sqlims)) {
     m_inSql = true;
   } else if (at == 2 && m_inSql && word == Keyword::Include) {
-    m_block.marks.push_back({static_cast<std::uint32_t>(m_execToken), MarkKind::sqlInclude, 0});
+    m_block.marks.push_back({static_cast<std::uint32_t>(m_execToken), MarkKind::sqlInclude, formatHere()});
   }
 }
 
@@ -324,6 +339,20 @@ void Scanner::appendContinuation(const CodeLine& line, char& openQuote) {
   m_segments.push_back({m_logical.size(), from, line});
   m_logical.append(from, line.to);
   openQuote = quoteOpenBehind(m_segments.back().offset, openQuote);
+}
+
+// Notes where a word that begins in the segment in hand goes on, up to `end` in the logical line.
+void Scanner::placeRest(Token& token, std::size_t end) {
+  std::vector<Position> parts;
+  for (std::size_t i = m_segment + 1; i < m_segments.size() && m_segments[i].offset < end; ++i) {
+    const Segment& segment = m_segments[i];
+    const std::size_t behind = i + 1 < m_segments.size() ? std::min(m_segments[i + 1].offset, end) : end;
+    const std::ptrdiff_t bytes = static_cast<std::ptrdiff_t>(behind - segment.offset);
+    const auto column = std::count_if(segment.line.begin, segment.source, startsCharacter) + 1;
+    const auto length = std::count_if(segment.source, segment.source + bytes, startsCharacter);
+    addPlace(parts, {0, segment.line.line, static_cast<std::uint32_t>(column), static_cast<std::uint32_t>(length)});
+  }
+  token.further = m_block.further.add(parts);
 }
 
 } // namespace cobol

@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "cobol/characters.hpp"
 #include "cobol/expander.hpp"
 #include "cobol/scanner.hpp"
 #include "cobol/source_text.hpp"
@@ -37,6 +38,28 @@ ScanSettings settingsFor(const Options& options) {
   return settings;
 }
 
+// Lines of compiler options stand in front of a program, among blank and comment lines only. Of what they say LP alone
+// changes the analysis.
+int pointerBytesOf(std::string_view text) {
+  int bytes = 0;
+  const auto isDigits = [](std::string_view part) { return part.find_first_not_of("0123456789") == part.npos; };
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find_first_of("\n\r"), text.size());
+    std::string_view line = text.substr(0, end);
+    text.remove_prefix(std::min(end + 1, text.size()));
+    if (line.size() > 6 && isDigits(line.substr(0, 6))) line.remove_prefix(6);
+    const std::size_t from = line.find_first_not_of(" \t");
+    if (from == line.npos || line[from] == '*' || (line.size() > 6 && line[6] == '*')) continue;
+    std::string words(line.substr(from));
+    for (char& c : words)
+      c = toUpper(c);
+    if (!words.starts_with("CBL ") && !words.starts_with("PROCESS ")) break;
+    if (words.find("LP(64)") != words.npos) bytes = 8;
+    if (words.find("LP(32)") != words.npos) bytes = 4;
+  }
+  return bytes;
+}
+
 // What a copybook sets for the program (decimal comma, debugging mode) holds for the text behind it too: read once
 // more.
 TokenStream readText(std::string bytes, const std::string& path, const Options& options, CopyLibrary& library,
@@ -59,6 +82,7 @@ TokenStream readText(std::string bytes, const std::string& path, const Options& 
       settings = expander.learned();
       continue;
     }
+    stream.pointerBytes = pointerBytesOf(source.text);
     for (const Diagnostic& remark : remarks.all())
       diagnostics.add(remark.code, remark.severity, remark.at, remark.text);
     return stream;

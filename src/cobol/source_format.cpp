@@ -1,6 +1,5 @@
 // Which format a text has, told from the look of its lines.
 #include <algorithm>
-#include <cstring>
 #include <map>
 
 #include "cobol/characters.hpp"
@@ -28,20 +27,6 @@ struct Looks {
 
 constexpr std::size_t kColumnsLookedAt = kTagEnd + 9; ///< a few behind the identification
 constexpr std::size_t kTextLookedAt = 64 * 1024;      ///< at once; about what the lines take
-
-// Whether every byte is a column of its own: no tab, no zero, nothing above 0x7F.
-bool isPlain(std::string_view line) {
-  constexpr std::uint64_t kOnes = 0x0101010101010101u;
-  std::size_t at = 0;
-  for (; at + 8 <= line.size(); at += 8) {
-    std::uint64_t eight;
-    std::memcpy(&eight, line.data() + at, 8);
-    const std::uint64_t tabs = eight ^ (kOnes * '\t');
-    if ((eight | ((tabs - kOnes) & ~tabs) | ((eight - kOnes) & ~eight)) & (kOnes * 0x80)) return false;
-  }
-  return std::all_of(line.begin() + static_cast<std::ptrdiff_t>(at), line.end(),
-                     [](char c) { return c != '\t' && c != '\0' && static_cast<unsigned char>(c) < 0x80; });
-}
 
 std::string_view withoutEnd(std::string_view columns) {
   while (!columns.empty() && isBlank(columns.back()))

@@ -1,9 +1,13 @@
 #include "cobol/source_text.hpp"
 
 #include <array>
-#include <cstdio>
+#include <cerrno>
 #include <cstring>
+
+#include <fcntl.h>
 #include <iconv.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "cobol/interner.hpp"
 
@@ -192,29 +196,28 @@ void decodeText(std::string& bytes, const Options& options, SourceText& source, 
 } // namespace
 
 std::optional<std::string> readBytes(const std::string& path) {
-  std::FILE* file = std::fopen(path.c_str(), "rb");
-  if (!file) return std::nullopt;
+  const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) return std::nullopt;
+  struct stat facts {};
   std::string bytes;
   std::size_t got = 0;
-  std::size_t size = 64 * 1024;
-  if (std::fseek(file, 0, SEEK_END) == 0) {
-    const long end = std::ftell(file);
-    if (end > 0 && static_cast<std::size_t>(end) <= kFileLimit) size = static_cast<std::size_t>(end) + 1;
-    std::rewind(file);
-  }
+  // One byte more than the file is said to have: the call that finds its end is not needed then.
+  std::size_t room = 64 * 1024;
+  if (::fstat(file, &facts) == 0 && facts.st_size > 0)
+    room = std::min(static_cast<std::size_t>(facts.st_size), kFileLimit) + 1;
   bool good = true;
   for (;;) {
-    bytes.resize(got + size);
-    const std::size_t count = std::fread(bytes.data() + got, 1, size, file);
-    got += count;
-    if (count < size) break;
-    if (got > kFileLimit) {
-      good = false;
-      break;
-    }
+    if (got + room > bytes.size()) bytes.resize(got + room);
+    const ssize_t count = ::read(file, bytes.data() + got, bytes.size() - got);
+    if (count < 0 && errno == EINTR) continue;
+    good = count >= 0 && got + static_cast<std::size_t>(count) <= kFileLimit;
+    if (!good || count == 0) break;
+    got += static_cast<std::size_t>(count);
+    if (facts.st_size > 0 && got == static_cast<std::size_t>(facts.st_size)) break;
   }
-  good = good && !std::ferror(file);
-  std::fclose(file);
+  const int fault = errno;
+  ::close(file);
+  errno = fault;
   bytes.resize(got);
   if (!good) return std::nullopt;
   return bytes;

@@ -337,23 +337,51 @@ void StatementReader::addPlace(std::string_view kindWord, std::string_view name,
   m_analysis.places.push_back({kindWord, m_analysis.texts->keep(name), m_stream.tokens[token].position()});
 }
 
+// Stable. Declarations, references of clauses and statements come as runs in which nothing has far to go.
+template<typename Item, typename Before>
+void sortRuns(std::vector<Item>& items, Before before) {
+  constexpr std::ptrdiff_t kFar = 64;
+  constexpr std::size_t kManyRuns = 16;
+  std::vector<std::ptrdiff_t> runs{0};
+  const auto begin = items.begin();
+  for (std::ptrdiff_t next = 1; next < std::ssize(items); ++next) {
+    if (!before(begin[next], begin[next - 1])) continue;
+    const std::ptrdiff_t limit = std::max(runs.back(), next - kFar);
+    std::ptrdiff_t place = next - 1;
+    while (place > limit && before(begin[next], begin[place - 1]))
+      --place;
+    if (place > limit || limit == runs.back()) {
+      std::rotate(begin + place, begin + next, begin + next + 1);
+    } else {
+      runs.push_back(next);
+      if (runs.size() > kManyRuns) return std::stable_sort(begin, items.end(), before);
+    }
+  }
+  for (std::size_t run = 1; run < runs.size(); ++run) {
+    const auto from = begin + runs[run];
+    const auto to = run + 1 < runs.size() ? begin + runs[run + 1] : items.end();
+    std::inplace_merge(begin, from, std::lower_bound(from, to, *(from - 1), before), before);
+  }
+}
+
 void StatementReader::finish() {
   const auto inTextOrder = [](const Noted& a, const Noted& b) {
     return a.token != b.token ? a.token < b.token : a.construct < b.construct;
   };
-  if (!std::is_sorted(m_noted.begin(), m_noted.end(), inTextOrder)) {
-    std::stable_sort(m_noted.begin(), m_noted.end(), inTextOrder);
-  }
+  sortRuns(m_noted, inTextOrder);
   m_analysis.instances.reserve(m_noted.size());
   for (std::size_t i = 0; i < m_noted.size(); ++i) {
     const Noted& n = m_noted[i];
     const bool again = i > 0 && m_noted[i - 1].token == n.token && m_noted[i - 1].construct == n.construct;
     if (again) continue;
-    Position at = m_stream.tokens[n.token].position();
-    if (m_stream.tokens[n.token].kind == TokenKind::picture) {
+    const Token& token = m_stream.tokens[n.token];
+    Position at = token.position();
+    std::uint16_t further = token.further;
+    if (token.kind == TokenKind::picture) {
+      further = 0;
       if (const auto placed = m_placed.find({n.token, n.construct}); placed != m_placed.end()) at = placed->second;
     }
-    m_analysis.instances.push_back({n.construct, n.access, at, n.verb});
+    m_analysis.instances.push_back({n.construct, n.access, further, at, n.verb});
   }
   m_relations.finish();
 }

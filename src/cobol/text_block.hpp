@@ -21,13 +21,15 @@ enum class MarkKind : std::uint8_t {
 struct Mark {
   std::uint32_t token = 0;
   MarkKind kind{};
-  std::uint32_t index = 0;
+  std::uint32_t index = 0; ///< of a directive; else the Format of the text there
 };
 
 /// A compiler directive line that text manipulation evaluates; `text` in capitals without `>>` or `$`.
 struct Directive {
   std::string text;
   Position at;
+  Format format{};              ///< of the text there
+  std::uint32_t textColumn = 0; ///< columns from `at` to where `text` begins
 };
 
 /// The words of one file, before COPY and REPLACE. Of a copybook it is shared by all programs of a run and never
@@ -37,6 +39,7 @@ struct TextBlock {
   std::vector<Token> tokens; ///< without an end token
   std::vector<Mark> marks;   ///< ascending by token
   std::vector<Directive> directives;
+  FurtherPlaces further; ///< of words that continue over line ends
   Diagnostics diagnostics;
   bool readable = true;
   bool decimalComma = false; ///< DECIMAL-POINT IS COMMA held at the end

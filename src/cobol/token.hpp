@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,9 +43,30 @@ struct Token {
   std::uint16_t length = 0; ///< characters in the file, saturating
   TokenKind kind = TokenKind::end;
   std::uint8_t flags = 0;
+  std::uint16_t further = 0; ///< what else of the text makes the token: a number of TokenStream::further; mostly 0
 
   bool has(TokenFlag flag) const { return (flags & flag) != 0; }
   Position position() const { return {file, line, column, length}; }
+};
+
+static_assert(sizeof(Token) == 20, "millions of them are walked over");
+
+/// Adds a place unless it is there; one that follows the last on its line becomes one with it. Of 64 places, more than
+/// a name has characters, those behind are left out.
+void addPlace(std::vector<Position>& places, const Position& place);
+
+/// Lists of places, for the few tokens that stand in several: the later parts of a word that continues over line ends,
+/// and the operands of REPLACING and REPLACE that a word is made of.
+class FurtherPlaces {
+ public:
+  /// The number of a list: 0 for none, also when there are 65535 different ones already.
+  std::uint16_t add(const std::vector<Position>& places);
+  const std::vector<Position>& of(std::uint16_t number) const { return m_lists[number]; }
+  std::size_t size() const { return m_lists.size(); }
+
+ private:
+  std::vector<std::vector<Position>> m_lists{1};
+  std::map<std::vector<Position>, std::uint16_t> m_numbers;
 };
 
 enum class Format : std::uint8_t { fixed, variable, free };
@@ -67,12 +89,22 @@ struct CopyUse {
   Position at;
 };
 
+/// A constant of conditional compilation, `>>DEFINE` or `$SET CONSTANT`.
+struct DefinedConstant {
+  NameId name = 0;
+  std::string value; ///< empty where only the compiler is told
+  Position at;       ///< of the name
+};
+
 /// All tokens of one registered source with everything it copies.
 struct TokenStream {
   std::vector<Token> tokens; ///< ends with one TokenKind::end
   Interner names;
   std::vector<SourceFile> files;
   std::vector<CopyUse> copies;
+  FurtherPlaces further;
+  std::vector<DefinedConstant> defines; ///< each name once, where it is defined first
+  int pointerBytes = 0;                 ///< as LP of the CBL and PROCESS lines says; 0: it is not there
 
   std::string_view textOf(const Token& token) const { return names.text(token.text); }
 };

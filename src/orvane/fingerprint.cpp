@@ -10,7 +10,7 @@ namespace orvane {
 
 namespace {
 
-constexpr int kFormatVersion = 2; // of analysis file and database
+constexpr int kFormatVersion = 3; // of analysis file and database
 
 /// Texts and numbers one behind the other, each with its end marked.
 class Mix {

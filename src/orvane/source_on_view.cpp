@@ -34,9 +34,14 @@ std::vector<SourceMark> marksOf(const StoreData& data, std::uint32_t construct) 
   const ConstructRecord& record = data.constructs[construct];
   std::vector<SourceMark> marks;
   if (record.declared.line > 0) marks.push_back({record.declared, MarkKind::declaration});
-  for (std::uint32_t i = 0; i < record.usages; ++i) {
-    const InstanceRecord& usage = data.instances[record.firstInstance + i];
-    marks.push_back({usage.place, kindOf(usage.access)});
+  for (std::uint32_t i = 0; i < record.instances; ++i) {
+    const InstanceRecord& instance = data.instances[record.firstInstance + i];
+    const bool isUsage = i < record.usages;
+    if (!isUsage && instance.access != static_cast<std::uint16_t>(cobol::Access::declare)) continue;
+    const MarkKind kind = isUsage ? kindOf(instance.access) : MarkKind::declaration;
+    if (isUsage) marks.push_back({instance.place, kind});
+    for (const PlaceRecord& place : data.further(instance))
+      marks.push_back({place, kind, true});
   }
   std::stable_sort(marks.begin(), marks.end(),
                    [](const SourceMark& a, const SourceMark& b) { return orderOf(a.place) < orderOf(b.place); });
@@ -44,6 +49,8 @@ std::vector<SourceMark> marksOf(const StoreData& data, std::uint32_t construct) 
   for (const SourceMark& mark : marks) {
     if (merged.empty() || orderOf(merged.back().place) != orderOf(mark.place)) {
       merged.push_back(mark);
+    } else if (merged.back().part != mark.part) {
+      if (merged.back().part) merged.back() = mark;
     } else if (MarkKind& kind = merged.back().kind; kind != MarkKind::declaration && kind != mark.kind) {
       kind = MarkKind::both;
     }

@@ -18,10 +18,11 @@ enum class MarkKind : std::uint8_t { declaration, read, write, both };
 struct SourceMark {
   PlaceRecord place;
   MarkKind kind{};
+  bool part = false; ///< a further place of a name that is marked elsewhere: no usage of its own
 };
 
-/// The declaration of a construct and all its usages, in the order of files, lines, columns. A place that is several
-/// usages is one mark. Nothing for a construct that the analysis does not have.
+/// The declaration of a construct and all its usages with all places of their names, in the order of files, lines,
+/// columns. A place that is several usages is one mark. Nothing for a construct that the analysis does not have.
 std::vector<SourceMark> marksOf(const StoreData& data, std::uint32_t construct);
 
 /// A file of a program as it lies now.

@@ -17,7 +17,8 @@ namespace orvane {
 
 namespace {
 
-constexpr std::string_view kMagic = "KVA\x01\r\n\x1a\n";
+constexpr std::string_view kMagic = "KVA\x02\r\n\x1a\n";
+constexpr std::string_view kEarlierMagic = "KVA\x01\r\n\x1a\n";
 
 std::uint64_t checksum(std::string_view bytes) {
   std::uint64_t sum = 14695981039346656037ULL;
@@ -177,7 +178,15 @@ void packInstances(const cobol::Analysis& analysis, StoreData& data, TextTable& 
     auto& at = instance.isUsage() ? usageAt[instance.construct] : otherAt[instance.construct];
     data.instances[at++] = {instance.construct, packed(instance.at),
                             texts.id(cobol::textOf(cobol::keywordOf(instance.verb))),
-                            static_cast<std::uint32_t>(instance.access)};
+                            static_cast<std::uint8_t>(instance.access), instance.further};
+  }
+}
+
+void packFurther(const cobol::FurtherPlaces& further, StoreData& data) {
+  for (std::size_t list = 0; list < further.size(); ++list) {
+    for (const auto& place : further.of(static_cast<std::uint16_t>(list)))
+      data.furtherPlaces.push_back(packed(place));
+    data.furtherEnds.push_back(static_cast<std::uint32_t>(data.furtherPlaces.size()));
   }
 }
 
@@ -213,7 +222,13 @@ bool consistent(const StoreData& data) {
   for (const auto index : data.byKvid)
     if (index >= data.constructs.size()) return false;
   for (const auto& i : data.instances)
-    if (i.construct >= data.constructs.size() || !fileOk(i.place) || !textOk(i.verb)) return false;
+    if (i.construct >= data.constructs.size() || !fileOk(i.place) || !textOk(i.verb) ||
+        (i.further != 0 && i.further >= data.furtherEnds.size()))
+      return false;
+  if (!std::is_sorted(data.furtherEnds.begin(), data.furtherEnds.end()) ||
+      (data.furtherEnds.empty() ? 0 : data.furtherEnds.back()) != data.furtherPlaces.size() ||
+      !std::all_of(data.furtherPlaces.begin(), data.furtherPlaces.end(), fileOk))
+    return false;
   for (const auto& r : data.relations)
     if (r.from >= data.constructs.size() || r.to >= data.constructs.size() ||
         std::uint64_t{r.firstSite} + r.sites > data.sites.size())
@@ -258,6 +273,7 @@ StoreData packAnalysis(const cobol::Analysis& analysis, std::uint64_t generation
     return analysis.constructs[a].kvid < analysis.constructs[b].kvid;
   });
   packInstances(analysis, data, texts);
+  packFurther(analysis.further, data);
   packRelations(analysis, data);
   for (const auto& place : analysis.places)
     data.places.push_back({texts.id(place.kindWord), texts.id(place.name), packed(place.at)});
@@ -279,6 +295,8 @@ std::string storeBytes(const StoreData& data) {
   out.table(data.constructs);
   out.table(data.byKvid);
   out.table(data.instances);
+  out.table(data.furtherEnds);
+  out.table(data.furtherPlaces);
   out.table(data.relations);
   out.table(data.sites);
   out.table(data.places);
@@ -296,7 +314,8 @@ std::string storeBytes(const StoreData& data) {
 StoreData readStoreBytes(std::string_view bytes, const std::string& path) {
   Reader whole(bytes, path);
   std::uint64_t sum = 0;
-  if (bytes.size() < kMagic.size() + sizeof sum || !bytes.starts_with(kMagic)) whole.damaged();
+  const bool earlier = bytes.starts_with(kEarlierMagic);
+  if (bytes.size() < kMagic.size() + sizeof sum || !(earlier || bytes.starts_with(kMagic))) whole.damaged();
   const std::string_view content = bytes.substr(0, bytes.size() - sizeof sum);
   std::memcpy(&sum, bytes.data() + content.size(), sizeof sum);
   if (sum != checksum(content)) whole.damaged();
@@ -309,6 +328,10 @@ StoreData readStoreBytes(std::string_view bytes, const std::string& path) {
   in.table(data.constructs);
   in.table(data.byKvid);
   in.table(data.instances);
+  if (!earlier) {
+    in.table(data.furtherEnds);
+    in.table(data.furtherPlaces);
+  }
   in.table(data.relations);
   in.table(data.sites);
   in.table(data.places);

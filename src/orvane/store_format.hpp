@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,7 +45,8 @@ struct InstanceRecord {
   std::uint32_t construct = 0;
   PlaceRecord place;
   TextId verb = 0;
-  std::uint32_t access = 0; ///< letter of cobol::Access
+  std::uint16_t access = 0;  ///< letter of cobol::Access
+  std::uint16_t further = 0; ///< list of StoreData::further: the other places of the name's text
 };
 
 struct RelationRecord {
@@ -77,6 +79,8 @@ struct StoreData {
   std::vector<ConstructRecord> constructs;
   std::vector<std::uint32_t> byKvid; ///< constructs in the order of their KVIDs
   std::vector<InstanceRecord> instances;
+  std::vector<std::uint32_t> furtherEnds; ///< by list: one behind its last place; list 0 is empty
+  std::vector<PlaceRecord> furtherPlaces;
   std::vector<RelationRecord> relations;
   std::vector<PlaceRecord> sites;
   std::vector<NamedPlaceRecord> places;
@@ -89,6 +93,12 @@ struct StoreData {
     const std::uint32_t from = id == 0 ? 0 : textEnds[id - 1];
     return std::string_view(textBytes).substr(from, textEnds[id] - from);
   }
+  /// Where the name of an instance goes on: later parts of a continued name, operands that replaced a part of it.
+  std::span<const PlaceRecord> further(const InstanceRecord& instance) const {
+    if (instance.further == 0) return {};
+    const std::uint32_t from = furtherEnds[instance.further - 1u];
+    return std::span(furtherPlaces).subspan(from, furtherEnds[instance.further] - from);
+  }
   /// Index of the construct with that key; -1 when there is none.
   int find(std::string_view kvid) const;
 };
@@ -97,7 +107,8 @@ struct StoreData {
 StoreData packAnalysis(const cobol::Analysis& analysis, std::uint64_t generation,
                        const std::function<std::string(const std::string&)>& storedPath);
 
-/// The file's bytes, and back. Damaged bytes are a platform::Error that names the file.
+/// The file's bytes, and back; also those of the earlier format, which has no further places. Damaged bytes are a
+/// platform::Error that names the file.
 std::string storeBytes(const StoreData& data);
 StoreData readStoreBytes(std::string_view bytes, const std::string& path);
 StoreData readStore(const std::string& path);

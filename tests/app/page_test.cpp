@@ -134,6 +134,30 @@ TEST_F(Page, UsagesLeadToDeclarationsAndWordsHaveTheirKinds) {
   expectAllLinksLead();
 }
 
+TEST_F(Page, AllPartsOfANameAreTinted) {
+  write("copy/REC.cpy", fixedForm("01 :T:-A PIC X.\n01 :T:-B PIC X.\n"));
+  write("copy/DO.cpy", fixedForm("    MOVE :T:-A TO :T:-B.\n"));
+  write("src/ONE.cbl", fixedForm("PROGRAM-ID. ONE.\nDATA DIVISION.\nWORKING-STORAGE SECTION.\n"
+                                 "COPY REC REPLACING ==:T:== BY ==WS==.\nPROCEDURE DIVISION.\n    MOVE WS-\n") +
+                           "      -    A TO WS-B.\n" + fixedForm("    COPY DO REPLACING ==:T:== BY ==WS==.\n"));
+  project();
+  good("move WS-A --to affected");
+  good("page -o site");
+  const auto contains = [&](int number, const std::string& piece) {
+    EXPECT_NE(line("Sources/ONE.cbl.html", number).find(piece), std::string::npos)
+        << line("Sources/ONE.cbl.html", number);
+  };
+  const std::string link = "<a class=\"affected\" href=\"REC.cpy.html#L1\">";
+  contains(4, "<i class=\"affected\">WS</i>");
+  contains(6, link + "WS-</a>");
+  contains(7, link + "A</a>");
+  contains(8, "<i class=\"affected\">WS</i>"); // of two names, so it leads nowhere
+  good("move WS-B --to clean");
+  good("page -o site");
+  contains(8, "==WS=="); // of names in two lists
+  expectAllLinksLead();
+}
+
 TEST_F(Page, FilesOfOneNameAndOddNamesHavePagesOfTheirOwn) {
   for (const char* name : {"a/SAME", "b/SAME", "b/same", "A B#1%41", "\xC3\x9C-UML\xC3\x84UT", "-x", "file"})
     write(std::string("src/") + name + ".cbl", cobolText("P", "COPY 'MY BOOK'.\n", "    MOVE X TO Y.\n"));

@@ -49,6 +49,58 @@ TEST(Analyse, StagesWorkTogether) {
                                      "COPY REC <0/6:13>"));
 }
 
+TEST(Analyse, InstancesKnowWhereTheirNamesGoOn) {
+  const Analysis analysis =
+      analyse("       PROGRAM-ID. PAY.\n       DATA DIVISION.\n       WORKING-STORAGE SECTION.\n"
+              "       COPY REC REPLACING ==:T:== BY ==IN==.\n       01 LONG-\n      -    NAME PIC X(9).\n"
+              "       PROCEDURE DIVISION.\n           MOVE IN-NAME TO LO\n      -    NG-NAME LONG-NAME.\n",
+              {}, kBooks);
+  std::string all;
+  for (const Instance& use : analysis.instances) {
+    all += analysis.constructs[use.construct].name + ' ' + static_cast<char>(use.access) + ' ' +
+           std::to_string(use.at.line) + ':' + std::to_string(use.at.column) + '+' + std::to_string(use.at.length);
+    for (const Position& at : analysis.further.of(use.further))
+      all += ' ' + std::to_string(at.file) + '/' + std::to_string(at.line) + ':' + std::to_string(at.column) + '+' +
+             std::to_string(at.length);
+    all += '\n';
+  }
+  EXPECT_EQ(all, "IN-REC D 1:11+7 0/4:40+2\nIN-NAME D 2:14+8 0/4:40+2\nLONG-NAME D 5:11+5 0/6:12+4\n"
+                 "IN-NAME R 8:17+7\nLONG-NAME W 8:28+2 0/9:12+7\nLONG-NAME W 9:20+9\n");
+}
+
+TEST(Analyse, OptionsAndConstantsOfDirectivesCount) {
+  const auto itemsOf = [](const std::string& front, const std::string& items) {
+    const Analysis analysis = analyse(
+        front + "       PROGRAM-ID. P.\n       DATA DIVISION.\n       WORKING-STORAGE SECTION.\n" + items, {}, {});
+    std::string all;
+    for (const Construct& item : analysis.constructs)
+      all += item.name + ' ' + std::to_string(item.size) + " <" + std::to_string(item.declared.line) + ':' +
+             std::to_string(item.declared.column) + "> ";
+    for (const Instance& use : analysis.instances)
+      if (use.isUsage()) all += analysis.constructs[use.construct].name + " R ";
+    return all;
+  };
+  EXPECT_EQ(itemsOf("CBL NOSEQ,LP(64)\n", "       01 A POINTER.\n"), "A 8 <5:11> ");
+  EXPECT_EQ(itemsOf("      * why\n\n000010 PROCESS LP(32)\n", "       01 A POINTER.\n"), "A 4 <7:11> ");
+  EXPECT_EQ(
+      itemsOf("       >>DEFINE MANY AS 3\n      $SET CONSTANT WIDE(7)\n", "       01 A PIC X(WIDE) OCCURS MANY.\n"),
+      "A 21 <6:11> MANY 0 <1:17> WIDE 0 <2:21> WIDE R MANY R ");
+  // A name of the program is its own; one behind a condition that fails is none.
+  EXPECT_EQ(itemsOf("       >>DEFINE A 3\n       >>IF B DEFINED\n       >>DEFINE C 1\n       >>END-IF\n",
+                    "       01 A PIC X(2).\n"),
+            "A 2 <8:11> ");
+}
+
+TEST(Analyse, RemarksAreCountedBeyondAThousand) {
+  std::string text = "       PROGRAM-ID. P.\n       PROCEDURE DIVISION.\n";
+  for (int i = 0; i < 1005; ++i)
+    text += "           MOVE 1 TO A" + std::to_string(i) + ".\n";
+  const Analysis analysis = analyse(text, {}, {});
+  ASSERT_EQ(analysis.diagnostics.size(), 1001U);
+  EXPECT_EQ(analysis.diagnostics.back().code, Code::Unresolved);
+  EXPECT_EQ(analysis.diagnostics.back().text, "5 more of these are left out");
+}
+
 // Cut anywhere, a program still gives an analysis; so it does with any one word in another's place.
 TEST(Analyse, DamagedTextGivesAnAnalysis) {
   std::string text = kProgram;

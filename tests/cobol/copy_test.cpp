@@ -70,6 +70,30 @@ TEST(Copy, ReplacedWordsKeepThePlaceInTheCopybook) {
   EXPECT_EQ(picture.stream.tokens[1].length, 8); // CB-:T:-A on the page
 }
 
+TEST(Copy, ReplacedWordsKnowWhatReplacedThem) {
+  const std::map<std::string, std::string> cases = {
+      {"==:T:== BY ==NEW==", "NEW-A<1/1:11+5><1:42+3> NEW<1/1:17+3><1:42+3>"},
+      {"==:T:== BY ==X== ==A== BY ==B==", "X-A<1/1:11+5><1:42+1> X<1/1:17+3><1:42+1>"},
+      {"LEADING ==OLD== BY ==NEW==", "NEW-B-OLD<1/1:21+9><1:50+3>"},
+      {"TRAILING ==OLD== BY ==N W==", "OLD-B-NW<1/1:21+9><1:51+1><1:53+1>"},
+      {"OLD-B-OLD BY FINE", "FINE<1/1:21+9><1:42+4>"},
+  };
+  for (const auto& [rules, words] : cases)
+    EXPECT_EQ(copied("01 :T:-A :T: OLD-B-OLD", "COPY C REPLACING " + rules + ".").scattered(), words) << rules;
+  // Over a line end, twice in a word, and with a word that continues itself.
+  EXPECT_EQ(copied("01 A-:T:\n      -    -B-:T:-\n      -    C :X:-D",
+                   "COPY C REPLACING ==:T:== BY ==N== ==:X:== BY ==LO\n"
+                   "      -    NG==.")
+                .scattered(),
+            "A-N-B-N-C<1/1:11+5><1/2:12+7><1/3:12+1><1:42+1> LONG-D<1/3:14+5><1:59+2><2:12+2>");
+  // What an outer text put in is what the reader finds there.
+  const std::map<std::string, std::string> books = {{"OUTER", "       COPY INNER REPLACING ==:T:== BY ==:U:==.\n"},
+                                                    {"INNER", "       :T:-A\n"}};
+  EXPECT_EQ(pictureOf("           COPY OUTER REPLACING ==:U:== BY ==V==.\n", {}, books).scattered(),
+            "V-A<2/1:8+5><1:46+1>");
+  EXPECT_EQ(pictureOf("           REPLACE ==:T:== BY ==V==. :T:-A\n").scattered(), "V-A<1:38+5><1:33+1>");
+}
+
 TEST(Copy, LeadingAndTrailingParts) {
   EXPECT_EQ(copied("OLD-A A-OLD B OLD", "COPY C REPLACING LEADING ==OLD== BY ==NEW==.").words, "NEW-A A-OLD B NEW");
   EXPECT_EQ(copied("OLD-A A-OLD B", "COPY C REPLACING TRAILING ==-OLD== BY ====.").words, "OLD-A A B");
@@ -118,6 +142,14 @@ TEST(Replace, AlsoAddsAndLastOffTakesAway) {
                            "           REPLACE LAST OFF. A C REPLACE LAST OFF. A\n"
                            "           REPLACE ==A== BY ==B==. REPLACE ALSO ==C== BY ==D==. REPLACE OFF. A C\n";
   EXPECT_EQ(pictureOf(text).words, "B E D B C A A C");
+}
+
+TEST(Replace, EndsWithTheOutermostProgram) {
+  EXPECT_EQ(pictureOf("           PROGRAM-ID. P. REPLACE ==A== BY ==B==. A PROGRAM-ID. Q. A END PROGRAM Q. A\n"
+                      "           END PROGRAM P. A PROGRAM-ID. R. A REPLACE ==A== BY ==C==. A END PROGRAM R. A\n")
+                .words,
+            "PROGRAM-ID . P . B PROGRAM-ID . Q . B END PROGRAM Q . B END PROGRAM P . A PROGRAM-ID . R . A C "
+            "END PROGRAM R . A");
 }
 
 TEST(Replace, UnendedOperandsDoNoHarm) {

@@ -140,11 +140,13 @@ TEST(Entries, GoOnWithoutPeriods) {
 }
 
 TEST(Entries, NameOtherItems) {
-  const auto run = readAndLayOut(workingStorage("78 LIM VALUE 5.\n01 A.\n 05 T OCCURS 1 TO LIM DEPENDING ON N OF G\n"
-                                                "    ASCENDING KEY IS K1 K2 INDEXED BY IX.\n  10 K1 PIC X(LIM).\n"
-                                                "  10 K2 PIC X.\n 88 C VALUE LIM THRU 9."));
-  EXPECT_EQ(referencesOf(run.analysis), "occursCount 7:26+3\ndependingOn 7:43+1\ntableKey 8:29+2\ntableKey 8:32+2\n"
-                                        "pictureCount 9:22+3\nvalueConstant 11:20+3\n");
+  const auto run = readAndLayOut(
+      workingStorage("78 LIM VALUE 5.\n01 A.\n 05 T OCCURS 1 TO LIM DEPENDING ON N OF G\n"
+                     "    ASCENDING KEY IS K1 K2 INDEXED BY IX.\n  10 K1 PIC X(LIM).\n"
+                     "  10 K2 PIC X.\n 88 C VALUE LIM THRU 9.\n 05 V PIC X(9) VALUE 'x' & LIM & 'y' & LIM."));
+  EXPECT_EQ(referencesOf(run.analysis),
+            "occursCount 7:26+3\ndependingOn 7:43+1\ntableKey 8:29+2\ntableKey 8:32+2\n"
+            "pictureCount 9:22+3\nvalueConstant 11:20+3\nvalueConstant 12:35+3\nvalueConstant 12:47+3\n");
   const auto names = readAndLayOut(workingStorage("01 T.\n 05 E OCCURS 3 ASCENDING KEY STEP INDEXED BY CURSOR IX.\n"
                                                   "  10 STEP PIC X."));
   EXPECT_EQ(referencesOf(names.analysis), "tableKey 6:37+4\n");

@@ -31,7 +31,7 @@ DataRun readAndLayOut(const std::string& source, const cobol::Options& options,
   DataRun run;
   cobol::Diagnostics diagnostics;
   const auto stream = cobol::readTokens(source, options, copybooks, diagnostics);
-  run.analysis.texts = stream.names.texts(); // outlive the stream
+  run.analysis.texts = stream.names.texts();
   cobol::readData(stream, options, run.analysis, diagnostics);
   cobol::layOut(run.analysis, options, diagnostics);
   cobol::addDeclaredRelations(run.analysis);

@@ -33,6 +33,10 @@ TEST(ExecStatements, SqlHostVariablesHaveADirection) {
                          {"EXEC SQL UPDATE T SET X = :A WHERE Y = :B END-EXEC.", "A R 1:28, B R 1:41", ""},
                          {"EXEC SQL SET :A = CURRENT DATE, :B = :KEY1 END-EXEC.", "A W 1:15, B W 1:34, KEY1 R 1:39",
                           "ExecKey KEY1 -> B"},
+                         {"EXEC SQL GET DIAGNOSTICS CONDITION 1 :A = X, :B = Y END-EXEC.", "A W 1:39, B W 1:47", ""},
+                         {"EXEC SQL PREPARE S INTO :REC FROM :A END-EXEC.", "REC B 1:26, A R 1:36", ""},
+                         {"EXEC SQL FETCH C INTO DESCRIPTOR :REC END-EXEC.", "REC W 1:35", ""},
+                         {"EXEC SQL SET CONNECTION :A END-EXEC.", "A R 1:26", ""},
                          {"EXEC SQL CALL PROC (:A, :B) END-EXEC.", "A B 1:22, B B 1:26", ""},
                          {"EXEC SQL DECLARE C1 CURSOR FOR SELECT A FROM T\nWHERE B = :B END-EXEC.", "B R 2:12", ""},
                      });

@@ -64,6 +64,8 @@ TEST(Format, DirectivesSwitchFromTheNextLine) {
                       inFormat(FormatChoice::fixed))
                 .words,
             "A B");
+  for (const char* directive : {"$SET SOURCEFORMAT\"FREE\"", ">>SOURCE FREE"}) // behind a sequence number
+    EXPECT_EQ(pictureOf(std::string("000100") + directive + "\nB 'x'\n", inFormat(FormatChoice::fixed)).words, "B 'x'");
 }
 
 TEST(Format, DirectivesOfABranchThatIsOffHaveNoEffect) {
@@ -86,6 +88,14 @@ TEST(Format, CopybookMayDifferFromItsProgram) {
   EXPECT_EQ(pictureOf("           COPY FREE.\n", {}, books).places,
             "#01<1/1:1> A<1/1:4> .<1/1:5> #05<1/2:3> B<1/2:6> PIC<1/2:8> {X}<1/2:12> .<1/2:13>");
   EXPECT_EQ(pictureOf("copy fixed.\n", inFormat(FormatChoice::detect), books).words, "#01 A .");
+  // What it inherits is the format in force where it is copied.
+  const std::map<std::string, std::string> indented = {{"C", "a\n           b\n"}};
+  EXPECT_EQ(pictureOf("       >>SOURCE FREE\n           copy c.\n", inFormat(FormatChoice::fixed), indented).words,
+            "A B");
+  EXPECT_EQ(
+      pictureOf(">>SOURCE FIXED\n       COPY C.\n>>SOURCE FREE\n++INCLUDE C\n", inFormat(FormatChoice::free), indented)
+          .words,
+      "B A B");
 }
 
 } // namespace

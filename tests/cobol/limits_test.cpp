@@ -163,7 +163,7 @@ TEST(Limits, LongTexts) {
   expectSummary("one record", program("01 R.\n" + numbered("05 ITEM% PIC X(8).\n", 200'000), "MOVE R TO A.\n"),
                 "200003 2");
   expectSummary("equal names", program("01 R.\n" + repeated("05 ITEM PIC X(8).\n", 50'000), "MOVE ITEM TO A.\n"),
-                "50003 257 Ambiguous:1 NameDuplicate:1000");
+                "50003 257 Ambiguous:1 NameDuplicate:1001");
   expectSummary("long line", program("", "MOVE A TO A" + std::string(11'000'000, ' ') + "MOVE A TO A.\nMOVE N TO N.\n"),
                 "2 4 LineTooLong:1");
   expectSummary("full line", program("", repeated("MOVE A TO A ", 870'000) + ".\n"), "2 1740000");

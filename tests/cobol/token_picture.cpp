@@ -41,6 +41,21 @@ std::string TokenPicture::flagged(char flag) const {
   return found;
 }
 
+std::string TokenPicture::scattered() const {
+  std::string found;
+  for (const Token& token : stream.tokens) {
+    if (token.further == 0) continue;
+    append(found, shown(stream, token));
+    std::vector<Position> all{token.position()};
+    all.insert(all.end(), stream.further.of(token.further).begin(), stream.further.of(token.further).end());
+    for (const Position& at : all) {
+      found += at.file == 0 ? "<" : "<" + std::to_string(at.file) + "/";
+      found += std::to_string(at.line) + ":" + std::to_string(at.column) + "+" + std::to_string(at.length) + ">";
+    }
+  }
+  return found;
+}
+
 TokenPicture pictureOf(const std::string& text, const Options& options,
                        const std::map<std::string, std::string>& copybooks) {
   Diagnostics diagnostics;

@@ -17,6 +17,8 @@ struct TokenPicture {
   /// The words that carry a flag: A area A, X in EXEC, R replaced, J joined, C continued, L line start, H host
   /// variable.
   std::string flagged(char flag) const;
+  /// The words that stand in several places, with all of these as `<line:column+length>`.
+  std::string scattered() const;
   /// "Code line:column" of every remark.
   std::vector<std::string> remarks;
   TokenStream stream;

@@ -115,11 +115,32 @@ TEST(Tokens, ListingAndOptionLinesVanish) {
             "A B");
 }
 
+TEST(Tokens, OptionLinesStandInAnyColumnInFrontOfAProgram) {
+  const TokenPicture picture =
+      pictureOf("CBL LP(64)\n  PROCESS ARITH(EXTEND)\n000100 CBL X\n      *CBL LIST\n       *CONTROL NOLIST\n       A\n"
+                "           *CBL LIST\n       END PROGRAM A.\n       CBL LP(32)\n       B\n",
+                inFormat(FormatChoice::fixed));
+  EXPECT_EQ(picture.words, "A END PROGRAM A . B");
+  EXPECT_THAT(picture.remarks, IsEmpty());
+  EXPECT_EQ(pictureOf("       PROCESS SECTION.\n       PROCESS.\n").words, "PROCESS SECTION . PROCESS .");
+}
+
 TEST(Continuation, JoinsWordsNumbersAndPictures) {
   const TokenPicture picture =
       pictureOf("           MOVE LONG-\n      -    NAME TO 12\n      * between\n\n      -34 PIC X(1\n      -    0).\n");
   EXPECT_EQ(picture.places, "MOVE<1:12> LONG-NAME<1:17> TO<2:17> #1234<2:20> PIC<5:11> {X(10)}<5:15> .<6:14>");
   EXPECT_EQ(picture.flagged('C'), "LONG-NAME #1234 {X(10)}");
+}
+
+TEST(Continuation, WordsKnowTheirLaterParts) {
+  EXPECT_EQ(pictureOf("           MOVE CU\n      -      ST-\n      * between\n      -    NUMBER TO AMOUNT-ÄÖ\n"
+                      "      -        Ü-X Z 12\n      -    34 'a\n      -    'b'.\n")
+                .scattered(),
+            "CUST-NUMBER<1:17+2><2:14+3><4:12+6> AMOUNT-ÄÖÜ-X<4:22+9><5:16+3>");
+  // A copybook's parts lie in the copybook.
+  EXPECT_EQ(
+      pictureOf("           COPY C.\n           COPY C.\n", {}, {{"C", "       01  A-\n      -    B.\n"}}).scattered(),
+      "A-B<1/1:12+2><1/2:12+1> A-B<1/1:12+2><1/2:12+1>");
 }
 
 TEST(Continuation, OpenLiteralRunsToTheMargin) {

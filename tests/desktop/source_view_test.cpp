@@ -37,7 +37,7 @@ std::multiset<Place> usagesMarked(desktop::SourceView& view) {
   static constexpr const char* kAccess[] = {"declaration", "read", "write", "both"};
   std::multiset<Place> places;
   for (const orvane::SourceMark& mark : view.marks())
-    if (mark.kind != orvane::MarkKind::declaration)
+    if (mark.kind != orvane::MarkKind::declaration && !mark.part)
       places.insert({view.files()[mark.place.file].toStdString(), static_cast<int>(mark.place.line),
                      static_cast<int>(mark.place.column), kAccess[static_cast<int>(mark.kind)]});
   return places;
@@ -91,6 +91,25 @@ TEST_F(SourceViewTest, FollowsTheChoiceIntoACopybookAndStepsFromUseToUse) {
   EXPECT_EQ(view().currentUsage(), view().usageCount()) << "before the first comes the last";
   key(working(), Qt::Key_F4);
   EXPECT_EQ(view().currentUsage(), 1);
+}
+
+TEST_F(SourceViewTest, MarksWhatReplacedAPartOfANameWithoutStoppingThere) {
+  open();
+  filter("Names:MA-ACCT-NO", 0);
+  show("BKB050", "MA-ACCT-NO");
+  std::string parts;
+  for (const orvane::SourceMark& mark : view().marks())
+    if (mark.part)
+      parts += view().files()[mark.place.file].toStdString() + ' ' + std::to_string(mark.place.line) + ':' +
+               std::to_string(mark.place.column) + '+' + std::to_string(mark.place.length);
+  EXPECT_EQ(parts, view().files()[0].toStdString() + " 25:46+2") << "COPY … REPLACING ==:TAG:== BY ==MA==";
+  const int usages = view().usageCount();
+  ASSERT_GE(usages, 3);
+  for (int step = 1; step <= 2 * usages; ++step) {
+    view().nextUsage();
+    EXPECT_EQ(view().currentUsage(), (step - 1) % usages + 1);
+    EXPECT_NE(view().area().currentLine(), 25);
+  }
 }
 
 TEST_F(SourceViewTest, FindsTextAsItIsTyped) {

@@ -219,6 +219,7 @@ TEST(StoreFormat, RefusesDamageAnywhere) {
   construct.kvid = "P:A";
   construct.name = "A";
   analysis.constructs = {construct};
+  analysis.instances.push_back({.further = analysis.further.add({{0, 2, 12, 3}}), .at = {0, 1, 65, 2}});
   const std::string bytes =
       orvane::storeBytes(orvane::packAnalysis(analysis, 7, [](const std::string& path) { return path; }));
   EXPECT_EQ(orvane::readStoreBytes(bytes, "x").find("P:A"), 0);

@@ -19,7 +19,7 @@ namespace desktop {
 namespace {
 
 bool isUsage(const orvane::SourceMark& mark) {
-  return mark.kind != orvane::MarkKind::declaration;
+  return mark.kind != orvane::MarkKind::declaration && !mark.part;
 }
 
 } // namespace
@@ -133,7 +133,9 @@ void SourceView::showChosen() {
   const auto object = m_workspace->currentObject();
   if (!object || std::stoi(object->FileId()) != m_file) return;
   for (int i = 0; i < static_cast<int>(m_marks.size()); ++i)
-    if (m_marks[static_cast<std::size_t>(i)].kind == orvane::MarkKind::declaration) return goToMark(i);
+    if (const auto& mark = m_marks[static_cast<std::size_t>(i)];
+        mark.kind == orvane::MarkKind::declaration && !mark.part)
+      return goToMark(i);
   m_area->goTo(static_cast<int>(object->Line()), static_cast<int>(object->Column()), 1);
 }
 

@@ -191,20 +191,37 @@ class Site {
     return text.empty() ? text : ", copies" + text;
   }
 
-  // Names of the lists where they are declared and used; a declaration leads nowhere.
+  // Names of the lists where they are declared and used; a declaration leads nowhere. A replacing operand may be a part
+  // of many names: it is tinted when all of them that stand in a list stand in the same one.
   static void markLists(std::vector<SiteLink>& links, const Decisions& decisions, const StoreData& data) {
-    std::map<std::pair<std::uint32_t, std::uint32_t>, SiteLink> marks;
+    using Marks = std::map<std::pair<std::uint32_t, std::uint32_t>, SiteLink>;
+    Marks marks, parts;
     const auto mark = [&](const PlaceRecord& at, int list) {
       if (at.file == 0 && at.line > 0) marks[{at.line, at.column}] = {at.line, at.column, at.length, {}, list};
+    };
+    const auto markPart = [&](const PlaceRecord& at, int list) {
+      if (at.file != 0) return;
+      const auto [part, fresh] =
+          parts.try_emplace({at.line, at.column}, SiteLink{at.line, at.column, at.length, {}, list});
+      if (!fresh && part->second.list != list) part->second.list = -1;
     };
     for (const auto& [kvid, decision] : decisions) {
       const int index = data.find(kvid);
       if (index < 0 || !inList(decision)) continue;
       const ConstructRecord& construct = data.constructs[static_cast<std::size_t>(index)];
       mark(construct.declared, *decision.status);
-      for (std::uint32_t i = 0; i < construct.usages; ++i)
-        mark(data.instances[construct.firstInstance + i].place, *decision.status);
+      for (std::uint32_t i = 0; i < construct.instances; ++i) {
+        const InstanceRecord& instance = data.instances[construct.firstInstance + i];
+        if (i < construct.usages)
+          mark(instance.place, *decision.status);
+        else if (instance.access != static_cast<std::uint16_t>(cobol::Access::declare))
+          continue;
+        for (const PlaceRecord& place : data.further(instance))
+          markPart(place, *decision.status);
+      }
     }
+    std::erase_if(parts, [](const auto& part) { return part.second.list < 0; });
+    marks.merge(parts);
     for (SiteLink& link : links)
       if (const auto found = marks.find({link.line, link.column}); found != marks.end()) {
         link.list = found->second.list;

@@ -96,8 +96,13 @@ void SiteFiles::eachLink(const StoreData& data, const std::vector<int>& indexes,
     const SiteTarget target{indexes[construct.declared.file], construct.declared.line};
     for (std::uint32_t i = 0; i < construct.instances; ++i) {
       const InstanceRecord& instance = data.instances[construct.firstInstance + i];
-      if (hasToken(instance) && current(instance.place.file))
-        take(instance.place, SiteLink{instance.place.line, instance.place.column, instance.place.length, target});
+      if (!hasToken(instance)) continue;
+      const auto link = [&](const PlaceRecord& place) {
+        if (current(place.file)) take(place, SiteLink{place.line, place.column, place.length, target});
+      };
+      link(instance.place);
+      for (const PlaceRecord& place : data.further(instance))
+        link(place);
     }
   }
   for (const CopyRecord& copy : data.copies)
