@@ -110,6 +110,7 @@ struct Program {
   std::string path; ///< "OUTER" or "OUTER/INNER"
   int parent = -1;  ///< enclosing program
   bool common = false;
+  bool isClass = false;             ///< its data are seen by the methods inside it
   Position declared;                ///< PROGRAM-ID's name
   std::uint32_t beginToken = 0;     ///< IDENTIFICATION or PROGRAM-ID
   std::uint32_t procedureToken = 0; ///< the word PROCEDURE; 0: no procedure division
@@ -121,6 +122,8 @@ struct Program {
   std::vector<std::pair<std::uint32_t, std::uint32_t>> execRanges; ///< EXEC … END-EXEC outside procedure text
   std::vector<NameId>
       otherNames; ///< names of SPECIAL-NAMES that are no constructs: mnemonics, classes, alphabets, characters
+  std::vector<NameId> functions;     ///< of REPOSITORY: these need no word FUNCTION
+  bool intrinsicsNeedNoWord = false; ///< FUNCTION ALL INTRINSIC
 };
 
 /// How a statement touches a dataname at one place.
@@ -211,6 +214,7 @@ struct DataReference {
     reportSource,
     reportSum,
     reportControl,
+    reportCondition,
     screenFrom,
     screenTo,
     screenUsing,

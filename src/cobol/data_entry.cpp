@@ -280,7 +280,8 @@ void DataEntryReader::commonClause(Word word) {
   if (m_cursor.text() == "INDEXED" || word == Word::indexed) {
     m_cursor.next();
     m_cursor.take(Word::by);
-    while (m_cursor.isWord() && m_cursor.word() == Word::none) {
+    // The first word is a name, whatever else it means to some compilers.
+    while (m_cursor.isWord() && (entry.indexNames.empty() || m_cursor.word() == Word::none)) {
       entry.indexNames.push_back(m_cursor.index());
       m_cursor.next();
     }
@@ -332,7 +333,8 @@ bool DataEntryReader::takeUsage() {
   return true;
 }
 
-/// SQL TYPE IS BLOB(1M): a large object is a length of four bytes and its data.
+/// SQL TYPE IS BLOB(1M): a large object is a length of four bytes and its data; a reference to a file holds three
+/// numbers and the file's name.
 void DataEntryReader::sqlType() {
   m_cursor.next();
   m_cursor.take(Word::type);
@@ -341,24 +343,31 @@ void DataEntryReader::sqlType() {
   DataEntry& entry = *m_entry;
   entry.sqlType = "SQL " + std::string(type);
   std::int64_t size = 1;
+  bool isLocator = false, isFile = false, isWide = false;
+  const auto times = [&size](char unit) {
+    size = std::min(size, std::int64_t{1} << 31) << (unit == 'K' ? 10 : unit == 'M' ? 20 : unit == 'G' ? 30 : 0);
+  };
   while (!m_cursor.atEnd() && !m_cursor.isPeriod()) {
     if (m_cursor.kind() == TokenKind::number) {
       size = integerOf(m_cursor.text()).value_or(1);
     } else if (m_cursor.isWord()) {
       auto word = m_cursor.text();
+      isLocator = isLocator || word == "LOCATOR" || word.ends_with("-LOCATOR");
+      isFile = isFile || word.ends_with("-FILE");
+      isWide = isWide || word == "DBCLOB";
       if (!word.empty() && word.front() >= '0' && word.front() <= '9') {
-        const char unit = word.back();
         size = integerOf(word.substr(0, word.size() - 1)).value_or(1);
-        size <<= unit == 'K' ? 10 : unit == 'M' ? 20 : unit == 'G' ? 30 : 0;
+        times(word.back());
       } else if (word == "K" || word == "M" || word == "G") {
-        size <<= word == "K" ? 10 : word == "M" ? 20 : 30;
+        times(word.front());
       }
     }
     m_cursor.next();
   }
-  const bool locator = type.ends_with("-LOCATOR");
-  if (locator) {
+  if (isLocator) {
     entry.fixedBytes = 4;
+  } else if (isFile) {
+    entry.fixedBytes = 3 * 4 + 255;
   } else if (type == "ROWID") {
     entry.fixedBytes = 42;
   } else if (type == "BINARY") {
@@ -366,7 +375,7 @@ void DataEntryReader::sqlType() {
   } else if (type == "VARBINARY") {
     entry.fixedBytes = size + 2;
   } else {
-    entry.fixedBytes = size * (type == "DBCLOB" ? 2 : 1) + 4;
+    entry.fixedBytes = size * (isWide ? 2 : 1) + 4;
   }
 }
 
@@ -424,8 +433,9 @@ void DataEntryReader::tableKeys() {
   m_cursor.next();
   m_cursor.take(Word::key);
   m_cursor.take(Word::is);
-  while (m_cursor.isWord() && m_cursor.word() == Word::none)
+  do {
     useName(Role::tableKey);
+  } while (m_cursor.isWord() && m_cursor.word() == Word::none);
 }
 
 /// VALUE takes everything up to a word that begins another clause.

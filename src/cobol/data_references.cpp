@@ -38,6 +38,8 @@ Keyword clauseOf(Role role) {
     return Keyword::Sum;
   case Role::reportControl:
     return Keyword::Control;
+  case Role::reportCondition:
+    return Keyword::When;
   case Role::screenFrom:
     return Keyword::From;
   case Role::screenTo:
@@ -81,6 +83,15 @@ Access accessOf(Role role) {
   default:
     return Access::read;
   }
+}
+
+/// `VALUE LENGTH OF x` and the like take nothing from the value of x.
+bool isMeasured(const StatementReader& reader, std::uint32_t token) {
+  const auto wordAt = [&](std::uint32_t back) {
+    return back > token ? Keyword::None : keywordOf(reader.stream().tokens[token - back].text);
+  };
+  const Keyword word = wordAt(1) == Keyword::Of ? wordAt(2) : wordAt(1);
+  return word == Keyword::Length || word == Keyword::ByteLength || word == Keyword::Address;
 }
 
 /// Words that may stand for something else than data, and what only a constant can be.
@@ -129,7 +140,8 @@ void readDataReference(StatementReader& reader, const DataReference& reference) 
   reader.open(reference.token, tokens);
   const bool inTable = reference.role == Role::tableKey;
   reader.prefer(inTable ? reference.construct : -1, reference.file);
-  const Operand item = reader.read(accessOf(reference.role), demandOf(reference.role));
+  const Access access = isMeasured(reader, reference.token) ? Access::named : accessOf(reference.role);
+  const Operand item = reader.read(access, demandOf(reference.role));
   reader.prefer(-1, -1);
   if (!item.isItem()) return;
 

@@ -47,6 +47,9 @@ class EnvironmentReader {
       case Word::specialNames:
         specialNames();
         break;
+      case Word::repository:
+        repository();
+        break;
       case Word::select:
         select();
         break;
@@ -74,6 +77,23 @@ class EnvironmentReader {
     m_cursor.skipPeriod();
     for (; !m_cursor.atEnd() && !m_cursor.isPeriod(); m_cursor.next())
       if (m_cursor.word() == Word::debugging) program().debugging = true;
+  }
+
+  /// FUNCTION name … [INTRINSIC], FUNCTION ALL INTRINSIC; classes and programs need nothing.
+  void repository() {
+    m_cursor.next();
+    m_cursor.skipPeriod();
+    bool functions = false;
+    for (; !m_cursor.atEnd() && !m_cursor.isPeriod(); m_cursor.next()) {
+      if (!m_cursor.isWord()) continue;
+      if (m_cursor.word() == Word::function || m_cursor.word() == Word::class_ || m_cursor.word() == Word::program) {
+        functions = m_cursor.word() == Word::function;
+      } else if (functions && m_cursor.word() == Word::all) {
+        program().intrinsicsNeedNoWord = true;
+      } else if (functions) {
+        program().functions.push_back(m_cursor.token().text);
+      }
+    }
   }
 
   // SPECIAL-NAMES ----------------------------------------------------------------------------------------------------
@@ -332,6 +352,7 @@ class EnvironmentReader {
     const auto name = m_cursor.takeName();
     const bool split = m_cursor.word() == Word::source || m_cursor.isSymbol("=");
     if (!split) return refer(role, name, file);
+    if (name) program().otherNames.push_back(m_stream.tokens[*name].text); // of the key, not of an item
     m_cursor.next();
     m_cursor.take(Word::is);
     while (m_cursor.isWord() && m_cursor.word() == Word::none)

@@ -15,8 +15,12 @@ constexpr std::uint32_t kPairsPerRelation = 4096;
 
 bool StatementReader::isImpliedFunction() const {
   const Token& t = token();
-  if (t.kind != TokenKind::word || !isSymbol(token(1), '(') || m_resolver.isDeclared(t.text)) return false;
-  return functionKind(text(t)) != FunctionKind::none;
+  if (t.kind != TokenKind::word) return false;
+  const bool inRepository = m_resolver.isFunction(t.text);
+  if ((!inRepository && !isSymbol(token(1), '(')) || m_resolver.isDeclared(t.text)) return false;
+  const FunctionKind kind = functionKind(text(t));
+  if (kind == FunctionKind::length) return isSymbol(token(1), '('); // not LENGTH OF
+  return inRepository || kind != FunctionKind::none;
 }
 
 /// Passes over the name of a function and, if it has arguments, opens a level for them.
@@ -90,11 +94,20 @@ void StatementReader::applyMarks(std::uint32_t begin) {
   }
 }
 
+/// Of what a length is taken, the value goes nowhere, though it may have been read: LENGTH (TRIM (A)).
+void StatementReader::measureTerms(std::uint32_t begin) {
+  for (std::size_t i = begin; i < m_terms.size(); ++i) {
+    m_terms[i].operand.sort = Operand::Sort::lengthOf;
+    m_terms[i].flow = Term::Flow::length;
+  }
+}
+
 void StatementReader::closeFunction(const Level& level) {
   const auto size = static_cast<std::uint32_t>(m_terms.size());
   if (level.function == FunctionKind::other && level.side < size) {
     m_marks.push_back({level.side, size, Term::Flow::computed});
   }
+  if (level.function == FunctionKind::length) measureTerms(level.side);
   if (atSymbol('(')) parentheses({}); // a part of the result
 }
 
@@ -268,6 +281,7 @@ bool StatementReader::closeGroup() {
   if (m_levels.size() < 2 || !acceptSymbol(')')) return false;
   Level closed = m_levels.back();
   if (closed.sort == Level::Sort::function) {
+    if (closed.function == FunctionKind::length) measureTerms(closed.side);
     m_levels.pop_back();
     if (atSymbol('(')) parentheses({});
     return true;

@@ -98,10 +98,15 @@ class KeyWriter {
         shortenKey(key, kLongest);
         item.kvid = m_analysis.texts->keep(key);
       }
-      const auto times = seen.add(static_cast<std::uint32_t>(i));
+      auto times = seen.add(static_cast<std::uint32_t>(i));
       if (times == 1) continue;
-      key += '#' + std::to_string(times);
-      item.kvid = m_analysis.texts->keep(key);
+      // A name may hold the sign itself: `A#2` beside two of `A`.
+      const auto length = key.size();
+      do {
+        key.resize(length);
+        key += '#' + std::to_string(times++);
+        item.kvid = m_analysis.texts->keep(key);
+      } while (seen.add(static_cast<std::uint32_t>(i)) > 1);
       repeated.push_back(static_cast<std::uint32_t>(i));
     }
     return repeated;

@@ -58,7 +58,10 @@ class Layout {
   bool isRecord(int index) { return at(index).hasStorage() && at(index).kind != Kind::renames && at(index).parent < 0; }
 
   void placeRenames(Construct& item) {
-    if (item.renamesFirst < 0 || item.renamesLast < 0) return;
+    if (item.renamesFirst < 0 || item.renamesLast < 0) {
+      if (item.parent >= 0) item.position = at(item.parent).position; // no record in a copied type
+      return;
+    }
     const auto& first = at(item.renamesFirst);
     const auto& last = at(item.renamesLast);
     item.position = first.position;
@@ -183,7 +186,7 @@ void layOutWithoutStorage(Analysis& analysis, const Options& options) {
   }
   std::int64_t without = 0;
   for (auto& item : analysis.constructs) {
-    if (item.hasStorage()) continue;
+    if (item.hasStorage() && item.area >= 0) continue; // a 66 without a record has none
     if (item.kind == Kind::specialRegister && item.length > 0) {
       if (item.area >= 0) continue;
       item.area = areas++;

@@ -16,10 +16,11 @@ enum class Mark : std::uint8_t { start, environment, data, procedure, end };
 /// A place where something begins or ends.
 struct Event {
   Mark mark{};
-  std::uint32_t from = 0; ///< first token of the header
-  std::uint32_t to = 0;   ///< one behind the header, of start and end only
-  std::uint32_t name = 0; ///< token of the program's name; 0: none
-  int key = -1;           ///< equal names have equal keys
+  std::uint32_t from = 0;   ///< first token of the header
+  std::uint32_t before = 0; ///< where the text before it ends
+  std::uint32_t to = 0;     ///< one behind the header, of start and end only
+  std::uint32_t name = 0;   ///< token of the program's name; 0: none
+  int key = -1;             ///< equal names have equal keys
   bool isClass = false;
 };
 
@@ -84,7 +85,10 @@ class EventScan {
     return index < m_stream.tokens.size() && m_stream.tokens[index].kind == TokenKind::period;
   }
   void add(Mark mark, std::uint32_t from, State state) {
-    events.push_back({.mark = mark, .from = m_pending != kNone && mark == Mark::start ? m_pending : from});
+    // IDENTIFICATION DIVISION stands in front of PROGRAM-ID, or of the factory or the object of a class.
+    const std::uint32_t before = m_pending != kNone ? m_pending : from;
+    events.push_back({.mark = mark, .from = mark == Mark::start ? before : from, .before = before});
+    m_pending = kNone;
     m_state = state;
   }
 
@@ -157,7 +161,6 @@ class EventScan {
     std::uint32_t at = i + 1;
     if (periodAt(at)) ++at;
     add(Mark::start, i, State::header);
-    m_pending = kNone;
     name(events.back(), at);
     events.back().isClass = word == Word::classId;
   }
@@ -215,7 +218,7 @@ class Assembly {
   ProgramStructure run() {
     for (std::size_t i = 0; i < m_events.size(); ++i) {
       const Event& event = m_events[i];
-      closePart(event.from);
+      closePart(event.before);
       switch (event.mark) {
       case Mark::start:
         open(i);
@@ -246,7 +249,6 @@ class Assembly {
   struct Open {
     int program = 0;
     std::size_t event = 0;
-    bool isClass = false;
     bool inProcedure = false; ///< text behind a contained program goes on with procedure text
   };
 
@@ -292,7 +294,8 @@ class Assembly {
       if (token.kind == TokenKind::period || token.kind == TokenKind::end || token.has(areaA)) break;
       if (m_words.of(token) == Word::common) program.common = true;
     }
-    m_open.push_back({.program = static_cast<int>(m_analysis.programs.size()), .event = i, .isClass = event.isClass});
+    program.isClass = event.isClass;
+    m_open.push_back({.program = static_cast<int>(m_analysis.programs.size()), .event = i});
     m_analysis.programs.push_back(std::move(program));
     m_result.nameTokens.push_back(nameToken);
   }
@@ -302,6 +305,7 @@ class Assembly {
   void openPart(std::uint32_t from, DeclarationPart::Kind kind) {
     if (m_open.empty()) return;
     m_result.parts.push_back({.kind = kind, .program = m_open.back().program, .from = from});
+    m_open.back().inProcedure = false; // the object of a class stands behind its factory
     m_partOpen = true;
   }
   void openProcedure(const Event& event) {

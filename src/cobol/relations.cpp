@@ -8,6 +8,8 @@
 #include <string_view>
 #include <tuple>
 
+#include "cobol/picture.hpp"
+
 namespace cobol {
 
 namespace {
@@ -26,6 +28,14 @@ void dropRepeats(std::vector<cobol::Position>& sites, std::size_t from) {
   std::set<cobol::Position> seen;
   sites.erase(std::remove_if(begin, sites.end(), [&](const cobol::Position& at) { return !seen.insert(at).second; }),
               sites.end());
+}
+
+/// Numeric and not edited, as ADD CORRESPONDING asks for.
+bool isNumeric(const Construct& item) {
+  if (item.isGroup() || (item.flags & ConstructFlag::blankWhenZero) != 0) return false;
+  if (item.picture.empty())
+    return item.usage.starts_with("COMP-") || item.usage.starts_with("BINARY-") || item.usage.starts_with("FLOAT-");
+  return readPicture(item.picture, {}).kind == PictureClass::numeric;
 }
 
 std::uint64_t endsOf(std::uint32_t from, std::uint32_t to) {
@@ -85,15 +95,18 @@ bool Relations::isElementary(std::uint32_t construct) const {
          !m_analysis.constructs[static_cast<std::size_t>(item.renamesFirst)].isGroup();
 }
 
-/// The only item directly below a group, or null.
-const Construct* Relations::onlyChild(std::uint32_t group) const {
+/// The only elementary item below a group, perhaps inside groups that have no other item, or null.
+const Construct* Relations::onlyLeaf(std::uint32_t group) const {
   const Construct* item = &m_analysis.constructs[group];
   if (item->kind == Kind::renames) {
     if (item->renamesFirst != item->renamesLast) return nullptr;
     item = &m_analysis.constructs[static_cast<std::size_t>(item->renamesFirst)];
   }
-  const Construct& first = m_analysis.constructs[static_cast<std::size_t>(item->firstChild)];
-  return first.nextSibling < 0 ? &first : nullptr;
+  while (item->isGroup()) {
+    item = &m_analysis.constructs[static_cast<std::size_t>(item->firstChild)];
+    if (item->nextSibling >= 0 || item->repeats) return nullptr;
+  }
+  return item;
 }
 
 void Relations::addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site, Part fromPart, Part toPart) {
@@ -114,9 +127,9 @@ void Relations::addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site
   // A group of one elementary item of the full length is that item under another name.
   const bool fromGroup = !isElementary(from);
   const Construct& other = fromGroup ? b : a;
-  const Construct* only = onlyChild(fromGroup ? from : to);
-  const bool sameShape = isElementary(fromGroup ? to : from) && only != nullptr && !only->isGroup() && !only->repeats &&
-                         only->kind != Kind::filler && only->length == other.length;
+  const Construct* only = onlyLeaf(fromGroup ? from : to);
+  const bool sameShape = isElementary(fromGroup ? to : from) && only != nullptr && only->kind != Kind::filler &&
+                         only->length == other.length;
   add(sameShape ? RelationKind::Move : RelationKind::GroupMove, from, to, site);
   addLeaves(from, to, site, fromPart, toPart);
 }
@@ -159,7 +172,7 @@ void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) con
     const Open next = open.back();
     open.pop_back();
     const Construct& c = constructs[static_cast<std::size_t>(next.construct)];
-    if (!c.hasStorage() || (c.kind == Kind::filler && !c.isGroup())) continue;
+    if (!c.hasStorage() || c.size == 0 || (c.kind == Kind::filler && !c.isGroup())) continue;
     const std::uint64_t copies = next.copies * std::max<std::uint32_t>(1, c.occurs);
     const std::int64_t begin = next.begin - origin;
     if (renames && (begin >= length || begin + c.size <= 0)) continue;
@@ -298,7 +311,7 @@ void Relations::addCorresponding(RelationKind kind, std::uint32_t from, std::uin
         open.emplace_back(sender, match->second);
       } else if (kind == RelationKind::Move) {
         addMove(sender, match->second, site);
-      } else if (!c.isGroup() && !receiver.isGroup() && c.digits > 0 && receiver.digits > 0) {
+      } else if (isNumeric(c) && isNumeric(receiver)) {
         add(kind, sender, match->second, site);
       }
     }

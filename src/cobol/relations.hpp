@@ -62,7 +62,7 @@ class Relations {
   using Meeting = std::tuple<std::uint64_t, Part, Part>; ///< the ends, and of each its part
 
   bool isElementary(std::uint32_t construct) const;
-  const Construct* onlyChild(std::uint32_t group) const;
+  const Construct* onlyLeaf(std::uint32_t group) const;
   bool takesPart(const Construct& construct) const;
   void collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) const;
   void cutLeaves(std::uint32_t item, Part part, std::vector<Leaf>& leaves) const;

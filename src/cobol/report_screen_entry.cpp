@@ -110,7 +110,9 @@ bool DataEntryReader::reportClause(Word word) {
     // PRESENT WHEN condition: its names are read
     m_cursor.next();
     m_cursor.take(Word::when);
-    expression(Role::reportSource);
+    do {
+      expression(Role::reportCondition);
+    } while (m_cursor.take(Word::is));
     return true;
   default:
     return false;

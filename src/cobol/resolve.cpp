@@ -71,6 +71,11 @@ void Resolver::enterProgram(int program) {
       m_head[m_names[i]] = kNone;
   }
   m_program = program;
+  m_hasRepository = false;
+  for (int p = program; p >= 0; p = m_analysis.programs[static_cast<std::size_t>(p)].parent) {
+    const Program& around = m_analysis.programs[static_cast<std::size_t>(p)];
+    m_hasRepository = m_hasRepository || around.intrinsicsNeedNoWord || !around.functions.empty();
+  }
   m_occurrences.clear();
   m_foundBefore.clear();
   const auto& own = m_ofProgram[static_cast<std::size_t>(program)];
@@ -89,6 +94,7 @@ int Resolver::fileOf(std::uint32_t construct) const {
 
 bool Resolver::isGlobal(std::uint32_t construct) const {
   const auto& constructs = m_analysis.constructs;
+  if (m_analysis.programs[static_cast<std::size_t>(constructs[construct].program)].isClass) return true;
   for (int at = static_cast<int>(construct); at >= 0; at = constructs[static_cast<std::size_t>(at)].parent) {
     if ((constructs[static_cast<std::size_t>(at)].flags & ConstructFlag::global) != 0) return true;
   }
@@ -218,7 +224,8 @@ int Resolver::findFile(NameId name) const {
   for (int p = m_program; p >= 0; p = m_analysis.programs[static_cast<std::size_t>(p)].parent) {
     const auto file = m_files.find(keyOf(p, name));
     if (file != m_files.end() &&
-        (p == m_program || m_analysis.dataFiles[static_cast<std::size_t>(file->second)].global)) {
+        (p == m_program || m_analysis.dataFiles[static_cast<std::size_t>(file->second)].global ||
+         m_analysis.programs[static_cast<std::size_t>(p)].isClass)) {
       return file->second;
     }
   }
@@ -229,6 +236,15 @@ bool Resolver::isOtherName(NameId name) const {
   for (int p = m_program; p >= 0; p = m_analysis.programs[static_cast<std::size_t>(p)].parent) {
     const auto& names = m_analysis.programs[static_cast<std::size_t>(p)].otherNames;
     if (std::find(names.begin(), names.end(), name) != names.end()) return true;
+  }
+  return false;
+}
+
+bool Resolver::isInRepository(NameId name) const {
+  for (int p = m_program; p >= 0; p = m_analysis.programs[static_cast<std::size_t>(p)].parent) {
+    const Program& around = m_analysis.programs[static_cast<std::size_t>(p)];
+    if (around.intrinsicsNeedNoWord && functionKind(m_stream.names.text(name)) != FunctionKind::none) return true;
+    if (std::find(around.functions.begin(), around.functions.end(), name) != around.functions.end()) return true;
   }
   return false;
 }

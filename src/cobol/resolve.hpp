@@ -34,6 +34,8 @@ class Resolver {
 
   /// Whether SPECIAL-NAMES gives the name to something that is no construct: a mnemonic, class, alphabet, character.
   bool isOtherName(NameId name) const;
+  /// Whether REPOSITORY lets the name stand for a function without the word FUNCTION in front.
+  bool isFunction(NameId name) const { return m_hasRepository && isInRepository(name); }
   /// The file, report or communication description of that name as the program sees it; -1: none.
   int findFile(NameId name) const;
 
@@ -59,6 +61,7 @@ class Resolver {
                std::vector<std::uint32_t>& found);
   bool matches(std::uint32_t construct, std::span<const NameId> qualifiers, bool& whole) const;
   bool isGlobal(std::uint32_t construct) const;
+  bool isInRepository(NameId name) const;
   std::uint32_t specialRegister(NameId name);
   std::uint32_t make(Kind kind, std::string name, std::uint32_t token);
   void append(Construct construct);
@@ -66,6 +69,7 @@ class Resolver {
   const TokenStream& m_stream;
   Analysis& m_analysis;
   int m_program = -1;
+  bool m_hasRepository = false;                        ///< of functions, in the program entered or around it
   std::vector<NameId> m_names;                         ///< of every construct
   std::vector<NameId> m_fileNames;                     ///< of every data file
   std::vector<std::uint32_t> m_next;                   ///< the next construct of the same name in the same program

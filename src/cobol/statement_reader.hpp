@@ -93,6 +93,8 @@ class StatementReader {
   bool atConstant() const;
   /// A name, a constant, LENGTH OF, ADDRESS OF or FUNCTION.
   bool atOperand() const;
+  /// A function, with the word FUNCTION or without it.
+  bool atFunction() const { return at(Keyword::Function) || isImpliedFunction(); }
   bool isVerb(const Token& t) const;
   /// Where the statement's operands end: period, verb, scope terminator, ELSE, WHEN, a conditional phrase.
   bool atBoundary() const;
@@ -225,6 +227,7 @@ class StatementReader {
   static void endChain(Level& level, std::uint32_t size, std::vector<Mark>& marks);
   static void endSum(Level& level, std::uint32_t size, std::vector<Mark>& marks);
   void closeFunction(const Level& level);
+  void measureTerms(std::uint32_t begin);
   void applyMarks(std::uint32_t begin);
   bool openGroup();
   bool closeGroup();

@@ -22,7 +22,7 @@ constexpr std::pair<Keyword, StatementHandler> kHandlers[] = {
     {Keyword::Close, readOpenOrClose},
     {Keyword::Commit, readNothing},
     {Keyword::Compute, readCompute},
-    {Keyword::Continue, readNothing},
+    {Keyword::Continue, readContinue},
     {Keyword::Delete, readDelete},
     {Keyword::Disable, readSend},
     {Keyword::Display, readDisplay},

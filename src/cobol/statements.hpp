@@ -32,6 +32,7 @@ void readStop(StatementReader&);
 void readExit(StatementReader&);
 void readUse(StatementReader&);
 /// Statements that name no data: CONTINUE, ALTER, GOBACK …
+void readContinue(StatementReader&);
 void readNothing(StatementReader&);
 /// Passes over the statement; names in it are only named.
 void readNamed(StatementReader&);

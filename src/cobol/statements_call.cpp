@@ -16,12 +16,19 @@ std::string upper(std::string_view text) {
   return out;
 }
 
+/// `SIZE 4`: how many bytes a value is handed over in.
+bool acceptSize(StatementReader& r) {
+  if (!r.accept(Keyword::Size)) return false;
+  if (r.token().kind == TokenKind::number) r.advance();
+  return true;
+}
+
 /// The arguments behind USING: how each is handed over holds until the next BY.
 void arguments(StatementReader& r, const std::string& program) {
   Access access = Access::both;
   int k = 0;
   while (!r.atBoundary() && !r.at(Keyword::Returning) && !r.at(Keyword::Giving)) {
-    if (r.accept(Keyword::By)) continue;
+    if (r.accept(Keyword::By) || acceptSize(r)) continue;
     if (r.accept(Keyword::Reference)) {
       access = Access::both;
     } else if (r.at(Keyword::Content) || r.at(Keyword::Value)) {
@@ -32,7 +39,7 @@ void arguments(StatementReader& r, const std::string& program) {
     } else if (r.atOperand()) {
       ++k;
       const std::uint32_t before = r.index();
-      if (r.at(Keyword::Function)) {
+      if (r.atFunction()) {
         r.primary();
         continue;
       }
@@ -45,7 +52,7 @@ void arguments(StatementReader& r, const std::string& program) {
         r.relate(RelationKind::Argument, argument, r.operandOf(r.resolver().callSlot(program, k, before), before));
       }
       if (r.index() == before) return;
-    } else if (r.at(Keyword::Delimited) || r.at(Keyword::Size) || r.at(Keyword::Unsigned)) {
+    } else if (r.at(Keyword::Delimited) || r.at(Keyword::Unsigned)) {
       r.advance();
     } else {
       return;
@@ -67,10 +74,11 @@ void parameters(StatementReader& r, const std::string& program) {
   int k = 0;
   while (!r.atBoundary() && !r.at(Keyword::Returning) && !r.at(Keyword::Giving)) {
     if (r.at(Keyword::By) || r.at(Keyword::Reference) || r.at(Keyword::Value) || r.at(Keyword::Optional) ||
-        r.at(Keyword::Size) || r.at(Keyword::Unsigned) || r.at(Keyword::Content)) {
+        r.at(Keyword::Unsigned) || r.at(Keyword::Content)) {
       r.advance();
       continue;
     }
+    if (acceptSize(r)) continue;
     if (!r.atOperand()) return;
     const std::uint32_t before = r.index();
     const Operand item = r.read(Access::both);

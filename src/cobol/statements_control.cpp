@@ -185,6 +185,12 @@ void readUse(StatementReader& r) {
   }
 }
 
+void readContinue(StatementReader& r) {
+  if (!r.accept(Keyword::After)) return;
+  r.expression();
+  readNothing(r); // SECONDS
+}
+
 void readNothing(StatementReader& r) {
   while (!r.atBoundary())
     r.advance();

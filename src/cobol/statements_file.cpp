@@ -60,7 +60,8 @@ void readRead(StatementReader& r) {
 
 void readWrite(StatementReader& r) {
   Operand record;
-  if (r.accept(Keyword::File)) {
+  const bool byFile = r.accept(Keyword::File); // WRITE FILE f: no token names a record
+  if (byFile) {
     const std::uint32_t site = r.index();
     record = r.recordsOf(r.fileName(), site);
   } else {
@@ -68,7 +69,7 @@ void readWrite(StatementReader& r) {
   }
   r.accept(Keyword::Record);
   const bool from = r.accept(Keyword::From);
-  r.touch(record, from ? Access::both : Access::read);
+  r.touch(record, byFile ? Access::implied : from ? Access::both : Access::read);
   if (from) {
     const TermRange source = r.primary();
     r.relateAll(RelationKind::Write, source, record);

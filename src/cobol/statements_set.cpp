@@ -13,18 +13,14 @@ void addDynamicOverlay(StatementReader& r, const Operand& source, const Operand&
   r.relateLeaves(source, record);
 }
 
-void setFrom(StatementReader& r, const Operand& source, const Operand& target) {
-  const bool targetIsAddress = target.sort == Operand::Sort::addressOf;
-  if (source.sort == Operand::Sort::addressOf) {
-    if (targetIsAddress) {
+void setToAddress(StatementReader& r, const std::vector<Operand>& targets) {
+  const Operand source = r.read(Access::read);
+  for (const Operand& target : targets) {
+    if (target.sort == Operand::Sort::addressOf) {
       addDynamicOverlay(r, source, target);
     } else {
       r.relate(RelationKind::Pointer, source, target);
     }
-  } else if (targetIsAddress) {
-    r.relate(RelationKind::Pointer, source, target);
-  } else {
-    r.relateMove(source, target);
   }
 }
 
@@ -82,16 +78,15 @@ void setTo(StatementReader& r, const std::vector<Operand>& targets) {
     }
     return;
   }
-  const bool simple = r.at(Keyword::Address);
-  if (simple || (r.atName() && !r.isSymbol(r.token(1), '+') && !r.isSymbol(r.token(1), '-'))) {
-    const Operand source = r.read(Access::read);
-    for (const Operand& target : targets)
-      setFrom(r, source, target);
-    return;
-  }
+  if (r.at(Keyword::Address) && r.keyword(1) == Keyword::Of) return setToAddress(r, targets);
   const TermRange source = r.expression();
-  for (const Operand& target : targets)
-    r.relateFlow(source, target);
+  for (const Operand& target : targets) {
+    if (target.sort == Operand::Sort::addressOf) {
+      r.relateAll(RelationKind::Pointer, source, target);
+    } else {
+      r.relateFlow(source, target);
+    }
+  }
 }
 
 } // namespace

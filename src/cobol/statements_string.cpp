@@ -140,7 +140,7 @@ void inspectOthers(StatementReader& r, const Operand& inspected) {
 } // namespace
 
 void readInspect(StatementReader& r) {
-  if (r.at(Keyword::Function)) { // the result of a function can be counted through, not changed
+  if (r.atFunction()) { // the result of a function can be counted through, not changed
     r.primary();
     if (r.accept(Keyword::Tallying)) inspectTallying(r, {});
     return;
@@ -182,27 +182,8 @@ bool acceptTextOption(StatementReader& r) {
   return true;
 }
 
-} // namespace
-
-void readJson(StatementReader& r) {
-  if (r.accept(Keyword::Parse)) {
-    const Operand text = r.read(Access::read);
-    r.accept(Keyword::Into);
-    const Operand target = r.read(Access::write);
-    r.relate(RelationKind::Unstring, text, target);
-    r.accept(Keyword::With);
-  } else {
-    r.accept(Keyword::Generate);
-    const Operand target = r.read(Access::write);
-    r.accept(Keyword::From);
-    const Operand source = r.read(Access::read);
-    r.relate(RelationKind::String, source, target);
-    if (r.accept(Keyword::Count)) {
-      r.accept(Keyword::In);
-      r.relate(RelationKind::Tally, source, r.read(Access::write));
-    }
-  }
-  // NAME OF x IS 'n', SUPPRESS x WHEN …: the items are only named.
+/// NAME OF x IS 'n', SUPPRESS x WHEN …: the items are only named.
+void nameItems(StatementReader& r) {
   while (!r.atEnd() && r.token().kind != TokenKind::period) {
     if (r.at(Keyword::Suppress) || r.at(Keyword::When)) {
       r.advance();
@@ -216,6 +197,33 @@ void readJson(StatementReader& r) {
       r.advance();
     }
   }
+}
+
+} // namespace
+
+void readJson(StatementReader& r) {
+  Operand data;
+  if (r.accept(Keyword::Parse)) {
+    const Operand text = r.read(Access::read);
+    r.accept(Keyword::Into);
+    data = r.read(Access::write);
+    r.relate(RelationKind::Unstring, text, data);
+    r.accept(Keyword::With);
+  } else {
+    r.accept(Keyword::Generate);
+    const Operand target = r.read(Access::write);
+    r.accept(Keyword::From);
+    data = r.read(Access::read);
+    r.relate(RelationKind::String, data, target);
+    if (r.accept(Keyword::Count)) {
+      r.accept(Keyword::In);
+      r.relate(RelationKind::Tally, data, r.read(Access::write));
+    }
+  }
+  // The items named belong to the group that is made into text or filled from it.
+  if (data.count == 1) r.prefer(static_cast<int>(r.candidate(data, 0)), -1);
+  nameItems(r);
+  r.prefer(-1, -1);
 }
 
 void readXml(StatementReader& r) {

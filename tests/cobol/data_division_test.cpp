@@ -30,10 +30,11 @@ std::string filesOf(const cobol::Analysis& analysis) {
 /// `recordKey 8:28+4`: role, line, column and length of each name that a clause uses.
 std::string referencesOf(const cobol::Analysis& analysis) {
   static constexpr const char* kRoles[] = {
-      "assign",       "recordKey",   "alternateKey",  "relativeKey",     "fileStatus",   "password",   "recordVarying",
-      "linage",       "fileValue",   "dependingOn",   "tableKey",        "reportSource", "reportSum",  "reportControl",
-      "screenFrom",   "screenTo",    "screenUsing",   "screenAttribute", "crtStatus",    "cursor",     "constantValue",
-      "pictureCount", "occursCount", "valueConstant", "redefines",       "renamesFirst", "renamesLast"};
+      "assign",          "recordKey",     "alternateKey",    "relativeKey",   "fileStatus",   "password",
+      "recordVarying",   "linage",        "fileValue",       "dependingOn",   "tableKey",     "reportSource",
+      "reportSum",       "reportControl", "reportCondition", "screenFrom",    "screenTo",     "screenUsing",
+      "screenAttribute", "crtStatus",     "cursor",          "constantValue", "pictureCount", "occursCount",
+      "valueConstant",   "redefines",     "renamesFirst",    "renamesLast"};
   std::string text;
   for (const auto& reference : analysis.references)
     text += std::string(kRoles[static_cast<int>(reference.role)]) + ' ' + std::to_string(reference.at.line) + ':' +
@@ -146,6 +147,10 @@ TEST(Entries, NameOtherItems) {
   EXPECT_EQ(referencesOf(run.analysis),
             "occursCount 7:26+3\ndependingOn 7:43+1\ntableKey 8:29+2\ntableKey 8:32+2\n"
             "pictureCount 9:22+3\nvalueConstant 11:20+3\nvalueConstant 12:35+3\nvalueConstant 12:47+3\n");
+  const auto names = readAndLayOut(workingStorage("01 T.\n 05 E OCCURS 3 ASCENDING KEY STEP INDEXED BY CURSOR IX.\n"
+                                                  "  10 STEP PIC X."));
+  EXPECT_EQ(referencesOf(names.analysis), "tableKey 6:37+4\n");
+  EXPECT_THAT(picture(names), testing::HasSubstr("00 CURSOR @-1 INDEX\n00 IX @-2 INDEX\n"));
 }
 
 TEST(Entries, CopyTypes) {

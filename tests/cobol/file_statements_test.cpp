@@ -70,6 +70,8 @@ TEST(FileStatements, RecordsMeetItemsKeysAndSlots) {
        "OverlapMove A-KEY -> OUT-REC, OverlapMove A-TEXT -> OUT-REC, Write AREA1 -> OUT-REC"},
       {"REWRITE IN-REC FROM AREA1.", "IN-REC B 1:9, AREA1 R 1:21",
        "PartMove A-KEY -> IN-KEY, PartMove A-TEXT -> IN-TEXT, Write AREA1 -> IN-REC"},
+      {"WRITE FILE INFILE FROM AREA1.", "IN-REC I 1:12, AREA1 R 1:24",
+       "PartMove A-KEY -> IN-KEY, PartMove A-TEXT -> IN-TEXT, Write AREA1 -> IN-REC"},
       {"START INFILE KEY NOT LESS THAN A-KEY.", "A-KEY R 1:32", "Key A-KEY -> IN-REC"},
       {"DELETE INFILE RECORD INVALID KEY CONTINUE.", "", ""},
       {"SORT WORKFILE ON ASCENDING KEY SORT-KEY\nUSING INFILE OUTPUT PROCEDURE HERE.", "SORT-KEY R 1:32",
@@ -92,6 +94,26 @@ TEST(FileStatements, RecordsMeetItemsKeysAndSlots) {
     EXPECT_EQ(without(facts.instances(), kDeclaredInstances), one.instances);
     EXPECT_EQ(without(facts.relations(), kDeclaredRelations), one.relations);
   }
+}
+
+TEST(FileStatements, KeysOfSeveralItemsHaveANameOfTheirOwn) {
+  const ProcedureFacts facts = factsOfSource(R"(       PROGRAM-ID. P.
+       ENVIRONMENT DIVISION.
+       INPUT-OUTPUT SECTION.
+       FILE-CONTROL.
+           SELECT F ASSIGN TO DD ORGANIZATION INDEXED
+               RECORD KEY WHOLE = K1 K2 OF R.
+       DATA DIVISION.
+       FILE SECTION.
+       FD F.
+       01 R.
+          05 K1 PIC X(4).
+          05 K2 PIC X(6).
+       PROCEDURE DIVISION.
+           READ F KEY IS WHOLE. START F KEY >= WHOLE.
+)");
+  EXPECT_EQ(facts.instances(), "K1 R 6:24, K2 R 6:27, R N 6:33");
+  EXPECT_EQ(facts.relations(), "Key K1 -> R, Key K2 -> R, RecordSlot R -> DD");
 }
 
 TEST(FileStatements, ScreensAndReportsMoveTheirSources) {
@@ -120,10 +142,23 @@ TEST(FileStatements, ReportsTakeTheirSourcesAndSums) {
 ^   05 D1 COLUMN 1 PIC 9 SOURCE IS A.
 ^01 FOOT TYPE CONTROL FOOTING DEPT LINE 2.
 ^   05 TOT COLUMN 1 PIC 99 SUM A RESET ON DEPT.
+^   05 MARK PRESENT WHEN A = 1 AND DEPT IS NUMERIC COLUMN 4 PIC 9.
 )",
                                         "GENERATE DET. MOVE PAGE-COUNTER TO A.");
-  EXPECT_EQ(report.instances(), "DEPT R, A R, DEPT R, A R, DEPT R, DET N 1:10, PAGE-COUNTER R 1:20, A W 1:36");
+  EXPECT_EQ(report.instances(),
+            "DEPT R, A R, DEPT R, A R, DEPT R, A R, DEPT R, DET N 1:10, PAGE-COUNTER R 1:20, A W 1:36");
   EXPECT_EQ(report.relations(), "Addition A -> TOT, Move A -> D1, Move PAGE-COUNTER -> A");
+}
+
+TEST(FileStatements, LengthsInValuesNameTheirItem) {
+  const ProcedureFacts facts = factsOf(R"(^WORKING-STORAGE SECTION.
+^01 A PIC X(9).
+^78 L1 VALUE LENGTH OF A.
+^01 L2 CONSTANT AS LENGTH A.
+^01 L3 CONSTANT AS L2.
+)",
+                                       "CONTINUE.");
+  EXPECT_EQ(facts.instances(), "A N, A N, L2 R");
 }
 
 TEST(FileStatements, VariableTablesDependOnTheirCount) {

@@ -55,6 +55,13 @@ TEST(Keys, OfMadeConstructs) {
             "P:!CALL.SUB.1\nP:!CALL.LOWER=27QUOTE=25.CA\nP:!FILE.DDNAME\nP:!REG.RETURN-CODE\nP:?A.B\nP:?A.B#2\n");
 }
 
+// Some compilers allow the sign in names.
+TEST(Keys, OfNamesThatHoldTheSignOfRepetition) {
+  const auto run = readAndLayOut(
+      workingStorage("01 A#2 PIC X.\n01 A PIC X.\n01 A PIC X.\n01 B PIC X.\n01 B PIC X.\n01 B#2 PIC X.\n01 B PIC X."));
+  EXPECT_EQ(keysOf(run.analysis), "P:A#2\nP:A\nP:A#3\nP:B\nP:B#2\nP:B#2#2\nP:B#3\n");
+}
+
 TEST(Keys, AreUniqueShortAndKeepTheirAlphabet) {
   std::string lines = "01 R.\n";
   std::string name = "A-NAME-OF-THIRTY-CHARACTERS-00";

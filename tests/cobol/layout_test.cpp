@@ -229,6 +229,28 @@ TEST(Overlay, SeesNothingWithinOneLayout) {
   EXPECT_EQ(relationsOf(run), "U Redefinition T <9:24>\n");
 }
 
+TEST(Layout, SizesOfTypesThatSqlDeclares) {
+  const std::pair<std::string_view, std::int64_t> cases[] = {
+      {"BLOB(10K)", 10'244},
+      {"CLOB(2 M)", 2'097'156},
+      {"DBCLOB(5)", 14},
+      {"BINARY(7)", 7},
+      {"VARBINARY(20)", 22},
+      {"ROWID", 42},
+      {"CLOB-LOCATOR", 4},
+      {"CLOB-FILE", 267},
+      {"RESULT-SET-LOCATOR VARYING", 4},
+      {"XML AS DBCLOB(1K)", 2052},
+      {"XML AS BLOB-FILE", 267},
+      {"TABLE LIKE T AS LOCATOR", 4},
+  };
+  for (const auto& [type, size] : cases) {
+    const auto run = readAndLayOut(workingStorage("01 A USAGE IS SQL TYPE IS " + std::string(type) + "."));
+    EXPECT_EQ(run.analysis.constructs.front().size, size) << type;
+    EXPECT_EQ(diagnosticsOf(run), "") << type;
+  }
+}
+
 TEST(Layout, ConditionsTakeTheirItemsRangeOnDemand) {
   EXPECT_EQ(layoutOf("01 A PIC X(4).\n01 B PIC X.\n 88 C VALUE \"Y\" 'it''s'.", {.conditionStorage = true}),
             "01 A @0+0 len 4 PIC X(4) DISPLAY\n01 B @32+0 len 1 PIC X DISPLAY\n88 C @32 = \"Y\" \"it's\"\n");

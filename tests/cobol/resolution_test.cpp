@@ -1,4 +1,5 @@
 // Which declaration a written name means, and what comes of names that nothing declares.
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -108,6 +109,69 @@ TEST(Resolution, ContainedProgramsSeeGlobalNames) {
 )");
   EXPECT_EQ(usedKeys(facts), "OUTER:OWN R, OUTER:SHARED.PART W, OUTER:SHARED.PART R, OUTER/INNER:OWN W, "
                              "OUTER:!REG.RETURN-CODE W, OUTER/INNER:?HIDDEN R");
+}
+
+TEST(Resolution, MethodsSeeTheDataOfTheirClass) {
+  const ProcedureFacts facts = factsOfSource(R"(       IDENTIFICATION DIVISION.
+       CLASS-ID. ACCOUNT INHERITS BASE.
+       IDENTIFICATION DIVISION.
+       FACTORY.
+       DATA DIVISION.
+       WORKING-STORAGE SECTION.
+       01 COUNTER PIC 9.
+       PROCEDURE DIVISION.
+       IDENTIFICATION DIVISION.
+       METHOD-ID. "make".
+       PROCEDURE DIVISION.
+           ADD 1 TO COUNTER.
+       END METHOD "make".
+       END FACTORY.
+       IDENTIFICATION DIVISION.
+       OBJECT.
+       DATA DIVISION.
+       WORKING-STORAGE SECTION.
+       01 BALANCE PIC 9.
+       PROCEDURE DIVISION.
+       IDENTIFICATION DIVISION.
+       METHOD-ID. CREDIT.
+       DATA DIVISION.
+       LINKAGE SECTION.
+       01 AMOUNT PIC 9.
+       PROCEDURE DIVISION USING AMOUNT.
+           ADD AMOUNT TO BALANCE.
+       END METHOD CREDIT.
+       END OBJECT.
+       END CLASS ACCOUNT.
+)");
+  EXPECT_EQ(usedKeys(facts), "ACCOUNT:COUNTER B, ACCOUNT/CREDIT:AMOUNT B, ACCOUNT/CREDIT:AMOUNT R, ACCOUNT:BALANCE B");
+  EXPECT_EQ(facts.diagnostics(), "");
+}
+
+TEST(Resolution, FunctionsOfTheRepositoryNeedNoWord) {
+  const std::string head = R"(       PROGRAM-ID. P.
+       ENVIRONMENT DIVISION.
+       CONFIGURATION SECTION.
+       REPOSITORY. )";
+  const std::string rest = R"(
+       DATA DIVISION.
+       WORKING-STORAGE SECTION.
+       01 A PIC X.
+       01 B PIC X.
+       01 PI PIC 9.
+       PROCEDURE DIVISION.
+           MOVE OWN-ONE (A) TO B. IF OWN-ONE (A) = B CONTINUE.
+           MOVE CURRENT-DATE TO A. MOVE PI TO B. MOVE LENGTH OF A TO PI.
+           INSPECT TRIM (A) TALLYING PI FOR ALL "X".
+           CALL "S" USING BY CONTENT TRIM (A) B.
+)";
+  const ProcedureFacts facts = factsOfSource(head + "CLASS OTHER FUNCTION OWN-ONE FUNCTION ALL INTRINSIC." + rest);
+  EXPECT_EQ(usedKeys(facts), "P:A R, P:B W, P:A R, P:B R, P:A W, P:PI R, P:B W, P:A N, P:PI W, P:A R, P:PI B, "
+                             "P:A R, P:B R");
+  EXPECT_EQ(facts.relations(),
+            "Argument B -> S(2), Comparison A -> B, Computation A -> B, Length A -> PI, Move PI -> B");
+  EXPECT_EQ(facts.diagnostics(), "");
+  EXPECT_THAT(factsOfSource(head + "CLASS OWN-ONE." + rest).diagnostics(),
+              ::testing::HasSubstr("Unresolved OWN-ONE is not declared"));
 }
 
 TEST(Resolution, ParametersOfTheProgramMeetItsOwnSlots) {

@@ -70,6 +70,7 @@ TEST(Statements, MoveReadsItsSourceAndWritesItsReceivers) {
       {"MOVE FUNCTION TRIM(A TRAILING) TO B.", "A R 1:20, B W 1:35", "Move A -> B"},
       {"MOVE FUNCTION REVERSE(A) TO B.", "A R 1:23, B W 1:29", "Computation A -> B"},
       {"MOVE FUNCTION LENGTH(A) TO N.", "A N 1:22, N W 1:28", "Length A -> N"},
+      {"MOVE FUNCTION LENGTH(FUNCTION TRIM(A)) TO N.", "A R 1:36, N W 1:43", "Length A -> N"},
       {"MOVE FUNCTION CURRENT-DATE (1:8) TO A.", "A W 1:37", ""},
       {"MOVE RETURN-CODE TO N.", "RETURN-CODE R 1:6, N W 1:21", "Move RETURN-CODE -> N"},
       {"MOVE A TO B\nC.", "A R 1:6, B W 1:11, C W 2:1", "Move A -> B, Move A -> C"},
@@ -84,6 +85,12 @@ TEST(Statements, GroupMovesAreAlignedLeafByLeaf) {
       {"MOVE A TO TAB.", "A R 1:6, TAB W 1:11", "GroupMove A -> TAB, PartMove A -> ELEM"},
       {"MOVE A TO ROW (1).", "A R 1:6, ROW W 1:11", "Move A -> ROW, PartMove A -> ELEM"},
   });
+  expectFacts("^WORKING-STORAGE SECTION.\n^01 A PIC X(5).\n^01 G1.\n^   05 G2.\n^      10 G3 PIC X(5).\n",
+              {{"MOVE A TO G1.", "A R 1:6, G1 W 1:11", "Move A -> G1, PartMove A -> G3"}});
+  // Z has no bytes: its PICTURE is in a copybook that is not there.
+  expectFacts(
+      "^WORKING-STORAGE SECTION.\n^01 G.\n^   05 X PIC X(2).\n^   05 Z.\n^01 H.\n^   05 Y PIC X(4).\n^   05 V PIC X.\n",
+      {{"MOVE G TO H.", "G R 1:6, H W 1:11", "GroupMove G -> H, OverlapMove X -> Y"}});
 }
 
 TEST(Statements, RenamedRangesMoveLikeGroups) {
@@ -169,6 +176,22 @@ TEST(Statements, CorrespondingJoinsNamesUnderBothGroups) {
                         {"MOVE CORRESPONDING G1 TO G2.", "G1 R 1:20, G2 W 1:26", "Move V -> V, Move Y -> Y"},
                         {"ADD CORR G1 TO G2.", "G1 R 1:10, G2 B 1:16", "Addition V -> V"},
                     });
+  expectFacts(R"(^WORKING-STORAGE SECTION.
+^01 G1.
+^   05 EDITED PIC ZZ9.
+^   05 FLOATING COMP-2.
+^   05 WHOLE BINARY-LONG UNSIGNED.
+^   05 BLANKED PIC 999 BLANK WHEN ZERO.
+^   05 SCALED PIC SPP9 COMP-3.
+^01 G2.
+^   05 EDITED PIC 999.
+^   05 FLOATING PIC S9(5)V99.
+^   05 WHOLE COMP-1.
+^   05 BLANKED PIC 999.
+^   05 SCALED PIC 9.
+)",
+              {{"SUBTRACT CORR G1 FROM G2.", "G1 R 1:15, G2 B 1:23",
+                "Addition FLOATING -> FLOATING, Addition SCALED -> SCALED, Addition WHOLE -> WHOLE"}});
 }
 
 TEST(Statements, ArithmeticChangesResultsButOnlyWritesWhatIsGiven) {
@@ -205,6 +228,10 @@ TEST(Statements, SetReachesIndexesConditionsPointersAndAddresses) {
       {"SET ADDRESS OF L TO ADDRESS OF G.", "L W 1:16, G N 1:32",
        "Address G -> L, PartMove GX -> LX, PartMove GY -> LY"},
       {"SET PTR TO NULL.", "PTR W 1:5", ""},
+      {"SET N TO M + 1.", "N W 1:5, M R 1:10", "Addition M -> N"},
+      {"SET K TO ELEM (IX) + 1.", "K W 1:5, ELEM R 1:10, IX R 1:16", "Addition ELEM -> K, Subscript IX -> ELEM"},
+      {"SET PTR TO ADDRESS OF ELEM (N).", "PTR W 1:5, ELEM N 1:23, N R 1:29",
+       "Pointer ELEM -> PTR, Subscript N -> ELEM"},
   });
 }
 
@@ -258,6 +285,7 @@ TEST(Statements, ControlReadsWhatSteers) {
       {"EVALUATE N WHEN 1 IF A = B SEARCH ROW WHEN SW-ON CONTINUE\nEND-IF WHEN M CONTINUE END-EVALUATE.",
        "N R 1:10, A R 1:22, B R 1:26, ROW R 1:35, SW-ON R 1:44, M R 2:13", "Comparison A -> B, Comparison N -> M"},
       {"EXIT PERFORM CYCLE. GOBACK. STOP RUN. CONTINUE.", "", ""},
+      {"CONTINUE AFTER N + 1 SECONDS. MOVE A TO B.", "N R 1:16, A R 1:36, B W 1:41", "Move A -> B"},
   });
 }
 
@@ -275,6 +303,7 @@ TEST(Statements, ConditionsPairWhatTheyCompare) {
       {"IF A GREATER THAN OR EQUAL TO B OR EQUAL C CONTINUE.", "A R 1:4, B R 1:31, C R 1:42",
        "Comparison A -> B, Comparison A -> C"},
       {"IF N = LENGTH OF A CONTINUE.", "N R 1:4, A N 1:18", ""},
+      {"IF FUNCTION LENGTH (FUNCTION TRIM (A)) > N OR M CONTINUE.", "A R 1:36, N R 1:42, M R 1:47", ""},
       {"IF FUNCTION UPPER-CASE (A) = B CONTINUE.", "A R 1:25, B R 1:30", "Comparison A -> B"},
       {"IF N >= M AND N <> K CONTINUE.", "N R 1:4, M R 1:9, N R 1:15, K R 1:20",
        "Comparison N -> K, Comparison N -> M"},
@@ -288,6 +317,8 @@ TEST(Statements, CallsMeetParameterSlots) {
        "Argument A -> SUB(1), Argument B -> SUB(2), Argument C -> SUB(5), Argument N -> SUB(3), Argument SUB(0) -> K"},
       {"CALL A USING 'X' B ON EXCEPTION CONTINUE END-CALL.", "A R 1:6, B B 1:18", "Argument B -> ?(2)"},
       {"CALL 'S' USING LENGTH OF A ADDRESS OF B.", "A N 1:26, B B 1:39", ""},
+      {"CALL 'S' USING BY VALUE 1 SIZE 4 N BY VALUE SIZE 8 M.", "N R 1:34, M R 1:52",
+       "Argument M -> S(3), Argument N -> S(2)"},
       {"CANCEL 'S' A.", "A R 1:12", ""},
       {"ENTRY 'E2' USING L.", "L B 1:18", "Parameter L -> E2(1)"},
       {"ALLOCATE L RETURNING PTR.", "L W 1:10, PTR W 1:22", "Pointer L -> PTR"},
@@ -310,6 +341,9 @@ TEST(Statements, TableSortsAndScreenTraffic) {
       {"XML PARSE A WITH ENCODING N PROCESSING PROCEDURE P2.", "A R 1:11, N R 1:27", ""},
       {"MOVE A::\"get\" (N)::NEXT-ONE TO B.", "A R 1:6, N R 1:16, B W 1:32", ""},
       {"SET PTR TO ACCOUNT::\"open\" (A, B).", "PTR W 1:5, A R 1:29, B R 1:32", ""},
+      {"JSON GENERATE A FROM G COUNT N NAME OF GX IS 'x'\nSUPPRESS GY END-JSON MOVE GX TO A.",
+       "A W 1:15, G R 1:22, N W 1:30, GX N 1:40, GY N 2:10, GX R 2:27, A W 2:33",
+       "Move GX -> A, String G -> A, Tally G -> N"},
       {"JSON PARSE A INTO G NAME OF GX IS 'x'.", "A R 1:12, G W 1:19, GX N 1:29", "Unstring A -> G"},
   });
 }

@@ -1,8 +1,11 @@
+#include <filesystem>
 #include <fstream>
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include "cobol/analyse.hpp"
+#include "orvane/program_store.hpp"
 #include "orvane/projects.hpp"
 #include "orvane/repository_file.hpp"
 #include "orvane/settings.hpp"
@@ -227,5 +230,35 @@ TEST(StoreFormat, RefusesDamageAnywhere) {
     std::string wrong = bytes;
     wrong[at] = static_cast<char>(wrong[at] ^ 0x55);
     EXPECT_THROW(orvane::readStoreBytes(wrong, "x"), platform::FileError) << at;
+  }
+}
+
+// A share of usages is at most the whole because both count the same instances.
+TEST(StoreFormat, UsagesOfAllConstructsAreThoseOfTheProgram) {
+  const std::filesystem::path bank = std::filesystem::path(TARNSIFT_SOURCE_DIR) / "samples" / "bank";
+  cobol::CopyLibrary library({(bank / "copy").string()});
+  for (const auto& source : std::filesystem::directory_iterator(bank / "cobol")) {
+    SCOPED_TRACE(source.path().string());
+    const cobol::Analysis analysis = cobol::analyse(source.path().string(), {}, library);
+    orvane::StoredAnalysis store("x", orvane::packAnalysis(analysis, 1, [](const std::string& path) { return path; }));
+    std::map<std::string_view, std::size_t> wanted;
+    for (const cobol::Instance& use : analysis.instances)
+      wanted[analysis.constructs[use.construct].kvid] += use.isUsage() ? 1 : 0;
+    std::size_t sum = 0;
+    for (const cobol::Construct& item : analysis.constructs) {
+      const std::size_t count = store.ObjectById(std::string(item.kvid))->Related("Instances")->Count();
+      EXPECT_EQ(count, wanted[item.kvid]) << item.kvid;
+      const bool hasNone =
+          item.kind == cobol::Kind::filler || item.kind == cobol::Kind::callSlot || item.kind == cobol::Kind::fileSlot;
+      EXPECT_FALSE(hasNone && count > 0) << item.kvid;
+      sum += count;
+    }
+    const auto all = store.SelectByKind("", "VAR");
+    EXPECT_EQ(all->Count(), sum);
+    std::size_t walked = 0;
+    for (; !all->AtEnd(); all->MoveNext())
+      ++walked;
+    EXPECT_EQ(walked, sum);
+    EXPECT_GT(sum, 0U);
   }
 }

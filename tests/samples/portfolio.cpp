@@ -21,8 +21,13 @@ void checkRanges(const cobol::Analysis& analysis, std::vector<std::string>& faul
     std::int64_t from, to;
   };
   std::map<int, Range> areas;
+  std::set<std::int64_t> placeless;
   for (const cobol::Construct& item : analysis.constructs) {
-    if (!item.hasStorage()) continue;
+    if (item.area < 0) { // can meet nothing, not even another one without storage
+      if (item.size != 0 || item.offset >= 0 || !placeless.insert(item.offset).second)
+        faults.push_back(item.kvid + " has a place without storage");
+      continue;
+    }
     const Range own{item.offset, item.offset + item.size};
     const auto [area, isNew] = areas.try_emplace(item.area, own);
     if (!isNew) area->second = {std::min(area->second.from, own.from), std::max(area->second.to, own.to)};
