@@ -18,8 +18,8 @@ void settleOldFile(const std::string& path) {
     ignoring([&] { dbEngine().OpenDatabase(path); }); // a damaged file is about to be replaced
     dbEngine().release(path);
   }
-  removeAll(path + "-wal");
-  removeAll(path + "-shm");
+  for (const char* const side : {"-wal", "-shm"}) // as a rule there is none, and asking locks no folder
+    if (fileExists(path + side)) removeAll(path + side);
 }
 
 } // namespace
