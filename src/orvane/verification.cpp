@@ -211,8 +211,11 @@ class Verification {
         m_repository.together(noteAll);
       else // nothing to write, as a rule
         noteAll();
-      for (const Task* const task : settled)
+      for (Task* const task : settled) {
+        task->object = nullptr; // of programs that are done as little as possible stays in memory
+        task->facts = {};
         if (m_settings.progress) m_settings.progress({++m_done, m_tasks.size(), task->name, task->outcome});
+      }
     });
   }
 
@@ -321,7 +324,6 @@ class Verification {
     for (const auto& name : task.facts.missing)
       ++result.missingCopybooks[name];
     result.decisions += task.decisions;
-    task.facts = {};
   }
 
   static void setAttributes(Task& task) {

@@ -40,6 +40,7 @@ void DatabaseBuilder::seal() {
     throw DatabaseError(m_path, "", "is finished while an insertion or a record set is still there");
   }
   discardUnless([&] {
+    if (!m_connection->inTransaction()) throw DatabaseError(m_path, "", "was undone by an earlier failure");
     // Statistics of a few rows of each index keep SQLite from choosing an index with many equal keys (Size) over one
     // with few (Offset).
     m_connection->run("pragma analysis_limit = 400");

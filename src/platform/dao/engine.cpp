@@ -117,7 +117,8 @@ class DBEngine::Pool : public std::enable_shared_from_this<Pool> {
   // Opening a database in memory takes longer than writing a small one.
   void keepInMemory(Connection* used) {
     std::unique_ptr<Connection> connection(used);
-    if (!ignoring([&] { connection->startAnew({}); })) return;
+    // Outside a transaction something was written that cannot be undone.
+    if (!connection->inTransaction() || !ignoring([&] { connection->startAnew({}); })) return;
     const std::lock_guard lock(m_mutex);
     if (!m_shutDown) m_inMemory.push_front(std::move(connection));
   }
