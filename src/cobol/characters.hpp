@@ -1,7 +1,9 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstdint>
+#include <cstring>
 
 namespace cobol {
 
@@ -49,6 +51,35 @@ constexpr bool isWordChar(char c) {
 }
 constexpr char toUpper(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+}
+/// Of every byte that a word may hold its capital, else 0.
+inline constexpr auto kWordCapitals = [] {
+  std::array<char, 256> table{};
+  for (int c = 0; c < 256; ++c) {
+    const char byte = static_cast<char>(c);
+    if (isWordChar(byte)) table[static_cast<std::size_t>(c)] = toUpper(byte);
+  }
+  return table;
+}();
+/// The first byte in [from, to) that is no space, else `to`.
+inline const char* skipSpaces(const char* from, const char* to) {
+  constexpr std::uint64_t kEightSpaces = 0x2020202020202020U;
+  for (std::uint64_t eight; to - from >= 8; from += 8) {
+    std::memcpy(&eight, from, 8);
+    if (eight == kEightSpaces) continue;
+    if constexpr (std::endian::native == std::endian::little) return from + std::countr_zero(eight ^ kEightSpaces) / 8;
+    break;
+  }
+  while (from < to && *from == ' ')
+    ++from;
+  return from;
+}
+/// The first byte in [from, to) that is no blank, else `to`.
+inline const char* skipBlanks(const char* from, const char* to) {
+  from = skipSpaces(from, to);
+  while (from < to && isBlank(*from))
+    ++from;
+  return from;
 }
 /// The first byte of a character, not a later one of several.
 constexpr bool startsCharacter(char c) {

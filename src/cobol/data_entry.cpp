@@ -7,9 +7,13 @@ using Role = DataReference::Role;
 
 int levelOf(std::string_view text) {
   if (text.empty() || text.size() > 2) return 0;
-  const auto value = integerOf(text).value_or(0);
+  int value = 0;
+  for (const char digit : text) {
+    if (digit < '0' || digit > '9') return 0;
+    value = value * 10 + (digit - '0');
+  }
   const bool valid = (value >= 1 && value <= 49) || value == 66 || value == 77 || value == 78 || value == 88;
-  return valid ? static_cast<int>(value) : 0;
+  return valid ? value : 0;
 }
 
 Usage usageOf(Word word) {

@@ -23,13 +23,8 @@ class Interner {
 
   /// The id of the text as it stands (callers upper-case words before).
   NameId intern(std::string_view text) { return intern(text, hashOf(text)); }
-  /// The same with `hash == hashOf(text)`, for callers that computed it on the way.
+  /// The same with the hash that another interner gave for the text.
   NameId intern(std::string_view text, std::uint64_t hash);
-  static constexpr std::uint64_t kHashSeed = 0xcbf29ce484222325u;
-  static constexpr std::uint64_t hashStep(std::uint64_t hash, unsigned char byte) {
-    return (hash ^ byte) * 0x100000001b3u;
-  }
-  static std::uint64_t hashOf(std::string_view text);
   /// The id if the text is known, else 0.
   NameId find(std::string_view text) const;
   std::string_view text(NameId id) const { return {m_entries[id].text, m_entries[id].length}; }
@@ -46,6 +41,7 @@ class Interner {
   };
   struct Prototype {};
   explicit Interner(Prototype);
+  static std::uint64_t hashOf(std::string_view text);
   void grow();
 
   std::shared_ptr<TextArena> m_texts = std::make_shared<TextArena>();

@@ -39,14 +39,6 @@ void appendKey(std::string& key, std::string_view text) {
   }
 }
 
-/// 64-bit FNV-1a, fixed for ever: keys are kept from analysis to analysis.
-std::uint64_t hashOf(std::string_view text) {
-  std::uint64_t hash = 14695981039346656037ULL;
-  for (const char c : text)
-    hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211ULL;
-  return hash;
-}
-
 /// Counts equal keys: open addressing over the constructs that were first to have theirs.
 class KeyTable {
  public:
@@ -92,6 +84,7 @@ class KeyWriter {
   std::vector<std::uint32_t> run() {
     std::vector<std::uint32_t> repeated;
     KeyTable seen(m_analysis.constructs);
+    m_paths.resize(m_analysis.constructs.size());
     for (std::size_t i = 0; i < m_analysis.constructs.size(); ++i) {
       auto& item = m_analysis.constructs[i];
       std::string& key = m_key;
@@ -99,8 +92,12 @@ class KeyWriter {
       const auto program = static_cast<std::size_t>(std::max(item.program, 0));
       if (program < m_prefixes.size()) key = m_prefixes[program];
       append(key, item, i);
-      shortenKey(key, kLongest);
-      item.kvid = m_analysis.texts->keep(key);
+      const bool fits = key.size() <= kLongest;
+      item.kvid = m_paths[i] = m_analysis.texts->keep(key);
+      if (!fits) {
+        shortenKey(key, kLongest);
+        item.kvid = m_analysis.texts->keep(key);
+      }
       const auto times = seen.add(static_cast<std::uint32_t>(i));
       if (times == 1) continue;
       key += '#' + std::to_string(times);
@@ -170,17 +167,19 @@ class KeyWriter {
     appendKey(key, item.name);
   }
 
-  /// Names above the item, outermost first, each with a period behind; fillers are left out.
+  /// Names above the item, outermost first, each with a period behind; fillers are left out. Groups come before what
+  /// they hold, so the nearest named one's key is there.
   void appendPath(std::string& key, int parent, const Construct& item) {
-    m_above.clear();
-    for (int up = parent; up >= 0; up = m_analysis.constructs[static_cast<std::size_t>(up)].parent)
-      if (m_analysis.constructs[static_cast<std::size_t>(up)].kind != Kind::filler) m_above.push_back(up);
+    int up = parent;
+    while (up >= 0 && m_analysis.constructs[static_cast<std::size_t>(up)].kind == Kind::filler)
+      up = m_analysis.constructs[static_cast<std::size_t>(up)].parent;
+    if (up >= 0) {
+      key = m_paths[static_cast<std::size_t>(up)];
+      key += '.';
+      return;
+    }
     if (item.file >= 0) {
       appendKey(key, m_analysis.dataFiles[static_cast<std::size_t>(item.file)].name);
-      key += '.';
-    }
-    for (auto up = m_above.rbegin(); up != m_above.rend(); ++up) {
-      appendKey(key, m_analysis.constructs[static_cast<std::size_t>(*up)].name);
       key += '.';
     }
   }
@@ -231,12 +230,19 @@ class KeyWriter {
   Analysis& m_analysis;
   std::vector<std::string> m_prefixes;
   std::vector<FillerPlace> m_fillers;
-  std::vector<int> m_above;
+  std::vector<Text> m_paths; ///< the keys in full, without a sign of repetition
   std::string m_key;
   int m_lastRoot = -1;
 };
 
 } // namespace
+
+std::uint64_t lastingHash(std::string_view text) {
+  std::uint64_t hash = 14695981039346656037ULL;
+  for (const char c : text)
+    hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211ULL;
+  return hash;
+}
 
 std::string keyText(std::string_view text) {
   std::string key;
@@ -246,7 +252,7 @@ std::string keyText(std::string_view text) {
 
 void shortenKey(std::string& key, std::size_t longest) {
   if (key.size() <= longest) return;
-  const auto hash = hashOf(key);
+  const auto hash = lastingHash(key);
   key.resize(kKept);
   key += '~';
   for (int shift = 60; shift >= 0; shift -= 4)

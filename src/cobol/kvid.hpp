@@ -18,6 +18,9 @@ std::vector<std::uint32_t> nameConstructs(Analysis& analysis);
 /// Of a key longer than `longest`: its first 120 characters, `~` and 16 hexadecimal digits of a hash of all of it.
 void shortenKey(std::string& key, std::size_t longest);
 
+/// 64-bit FNV-1a, the same for ever: keys and shapes are kept from analysis to analysis.
+std::uint64_t lastingHash(std::string_view text);
+
 /// The text in the key alphabet.
 std::string keyText(std::string_view text);
 

@@ -32,12 +32,6 @@ bool hasLoneReturn(std::string_view text) {
   return false;
 }
 
-const char* skipBlanks(const char* from, const char* to) {
-  while (from < to && isBlank(*from))
-    ++from;
-  return from;
-}
-
 // `>>word`, `$word`, `++INCLUDE` and `-INC` stand in any column, also in those of the sequence number.
 bool opensDirective(const char* from, const char* to) {
   const std::string_view text(from, static_cast<std::size_t>(to - from));
@@ -118,10 +112,8 @@ bool LineReader::continuationFollows() const {
   if (m_format == Format::free) return false;
   for (const char* at = m_at; at < m_end;) {
     // Nearly always a few bytes of the next line tell that it holds text of its own.
-    if (m_allPlain && !m_loneReturn && m_end - at > 16 && at[6] == ' ' && !std::memchr(at, '\n', 6)) {
-      const char* text = at + 7;
-      while (text < m_end && *text == ' ')
-        ++text;
+    if (m_allPlain && !m_loneReturn && m_end - at > 16 && at[6] == ' ' && std::find(at, at + 6, '\n') == at + 6) {
+      const char* text = skipSpaces(at + 7, m_end);
       if (text<m_end&& * text> ' ' && text - at < kMargin) return false;
     }
     CodeLine line;
@@ -135,7 +127,7 @@ bool LineReader::continuationFollows() const {
 LineReader::Sort LineReader::classify(CodeLine& line, const char* end) const {
   line.plain = m_allPlain || isPlain(line.begin, end);
   if (m_format == Format::free) {
-    line.from = skipBlanks(line.begin, end);
+    line.from = line.first = skipBlanks(line.begin, end);
     line.to = end;
     if (line.from == end) return Sort::skipped;
     line.fromColumn = static_cast<std::uint32_t>(line.from - line.begin) + 1;
@@ -150,11 +142,11 @@ LineReader::Sort LineReader::classify(CodeLine& line, const char* end) const {
 
 LineReader::Sort LineReader::classifyFixed(CodeLine& line, const char* end) const {
   const char* text = line.begin;
-  while (text < end && text - line.begin < 7 && isBlank(*text))
+  while (text < end && text - line.begin < kIndicator && isBlank(*text))
     ++text;
   if (text == end) return Sort::skipped;
   if ((*text == '>' || *text == '$' || *text == '+' || *text == '-') && opensDirective(text, end)) {
-    line.from = text;
+    line.from = line.first = text;
     line.fromColumn = static_cast<std::uint32_t>(text - line.begin) + 1;
     line.to = end;
     line.indicator = '>';
@@ -190,7 +182,7 @@ LineReader::Sort LineReader::classifySpread(CodeLine& line, const char* end) con
   const char* text = skipBlanks(line.begin, end);
   if (text == end) return Sort::skipped;
   if (opensDirective(text, end)) {
-    line.from = text;
+    line.from = line.first = text;
     line.to = end;
     line.indicator = '>';
     return Sort::code;
@@ -221,7 +213,7 @@ LineReader::Sort LineReader::byIndicator(CodeLine& line, char indicator) const {
   default:
     return skipBlanks(line.from, line.to) == line.to ? Sort::skipped : Sort::unknownIndicator;
   }
-  const char* text = skipBlanks(line.from, line.to);
+  const char* text = line.first = skipBlanks(line.from, line.to);
   if (text < line.to && (*text == '>' || *text == '+') && line.indicator == ' ' && opensDirective(text, line.to)) {
     line.from = text;
     line.indicator = '>';

@@ -12,6 +12,7 @@ namespace cobol {
 struct CodeLine {
   const char* begin = nullptr; ///< first byte of the physical line
   const char* from = nullptr;  ///< first byte of the text
+  const char* first = nullptr; ///< first byte of it that is no blank
   const char* to = nullptr;    ///< one behind the text
   std::uint32_t line = 0;
   std::uint32_t fromColumn = 1; ///< where the text begins with tabs spread out

@@ -1,5 +1,6 @@
 #include "cobol/program_structure.hpp"
 
+#include <array>
 #include <unordered_map>
 
 #include "cobol/kvid.hpp"
@@ -29,6 +30,19 @@ std::string upperCase(std::string_view text) {
   return result;
 }
 
+/// By word: whether it can open or close anything.
+constexpr auto kLookedAt = [] {
+  using enum Word;
+  std::array<bool, static_cast<std::size_t>(floatDecimal34) + 1> looked{};
+  for (const Word word : {identification, programId,   functionId,     classId,      methodId,  environment,
+                          configuration,  inputOutput, specialNames,   fileControl,  ioControl, sourceComputer,
+                          data,           file,        workingStorage, localStorage, linkage,   communication,
+                          report,         screen,      threadLocal,    procedure,    dfheiblk,  eibtime,
+                          dibstat,        end,         cics,           dli})
+    looked[static_cast<std::size_t>(word)] = true;
+  return looked;
+}();
+
 /// Runs over all tokens once and notes headers.
 class EventScan {
  public:
@@ -41,7 +55,7 @@ class EventScan {
       if (token.kind == TokenKind::number && periodAt(i - 1)) ++entries;
       if (token.kind != TokenKind::word) continue;
       const Word word = m_words.of(token.text);
-      if (word == Word::none) continue;
+      if (!kLookedAt[static_cast<std::size_t>(word)]) continue;
       if (token.has(inExec)) {
         if (word == Word::cics && i > 0 && wordAt(i - 1, true) == Word::exec) m_cics.push_back(i);
         if (word == Word::dli && i > 0 && wordAt(i - 1, true) == Word::exec) m_dli.push_back(i);

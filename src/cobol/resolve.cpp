@@ -26,7 +26,7 @@ Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
   m_names.reserve(constructs.size());
   m_next.assign(constructs.size(), kNone);
   for (std::uint32_t i = 0; i < constructs.size(); ++i) {
-    m_names.push_back(constructs[i].kind == Kind::filler ? 0 : stream.names.find(constructs[i].name));
+    m_names.push_back(idOf(constructs[i]));
     const auto program = static_cast<std::size_t>(constructs[i].program);
     if (program < m_ofProgram.size()) m_ofProgram[program].push_back(i);
   }
@@ -56,6 +56,13 @@ Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
       m_head[m_names[i]] = kNone;
     }
   }
+}
+
+// Nearly every name is the text of its own token.
+NameId Resolver::idOf(const Construct& construct) const {
+  if (construct.kind == Kind::filler) return 0;
+  const NameId id = m_stream.tokens[construct.token].text;
+  return m_stream.names.text(id).data() == construct.name.data() ? id : m_stream.names.find(construct.name);
 }
 
 void Resolver::enterProgram(int program) {

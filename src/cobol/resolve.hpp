@@ -54,6 +54,7 @@ class Resolver {
   /// searched, and what was found is kept.
   void collectAmongMany(NameId name, std::span<const NameId> qualifiers, std::vector<std::uint32_t>& found);
   bool isDeclaredOften(NameId name) const;
+  NameId idOf(const Construct& construct) const;
   void collect(std::uint32_t head, std::span<const NameId> qualifiers, bool globalOnly,
                std::vector<std::uint32_t>& found);
   bool matches(std::uint32_t construct, std::span<const NameId> qualifiers, bool& whole) const;

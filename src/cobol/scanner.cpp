@@ -41,7 +41,7 @@ void Scanner::run() {
       scanRange(m_logical.data(), m_logical.data() + m_logical.size());
     } else {
       beginRange(line);
-      scanRange(line.from, line.to);
+      scanRange(m_openQuote ? line.from : line.first, line.to);
     }
   }
   if (m_concatenate)
@@ -191,26 +191,35 @@ const char* Scanner::addText(TokenKind kind, const char* from, const char* to) {
   return to;
 }
 
+// A period or a symbol of one character.
+const char* Scanner::addSign(TokenKind kind, const char* at) {
+  const auto byte = static_cast<unsigned char>(*at);
+  if (byte >= m_signs.size()) return addText(kind, at, at + 1);
+  NameId& id = m_signs[byte];
+  if (id == 0) id = m_names.intern(view(at, at + 1));
+  add(kind, id, at, at + 1);
+  return at + 1;
+}
+
 const char* Scanner::scanWord(const char* p, const char* end) {
   const char* from = p;
-  std::uint64_t hash = Interner::kHashSeed;
-  std::size_t length = 0;
-  for (; p < end; ++p) {
-    const CharClass sort = charClass(*p);
-    if (sort == CharClass::hyphen) {
-      if (m_inSql && p + 1 < end && p[1] == '-') break; // `--` opens a comment, names there hold single hyphens
-    } else if (sort != CharClass::letter && sort != CharClass::digit) {
-      break;
-    }
-    if (length == kTextLimit) continue;
-    const char upper = toUpper(*p);
-    m_upper[length++] = upper;
-    hash = Interner::hashStep(hash, static_cast<unsigned char>(upper));
+  const char* const kept = end - from > static_cast<std::ptrdiff_t>(kTextLimit) ? from + kTextLimit : end;
+  char* capital = m_upper.get();
+  while (p < kept && (*capital = kWordCapitals[static_cast<unsigned char>(*p)]) != 0) {
+    ++p;
+    ++capital;
+  }
+  auto length = static_cast<std::size_t>(capital - m_upper.get());
+  if (p == kept) p = std::find_if_not(p, end, isWordChar);
+  if (m_inSql) { // `--` opens a comment, names there hold single hyphens
+    const std::size_t comment = view(from, p).find("--");
+    if (comment != std::string_view::npos) p = from + comment;
+    length = std::min(length, comment);
   }
   const std::string_view text(m_upper.get(), length);
   if (p < end && length <= 2 && charClass(*p) == CharClass::quote && isLiteralPrefix(text))
     return scanLiteral(from, p, end);
-  const NameId id = m_names.intern(text, hash);
+  const NameId id = m_names.intern(text);
   const bool afterColon = m_inExec && !m_block.tokens.empty() && m_block.tokens.back().text == m_colon &&
                           m_block.tokens.back().kind == TokenKind::symbol;
   Token& token = add(TokenKind::word, id, from, p);
@@ -252,9 +261,8 @@ const char* Scanner::scanPeriodOrComma(const char* p, const char* end) {
       ++q;
     return addText(TokenKind::number, p, q);
   }
-  if (*p != '.') return m_inExec ? addText(TokenKind::symbol, p, p + 1) : p + 1;
-  addText(m_inExec ? TokenKind::symbol : TokenKind::period, p, p + 1);
-  return p + 1;
+  if (*p != '.') return m_inExec ? addSign(TokenKind::symbol, p) : p + 1;
+  return addSign(m_inExec ? TokenKind::symbol : TokenKind::period, p);
 }
 
 const char* Scanner::scanSymbol(const char* p, const char* end) {
@@ -270,7 +278,7 @@ const char* Scanner::scanSymbol(const char* p, const char* end) {
       return addText(TokenKind::symbol, p, p + 2);
     }
   }
-  return addText(TokenKind::symbol, p, p + 1);
+  return addSign(TokenKind::symbol, p);
 }
 
 // The string ends at a blank; its last period ends the entry, else its last comma separates.
@@ -297,7 +305,7 @@ const char* Scanner::scanPicture(const char* p, const char* end) {
   }
   const Token& picture = add(TokenKind::picture, m_names.intern(text), p, q);
   if (q - p > static_cast<std::ptrdiff_t>(kTextLimit)) remarkCut(picture);
-  if (q < behind && *q == '.') addText(TokenKind::period, q, behind);
+  if (q < behind && *q == '.') addSign(TokenKind::period, q);
   return behind;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -63,6 +64,7 @@ class Scanner {
   Token& add(TokenKind kind, NameId text, const char* from, const char* to);
   void place(Token& token, const char* from, const char* to);
   const char* addText(TokenKind kind, const char* from, const char* to);
+  const char* addSign(TokenKind kind, const char* at);
   void onWord(Keyword word, const char* behind, const char* end);
   void onDivision();
   void onExecWord(Keyword word);
@@ -77,7 +79,8 @@ class Scanner {
   TextBlock& m_block;
   Interner& m_names;
   LineReader m_reader;
-  std::unique_ptr<char[]> m_upper; ///< the word in hand; of the memory only what words need is ever touched
+  std::unique_ptr<char[]> m_upper;   ///< the word in hand; of the memory only what words need is ever touched
+  std::array<NameId, 128> m_signs{}; ///< ids of the texts of one ASCII character, as far as they were met
   NameId m_colon;
 
   // the range in hand

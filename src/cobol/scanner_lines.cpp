@@ -18,12 +18,6 @@ std::string upper(std::string_view text) {
   return result;
 }
 
-const char* skipBlanks(const char* from, const char* to) {
-  while (from < to && isBlank(*from))
-    ++from;
-  return from;
-}
-
 std::string_view trimmed(std::string_view text) {
   while (!text.empty() && isBlank(text.front()))
     text.remove_prefix(1);
@@ -75,16 +69,19 @@ bool Scanner::passesBefore(const CodeLine& line) {
 
 // EJECT, SKIP1 …, TITLE alone on a line, and the lines of compiler options in front of a program.
 bool Scanner::isListingWord(const CodeLine& line) const {
-  const char* from = skipBlanks(line.from, line.to);
+  const char* from = line.first;
   std::string_view rest;
+  const char second = line.to - from > 1 ? toUpper(from[1]) : ' ';
   switch (toUpper(*from)) {
   case 'E':
   case 'S': {
+    if (second != 'J' && second != 'K') break;
     const std::string word = wordAt(from, line.to, rest);
     if (word == "EJECT" || word == "SKIP1" || word == "SKIP2" || word == "SKIP3") return rest.empty() || rest == ".";
     break;
   }
   case 'T':
+    if (second != 'I') break;
     return wordAt(from, line.to, rest) == "TITLE" && !rest.empty() && charClass(rest[0]) == CharClass::quote;
   default:
     break;

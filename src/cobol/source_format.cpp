@@ -27,6 +27,7 @@ struct Looks {
 };
 
 constexpr std::size_t kColumnsLookedAt = kTagEnd + 9; ///< a few behind the identification
+constexpr std::size_t kTextLookedAt = 64 * 1024;      ///< at once; about what the lines take
 
 // Whether every byte is a column of its own: no tab, no zero, nothing above 0x7F.
 bool isPlain(std::string_view line) {
@@ -49,9 +50,9 @@ std::string_view withoutEnd(std::string_view columns) {
 }
 
 // The line with tabs spread, in `room` where it must be changed for that.
-std::string_view spread(std::string_view line, std::string& room) {
+std::string_view spread(std::string_view line, bool plain, std::string& room) {
   const std::string_view columns = line.substr(0, kColumnsLookedAt);
-  if (isPlain(columns)) return withoutEnd(columns);
+  if (plain || isPlain(columns)) return withoutEnd(columns);
   room.clear();
   for (char c : line) {
     if (room.size() >= kColumnsLookedAt) break;
@@ -80,6 +81,10 @@ void lookBehindMargin(std::string_view line, Looks& looks) {
 
 void lookAt(std::string_view line, Looks& looks) {
   ++looks.lines;
+  if (line.starts_with("       ")) { // by far the commonest
+    ++looks.fixedLike;
+    return lookBehindMargin(line, looks);
+  }
   const std::string_view sequence = line.substr(0, kIndicatorAt);
   std::size_t digitCount = 0;
   std::size_t blankCount = 0;
@@ -114,11 +119,13 @@ void lookAt(std::string_view line, Looks& looks) {
 Looks look(std::string_view text) {
   Looks looks;
   std::string room;
+  const bool plain = isPlain(text.substr(0, kTextLookedAt));
   std::size_t turn = text.find('\r');
   for (std::size_t at = 0; at < text.size() && looks.lines < kLinesLookedAt;) {
     if (turn < at) turn = text.find('\r', at);
     const std::size_t end = std::min({text.find('\n', at), turn, text.size()});
-    const std::string_view line = spread(text.substr(at, std::min<std::size_t>(end - at, 1000)), room);
+    const std::string_view line =
+        spread(text.substr(at, std::min<std::size_t>(end - at, 1000)), plain && end <= kTextLookedAt, room);
     if (!line.empty()) lookAt(line, looks);
     at = end + 1;
   }

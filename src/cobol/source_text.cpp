@@ -221,19 +221,25 @@ std::optional<std::string> readBytes(const std::string& path) {
 }
 
 std::uint64_t contentHash(std::string_view bytes) {
-  std::uint64_t sum = 14695981039346656037ULL ^ bytes.size();
-  std::uint64_t word = 0;
-  const auto take = [&](std::size_t count) {
-    std::memcpy(&word, bytes.data(), count);
-    bytes.remove_prefix(count);
-    sum = (sum ^ word) * 1099511628211ULL;
+  constexpr std::uint64_t kPrime = 1099511628211ULL;
+  std::array<std::uint64_t, 4> sums = {14695981039346656037ULL ^ bytes.size(), 1, 2, 3};
+  const auto take = [&](std::uint64_t& sum, const char* from, std::size_t count) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, from, count);
+    sum = (sum ^ word) * kPrime;
     sum ^= sum >> 29;
   };
-  while (bytes.size() >= sizeof word)
-    take(sizeof word);
-  word = 0;
-  take(bytes.size());
-  return sum;
+  const char* at = bytes.data();
+  const char* const end = at + bytes.size();
+  for (; end - at >= 32; at += 32)
+    for (std::size_t lane = 0; lane < sums.size(); ++lane)
+      take(sums[lane], at + 8 * lane, 8);
+  for (; end - at >= 8; at += 8)
+    take(sums[0], at, 8);
+  take(sums[0], at, static_cast<std::size_t>(end - at));
+  for (std::size_t lane = 1; lane < sums.size(); ++lane)
+    sums[0] = (sums[0] ^ sums[lane]) * kPrime;
+  return sums[0] ^ (sums[0] >> 29);
 }
 
 SourceText decode(std::string bytes, const Options& options, Diagnostics& diagnostics) {

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "cobol/interner.hpp"
+#include "cobol/kvid.hpp"
 #include "platform/files/files.hpp"
 #include "platform/runtime/error.hpp"
 #include "tarnsift/store/program_database.hpp"
@@ -19,7 +19,7 @@ std::int64_t shapeOf(const cobol::Construct& construct) {
   ((text += '\n') += construct.usage) += '\n';
   text += std::to_string(construct.occurs) + '\n' + std::to_string(construct.length) + '\n' +
           std::to_string(static_cast<int>(construct.kind));
-  return static_cast<std::int64_t>(cobol::Interner::hashOf(text));
+  return static_cast<std::int64_t>(cobol::lastingHash(text));
 }
 
 void writeConstructs(platform::Database& database, const cobol::Analysis& analysis) {
