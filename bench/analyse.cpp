@@ -1,5 +1,6 @@
 #include "bench/analyse.hpp"
 
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -103,13 +104,13 @@ class StoredProject {
 struct Writing {
   double bare, verification, again; ///< seconds, one job
   double besideBare;                ///< verification / bare
-  double secondJob;                 ///< verification with one job / with two
+  double secondJob;                 ///< verification with one job / with two, each at its best
 };
 
 // A round runs in turn what is compared, for the machine is slower at one time than at another, and writes into new
 // folders, for replacing a file takes longer than making one.
 Writing measureWriting(const Corpus& part, const std::string& folder) {
-  std::vector<double> bare, one, again, besideBare, secondJob;
+  std::vector<double> bare, one, two, again, besideBare;
   for (int round = 0; round < kRounds; ++round) {
     const std::string place = fmt::format("{}/round{}", folder, round);
     fs::create_directories(place + "/bare");
@@ -117,12 +118,13 @@ Writing measureWriting(const Corpus& part, const std::string& folder) {
     StoredProject first(part, place + "/one");
     one.push_back(secondsOnce([&] { first.verify(1); }));
     StoredProject second(part, place + "/two");
-    const double two = secondsOnce([&] { second.verify(2); });
+    two.push_back(secondsOnce([&] { second.verify(2); }));
     again.push_back(secondsOnce([&] { first.verify(1); }));
     besideBare.push_back(one.back() / bare.back());
-    secondJob.push_back(one.back() / two);
   }
-  return {median(bare), median(one), median(again), median(besideBare), median(secondJob)};
+  // Whatever else the machine does takes the second core first.
+  const double secondJob = std::ranges::min(one) / std::ranges::min(two);
+  return {median(bare), median(one), median(again), median(besideBare), secondJob};
 }
 
 std::string listFile(const Corpus& corpus, const std::string& folder) {
