@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
-#include <vector>
 
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -19,15 +18,23 @@ constexpr std::size_t kRuns = 3;
 } // namespace
 
 double seconds(const std::function<void()>& work) {
-  using Clock = std::chrono::steady_clock;
   std::vector<double> all;
   do {
-    const auto begin = Clock::now();
-    work();
-    all.push_back(std::chrono::duration<double>(Clock::now() - begin).count());
+    all.push_back(secondsOnce(work));
   } while (all.size() < kRuns && all.front() < kLong);
-  std::sort(all.begin(), all.end());
-  return all[all.size() / 2];
+  return median(std::move(all));
+}
+
+double secondsOnce(const std::function<void()>& work) {
+  using Clock = std::chrono::steady_clock;
+  const auto begin = Clock::now();
+  work();
+  return std::chrono::duration<double>(Clock::now() - begin).count();
+}
+
+double median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
 }
 
 int shell(const std::string& command) {

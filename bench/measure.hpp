@@ -3,11 +3,15 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace bench {
 
 /// Median seconds of three runs; of one when the first takes long.
 double seconds(const std::function<void()>& work);
+/// Seconds of one run.
+double secondsOnce(const std::function<void()>& work);
+double median(std::vector<double> values);
 
 /// Runs a shell command with its output thrown away. Gives its exit status.
 int shell(const std::string& command);

@@ -1,11 +1,6 @@
 #include "orvane/program_files.hpp"
 
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
 #include <filesystem>
-
-#include <unistd.h>
 
 #include "cobol/kvid.hpp"
 #include "platform/files/files.hpp"
@@ -18,36 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using platform::ColumnKind;
-
-/// A whole file under a temporary name. It is not synced: an analysis file has a checksum and can be made anew.
-class NewFile {
- public:
-  NewFile(const std::string& path, std::string_view contents)
-      : m_path(path), m_temporary(platform::temporaryNameFor(path)) {
-    std::FILE* file = std::fopen(m_temporary.c_str(), "wbx");
-    if (!file) throw platform::FileError(path, std::strerror(errno));
-    const bool written = std::fwrite(contents.data(), 1, contents.size(), file) == contents.size();
-    const int number = errno;
-    if (std::fclose(file) == 0 && written) return;
-    const std::string reason = std::strerror(written ? errno : number);
-    ::unlink(m_temporary.c_str());
-    throw platform::FileError(path, reason);
-  }
-  ~NewFile() {
-    if (!m_temporary.empty()) ::unlink(m_temporary.c_str());
-  }
-  NewFile(const NewFile&) = delete;
-  NewFile& operator=(const NewFile&) = delete;
-
-  void place() {
-    platform::renameFile(m_temporary, m_path);
-    m_temporary.clear();
-  }
-
- private:
-  std::string m_path;
-  std::string m_temporary;
-};
 
 std::int64_t shapeOf(const cobol::Construct& construct) {
   std::string text = construct.picture;
@@ -97,8 +62,11 @@ std::vector<CarryRow> carryRows(const cobol::Analysis& analysis) {
 
 struct NewProgramFiles::Parts {
   Parts(const std::string& analysisFile, const StoreData& data)
-      : analysis(analysisFile, storeBytes(data)), database(tarnsift::DatabasePath(analysisFile)) {}
-  NewFile analysis;
+      : analysis(analysisFile), database(tarnsift::DatabasePath(analysisFile)) {
+    analysis.write(storeBytes(data));
+    analysis.seal();
+  }
+  platform::WholeFile analysis; ///< never synced: it has a checksum and can be made anew
   platform::DatabaseBuilder database;
   CarryCounts decisions;
 };
@@ -132,7 +100,7 @@ void NewProgramFiles::sync() {
 
 void NewProgramFiles::place() {
   m_parts->database.finish();
-  m_parts->analysis.place();
+  m_parts->analysis.finish();
 }
 
 platform::Value databaseGeneration(platform::Database& database) {

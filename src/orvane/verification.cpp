@@ -34,6 +34,8 @@ using platform::Value;
 using tarnsift::RepositoryObject;
 
 constexpr std::size_t kLongestFileStem = 100; // bytes
+constexpr std::size_t kGroup = 16;            // programs that are done
+constexpr auto kGroupTime = std::chrono::milliseconds(100);
 
 /// The small facts that are kept of a program that is done.
 struct Facts {
@@ -49,6 +51,7 @@ struct Task {
   std::string name, source;
   std::string analysisFile; ///< stored path
   std::string fingerprint;  ///< of the last verification, or empty
+  std::uint64_t bytes = 0;  ///< of the source, copybooks left out
   bool settled = false;     ///< nothing is left to do for it
   Verified outcome = Verified::failed;
   std::string reason; ///< why it failed
@@ -94,7 +97,8 @@ std::string reasonOfFailure(const cobol::Analysis& analysis, const std::string& 
                 : path + ": nothing in it says that it is a COBOL program (no division header, no PROGRAM-ID)";
 }
 
-/// Runs work for 0 … count-1 on several threads. `collect` gets on the calling thread what is done, as it comes.
+/// Runs work for 0 … count-1 on several threads. `collect` gets on the calling thread what is done, in groups: syncs
+/// and notes of several programs at a time cost the threads that analyse less.
 class Crew {
  public:
   Crew(std::size_t jobs, std::size_t count, const std::atomic<bool>* cancel, std::function<void(std::size_t)> work)
@@ -108,11 +112,11 @@ class Crew {
       std::vector<std::size_t> done;
       {
         std::unique_lock lock(m_lock);
-        m_news.wait(lock, [&] { return !m_done.empty() || m_running == 0; });
+        m_news.wait_for(lock, kGroupTime, [&] { return m_done.size() >= kGroup || m_running == 0; });
         done.swap(m_done);
-        if (done.empty()) return;
+        if (done.empty() && m_running == 0) return;
       }
-      take(done);
+      if (!done.empty()) take(done);
     }
   }
 
@@ -124,7 +128,7 @@ class Crew {
       m_work(index);
       const std::lock_guard guard(m_lock);
       m_done.push_back(index);
-      m_news.notify_one();
+      if (m_done.size() == kGroup) m_news.notify_one();
     }
     const std::lock_guard guard(m_lock);
     --m_running;
@@ -180,6 +184,8 @@ class Verification {
     std::vector<Task*> open;
     for (Task& task : m_tasks)
       if (!task.settled) open.push_back(&task);
+    // Or else a large program that comes last would be analysed while the other threads have nothing to do.
+    std::stable_sort(open.begin(), open.end(), [](const Task* a, const Task* b) { return a->bytes > b->bytes; });
     const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
     Crew crew(m_settings.jobs > 0 ? m_settings.jobs : cores, open.size(), m_settings.cancel, [&](std::size_t index) {
       Task& task = *open[index];
@@ -205,8 +211,11 @@ class Verification {
         m_repository.together(noteAll);
       else // nothing to write, as a rule
         noteAll();
-      for (const Task* const task : settled)
+      for (Task* const task : settled) {
+        task->object = nullptr; // of programs that are done as little as possible stays in memory
+        task->facts = {};
         if (m_settings.progress) m_settings.progress({++m_done, m_tasks.size(), task->name, task->outcome});
+      }
     });
   }
 
@@ -258,6 +267,7 @@ class Verification {
   void inspect(Task& task) {
     const std::string source = nativePathOf(m_base, task.source);
     if (!platform::fileExists(source)) return settle(task, Verified::failed, source + ": the source file is gone");
+    task.bytes = platform::fileSize(source);
     const std::string file = m_base.native(task.analysisFile);
     if (m_settings.force || task.fingerprint.empty() || !platform::fileExists(file) ||
         !platform::fileExists(tarnsift::DatabasePath(file)))
@@ -314,7 +324,6 @@ class Verification {
     for (const auto& name : task.facts.missing)
       ++result.missingCopybooks[name];
     result.decisions += task.decisions;
-    task.facts = {};
   }
 
   static void setAttributes(Task& task) {

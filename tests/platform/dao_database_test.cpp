@@ -1,5 +1,8 @@
 #include "platform/program_file.hpp"
 
+#include <thread>
+
+#include <platform/files/files.hpp>
 #include <platform/runtime/error.hpp>
 
 using testing::ElementsAre;
@@ -158,6 +161,76 @@ TEST(DatabaseBuilder, isNotFinishedUnderAnInsertionAndNotTwice) {
   EXPECT_THROW(builder.finish(), DatabaseError);
   EXPECT_EQ(dbEngine().OpenDatabase(folder.file("x.mdb"))->OpenRecordset("T")->RecordCount(), 1);
   dbEngine().settle();
+}
+
+TEST(DatabaseBuilder, startsEmptyWhateverWasBuiltBefore) {
+  const TemporaryFolder folder;
+  const auto build = [&](const std::string& file, const std::string& table, int rows, bool finish) {
+    DatabaseBuilder builder(folder.file(file));
+    builder.database().createTable(table, {{"A", ColumnKind::integer}, {"B", ColumnKind::text}});
+    {
+      Insertion insertion(builder.database(), table, {"A", "B"});
+      for (int i = 0; i < rows; ++i)
+        insertion.row(i, std::string(200, 'x'));
+    }
+    builder.database().Execute("create index A on " + table + "(A)");
+    if (finish) builder.finish();
+  };
+  build("large.mdb", "T", 20000, true);
+  build("dropped.mdb", "T", 20000, false);
+  build("small.mdb", "T", 2, true);
+  build("other.mdb", "U", 0, true);
+  EXPECT_THAT(walkFiles(folder.path()), ElementsAre("large.mdb", "other.mdb", "small.mdb"));
+  EXPECT_LT(fileSize(folder.file("small.mdb")), 40000U) << "no page of the large one";
+  const auto check = [&](const std::string& file, const std::string& sql) {
+    return dbEngine().OpenDatabase(folder.file(file))->OpenRecordset(sql)->Field("a").asText();
+  };
+  EXPECT_EQ(check("large.mdb", "select integrity_check as a from pragma_integrity_check"), "ok");
+  EXPECT_EQ(check("large.mdb", "select count(*) as a from T where A >= 10000"), "10000");
+  EXPECT_EQ(check("small.mdb", "select integrity_check as a from pragma_integrity_check"), "ok");
+  EXPECT_EQ(check("small.mdb", "select count(*) as a from T"), "2");
+  EXPECT_EQ(check("other.mdb", "select group_concat(name) as a from sqlite_master where name not like 'sqlite%'"),
+            "U,U_A");
+  dbEngine().settle();
+}
+
+TEST(DatabaseBuilder, writesNothingOfATransactionThatWasUndone) {
+  const TemporaryFolder folder;
+  {
+    DatabaseBuilder builder(folder.file("x.mdb"));
+    builder.database().Execute("rollback"); // as SQLite itself does when memory is out
+    builder.database().Execute("create table Lost (A)");
+    EXPECT_THAT(messageOf([&] { builder.finish(); }), HasSubstr("undone"));
+  }
+  EXPECT_THAT(walkFiles(folder.path()), IsEmpty());
+  DatabaseBuilder next(folder.file("y.mdb"));
+  EXPECT_FALSE(next.database().hasTable("Lost"));
+}
+
+TEST(DatabaseBuilder, buildsOnSeveralThreads) {
+  const TemporaryFolder folder;
+  constexpr int kThreads = 4, kFiles = 20;
+  std::vector<std::jthread> threads;
+  for (int thread = 0; thread < kThreads; ++thread)
+    threads.emplace_back([&folder, thread] {
+      for (int i = 0; i < kFiles; ++i) {
+        DatabaseBuilder builder(folder.file(std::to_string(thread) + "-" + std::to_string(i)));
+        builder.database().createTable("T", {{"A", ColumnKind::integer}});
+        for (int row = 0; row <= i; ++row)
+          Insertion(builder.database(), "T", {"A"}).row(thread);
+        builder.finish();
+      }
+    });
+  threads.clear();
+  for (const std::string& file : walkFiles(folder.path())) {
+    const auto rows =
+        dbEngine().OpenDatabase(folder.file(file))->OpenRecordset("select sum(A) as a, count(*) as n from T");
+    const std::int64_t count = std::stoi(file.substr(2)) + 1;
+    EXPECT_EQ(rows->Field("n").asInteger(), count) << file;
+    EXPECT_EQ(rows->Field("a").asInteger(), count * std::stoi(file.substr(0, 1))) << file;
+  }
+  dbEngine().settle();
+  EXPECT_EQ(walkFiles(folder.path()).size(), static_cast<std::size_t>(kThreads * kFiles));
 }
 
 TEST(DatabaseBuilder, refusesToReplaceAFileInUseAndAFolderThatIsMissing) {

@@ -209,31 +209,28 @@ Connection::~Connection() {
 
 void Connection::open(OpenMode mode, std::chrono::milliseconds busyTimeout) {
   struct stat status {};
-  if (mode != OpenMode::build) {
+  const bool inMemory = mode == OpenMode::memory;
+  if (!inMemory) {
     if (::stat(m_path.c_str(), &status) != 0) fail(std::string("cannot be opened: ") + std::strerror(errno));
     if (!S_ISREG(status.st_mode)) fail("is not a database file");
   }
   const bool settled = mode == OpenMode::settled;
   const int flags = SQLITE_OPEN_NOMUTEX | (settled ? SQLITE_OPEN_READONLY | SQLITE_OPEN_URI : SQLITE_OPEN_READWRITE) |
-                    (mode == OpenMode::build ? SQLITE_OPEN_CREATE : 0);
-  const int result =
-      sqlite3_open_v2(settled ? immutableName(m_path).c_str() : m_path.c_str(), &m_handle, flags, nullptr);
+                    (inMemory ? SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY : 0);
+  const std::string name = inMemory ? ":memory:" : settled ? immutableName(m_path) : m_path;
+  const int result = sqlite3_open_v2(name.c_str(), &m_handle, flags, nullptr);
   if (result != SQLITE_OK) fail(result, {});
   sqlite3_extended_result_codes(m_handle, 1);
   sqlite3_busy_timeout(m_handle, static_cast<int>(busyTimeout.count()));
   // An unknown name in double quotes is an error, not a text.
   sqlite3_db_config(m_handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(m_handle, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
-  m_identity = fileIdentity(m_path);
-  if (mode != OpenMode::build) probePages();
-  if (mode == OpenMode::settled) return;
-  if (mode == OpenMode::shared) {
-    prepareWriting();
-  } else {
-    run("pragma journal_mode = off");
-    run("pragma synchronous = off");
-    run("pragma locking_mode = exclusive");
+  if (!inMemory) {
+    m_identity = fileIdentity(m_path);
+    probePages();
   }
+  if (settled) return;
+  if (!inMemory) prepareWriting();
   run("pragma secure_delete = off");
   if (m_writes) {
     sqlite3_commit_hook(
@@ -264,15 +261,32 @@ void Connection::prepareWriting() {
 
 void Connection::close() noexcept {
   if (m_handle == nullptr) return;
-  for (auto& [sql, statement] : m_idleStatements)
-    sqlite3_finalize(statement);
-  m_idleStatements.clear();
-  if (fileIdentity(m_path) != m_identity) {
+  dropStatements();
+  if (m_identity != FileIdentity{} && fileIdentity(m_path) != m_identity) {
     // Another file stands at the path by now, and side files of that name are its own.
     sqlite3_db_config(m_handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
   }
   sqlite3_close_v2(m_handle);
   m_handle = nullptr;
+}
+
+void Connection::startAnew(std::string path) {
+  if (inTransaction()) run("rollback");
+  dropStatements();
+  m_path = std::move(path);
+}
+
+std::pair<Connection::Image, std::size_t> Connection::image() {
+  sqlite3_int64 size = 0;
+  Image bytes(sqlite3_serialize(m_handle, "main", &size, 0), &sqlite3_free);
+  if (!bytes) fail(SQLITE_NOMEM, {});
+  return {std::move(bytes), static_cast<std::size_t>(size)};
+}
+
+void Connection::dropStatements() noexcept {
+  for (auto& [sql, statement] : m_idleStatements)
+    sqlite3_finalize(statement);
+  m_idleStatements.clear();
 }
 
 void Connection::run(const std::string& sql, const std::vector<Value>& parameters) {

@@ -28,7 +28,7 @@ using WriteCounter = std::shared_ptr<std::atomic<std::uint64_t>>;
 
 enum class OpenMode : std::uint8_t {
   shared, ///< an existing database, WAL, synchronous NORMAL
-  build,  ///< a new file, no journal, no sync
+  memory, ///< an empty one that no file has; the path is that of the file to be made of it
   settled ///< an existing database that nobody changes: read only, without locks and side files
 };
 
@@ -82,6 +82,11 @@ class Connection {
   Connection& operator=(const Connection&) = delete;
 
   const std::string& path() const { return m_path; }
+  /// Of a database in memory: undoes the transaction and forgets the statements; `path` is that of the next file.
+  void startAnew(std::string path);
+  /// The bytes of the file that holds all that was written.
+  using Image = std::unique_ptr<unsigned char, void (*)(void*)>;
+  std::pair<Image, std::size_t> image();
   FileIdentity identity() const { return m_identity; }
   /// Runs a statement to its end.
   void run(const std::string& sql, const std::vector<Value>& parameters = {});
@@ -100,6 +105,7 @@ class Connection {
   void open(OpenMode mode, std::chrono::milliseconds busyTimeout);
   void probePages();
   void prepareWriting();
+  void dropStatements() noexcept;
   void close() noexcept;
 
   std::string m_path;

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,7 +14,8 @@
 #include <vector>
 
 /// Databases in the vocabulary of DAO over one SQLite file each. Every failure of this header is a DatabaseError with
-/// the file, the statement and SQLite's reason; an unknown column is a KeyError.
+/// the file, the statement and SQLite's reason; an unknown column is a KeyError, and a new file that cannot be written
+/// a FileError.
 ///
 /// Objects are thread-compatible: a database and its record sets belong to one thread at a time; the engine may be used
 /// from all. While a database is open no other code of this process may open and close its file: POSIX would drop the
@@ -21,6 +23,7 @@
 namespace platform {
 
 class Connection;
+class WholeFile;
 
 /// A walk over rows. It opens on its first row. No lock and no snapshot is held between two calls, so any connection
 /// may write in between. Three kinds:
@@ -202,16 +205,18 @@ class DBEngine {
   std::size_t openConnections() const;
 
  private:
+  friend class DatabaseBuilder;
   class Pool;
+  std::shared_ptr<Connection> openInMemory(const std::string& path);
   std::shared_ptr<Pool> m_pool;
 };
 
 /// The engine of the process.
 DBEngine& dbEngine();
 
-/// Writes a new database whole: rows go to a temporary file beside `path` in one transaction without a journal;
-/// `finish` syncs it once and renames it into place, over an older file with its side files. Without `finish` nothing
-/// stays. Create the indexes after the rows. Insertions and record sets must be gone before `seal` or `finish`.
+/// Writes a new database whole: rows go to memory, and all of it then to a temporary file beside `path`; `finish` syncs
+/// that once and renames it into place, over an older file with its side files. Without `finish` nothing stays. Create
+/// the indexes after the rows. Insertions and record sets must be gone before `seal` or `finish`.
 class DatabaseBuilder {
  public:
   explicit DatabaseBuilder(std::string path);
@@ -220,19 +225,20 @@ class DatabaseBuilder {
   DatabaseBuilder& operator=(const DatabaseBuilder&) = delete;
 
   Database& database() { return *m_database; }
-  /// The steps of `finish`, for who finishes several: `seal` ends the writing, closes the database and sends it on its
-  /// way to the disk; `sync` waits until it is there, which for a second file is quick while nothing else was written.
-  /// Both may be done by another thread than the next step.
+  /// The steps of `finish`, for who finishes several: `seal` writes the file and sends it on its way to the disk;
+  /// `sync` waits until it is there, which for a second file is quick while nothing else was written. Both may be done
+  /// by another thread than the next step.
   void seal();
   void sync();
   /// Does the steps that are not done yet, then puts the file in its place.
   void finish();
 
  private:
-  void discard() noexcept;
+  void discardUnless(const std::function<void()>& done);
+  void requireFile() const;
   std::string m_path;
-  std::string m_temporary;
-  enum class Step { open, sealed, synced, finished };
+  std::unique_ptr<WholeFile> m_file; ///< null after a failure, and at the end
+  enum class Step { open, sealed, synced };
   Step m_step = Step::open;
   std::shared_ptr<Connection> m_connection;
   std::unique_ptr<Database> m_database;

@@ -5,6 +5,8 @@
 #include <map>
 #include <mutex>
 
+#include <sqlite3.h>
+
 namespace platform {
 
 namespace {
@@ -49,10 +51,26 @@ class DBEngine::Pool : public std::enable_shared_from_this<Pool> {
     return {connection.release(), [pool = shared_from_this()](Connection* used) { pool->giveBack(used); }};
   }
 
+  std::shared_ptr<Connection> takeInMemory(const std::string& path) {
+    std::unique_ptr<Connection> connection;
+    {
+      const std::lock_guard lock(m_mutex);
+      if (!m_inMemory.empty()) {
+        connection = std::move(m_inMemory.front());
+        m_inMemory.pop_front();
+      }
+    }
+    if (!connection)
+      connection = std::make_unique<Connection>(path, OpenMode::memory, std::chrono::milliseconds(0), nullptr);
+    connection->startAnew(path);
+    return {connection.release(), [pool = shared_from_this()](Connection* used) { pool->keepInMemory(used); }};
+  }
+
   void closeIdle() {
     Connections closing;
     const std::lock_guard lock(m_mutex);
     closing.swap(m_idle);
+    closing.splice(closing.end(), m_inMemory);
   }
 
   void shutDown() {
@@ -96,6 +114,15 @@ class DBEngine::Pool : public std::enable_shared_from_this<Pool> {
     m_idle.push_front(std::move(connection));
   }
 
+  // Opening a database in memory takes longer than writing a small one.
+  void keepInMemory(Connection* used) {
+    std::unique_ptr<Connection> connection(used);
+    // Outside a transaction something was written that cannot be undone.
+    if (!connection->inTransaction() || !ignoring([&] { connection->startAnew({}); })) return;
+    const std::lock_guard lock(m_mutex);
+    if (!m_shutDown) m_inMemory.push_front(std::move(connection));
+  }
+
   template<class Condition>
   void moveOut(Connections& closing, Condition condition) {
     for (auto at = m_idle.begin(); at != m_idle.end();) {
@@ -116,14 +143,18 @@ class DBEngine::Pool : public std::enable_shared_from_this<Pool> {
   }
 
   mutable std::mutex m_mutex;
-  Connections m_idle; ///< the last used in front
+  Connections m_idle;     ///< the last used in front
+  Connections m_inMemory; ///< the idle ones of builders
   std::list<Connection*> m_used;
   std::map<FileIdentity, std::weak_ptr<std::atomic<std::uint64_t>>> m_writes;
   std::chrono::milliseconds m_busyTimeout{5000};
   bool m_shutDown = false;
 };
 
-DBEngine::DBEngine() : m_pool(std::make_shared<Pool>()) {}
+DBEngine::DBEngine() : m_pool(std::make_shared<Pool>()) {
+  // Counting what is allocated takes a lock of the whole process each time.
+  sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+}
 
 DBEngine::~DBEngine() {
   m_pool->shutDown();
@@ -131,6 +162,10 @@ DBEngine::~DBEngine() {
 
 std::shared_ptr<Database> DBEngine::OpenDatabase(const std::string& path) {
   return std::make_shared<Database>(m_pool->take(path));
+}
+
+std::shared_ptr<Connection> DBEngine::openInMemory(const std::string& path) {
+  return m_pool->takeInMemory(path);
 }
 
 std::shared_ptr<Database> DBEngine::OpenSettled(const std::string& path) {

@@ -64,7 +64,7 @@ std::string temporaryNameFor(const std::string& path);
 void WriteFileAtomically(const std::string& path, std::string_view contents);
 
 /// Writes a file piece by piece into a temporary file beside it; `finish` renames that into place, and without it
-/// nothing stays. It is not synced to the disk: for what can be made again.
+/// nothing stays. It is synced to the disk only where `sync` is called: the rest can be made again.
 class WholeFile {
  public:
   explicit WholeFile(std::string path);
@@ -72,10 +72,17 @@ class WholeFile {
   WholeFile(const WholeFile&) = delete;
   WholeFile& operator=(const WholeFile&) = delete;
   void write(std::string_view text);
+  /// Ends the writing. `now` sends the file on its way to the disk, so that `sync` waits less.
+  enum class Writeback : std::uint8_t { later, now };
+  void seal(Writeback writeback = Writeback::later);
+  /// Seals, and waits until the contents are on the disk. Any thread will do.
+  void sync();
+  /// Seals, and puts the file in its place.
   void finish();
 
  private:
   void flush();
+  void put(std::string_view text);
   std::string m_path;
   std::string m_temporary;
   std::string m_buffer;
