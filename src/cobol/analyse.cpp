@@ -1,5 +1,7 @@
 #include "cobol/analyse.hpp"
 
+#include "cobol/characters.hpp"
+
 #include "cobol/data_division.hpp"
 #include "cobol/declared_relations.hpp"
 #include "cobol/kvid.hpp"
@@ -34,7 +36,7 @@ Analysis analyseTokens(TokenStream stream, Options options, Diagnostics diagnost
   layOutWithoutStorage(analysis, options);
   remarkDuplicates(analysis, nameConstructs(analysis), diagnostics);
   for (const CopyUse& copy : stream.copies)
-    analysis.places.push_back({"COPY", analysis.texts->keep(copy.name), copy.at});
+    analysis.places.push_back({"COPY", analysis.texts->keep(upper(copy.name)), copy.at});
   analysis.files = std::move(stream.files);
   analysis.copies = std::move(stream.copies);
   analysis.further = std::move(stream.further);

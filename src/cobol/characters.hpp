@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <string>
 #include <string_view>
 
 namespace cobol {
@@ -52,6 +53,12 @@ constexpr bool isWordChar(char c) {
 }
 constexpr char toUpper(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+}
+inline std::string upper(std::string_view text) {
+  std::string result(text);
+  for (char& c : result)
+    c = toUpper(c);
+  return result;
 }
 /// Whether every byte is a column of its own: no tab, no zero, nothing above 0x7F. Without a way out on the way, so
 /// that many bytes are looked at in one step.

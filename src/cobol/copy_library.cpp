@@ -12,13 +12,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string upper(std::string_view text) {
-  std::string result(text);
-  for (char& c : result)
-    c = toUpper(c);
-  return result;
-}
-
 /// Names of one folder by their capitals; those that differ in case only are sorted.
 struct FolderIndex {
   std::unordered_map<std::string, std::vector<std::string>> files;

@@ -1,5 +1,7 @@
 #include "cobol/data_division.hpp"
 
+#include "cobol/characters.hpp"
+
 #include "cobol/built_in_records.hpp"
 #include "cobol/data_entry.hpp"
 #include "cobol/environment.hpp"
@@ -78,8 +80,9 @@ class DataReader {
     if (programs.empty()) return result;
     const auto add = [&](std::size_t program, std::string_view name) {
       auto& names = result[program];
-      if (!builtInRecord(name).empty() && std::find(names.begin(), names.end(), name) == names.end())
-        names.push_back(name);
+      const auto record = builtInRecord(name);
+      if (!record.empty() && std::find(names.begin(), names.end(), name) == names.end())
+        names.push_back(record.front().name);
     };
     for (const auto& copy : m_stream.copies) {
       if (copy.file >= 0) continue;
@@ -87,7 +90,7 @@ class DataReader {
       std::size_t owner = 0;
       for (std::size_t p = 0; p < programs.size() && copy.at.file == 0; ++p)
         if (programs[p].declared.file == 0 && programs[p].declared.line <= copy.at.line) owner = p;
-      add(owner, copy.name);
+      add(owner, upper(copy.name));
     }
     for (std::size_t p = 0; p < programs.size(); ++p) {
       if (structure.usesCics[p] && !structure.declaresExecBlock) add(p, "DFHEIBLK");

@@ -1,16 +1,11 @@
 #include "cobol/environment.hpp"
 
+#include "cobol/characters.hpp"
+
 #include "cobol/token_cursor.hpp"
 
 namespace cobol {
 namespace {
-
-std::string upperCase(std::string_view text) {
-  std::string result(text);
-  for (char& c : result)
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-  return result;
-}
 
 /// An assignment name without label and organisation: `UT-S-CUSTIN` and `AS-CUSTIN` are CUSTIN.
 std::string withoutPrefix(std::string name) {
@@ -337,10 +332,10 @@ class EnvironmentReader {
     }
     auto& description = m_analysis.dataFiles[static_cast<std::size_t>(file)];
     if (m_cursor.kind() == TokenKind::literal || m_cursor.kind() == TokenKind::number) {
-      description.assignName = withoutPrefix(upperCase(m_cursor.text()));
+      description.assignName = withoutPrefix(upper(m_cursor.text()));
       m_cursor.next();
     } else if (m_cursor.isWord()) {
-      description.assignName = withoutPrefix(upperCase(m_cursor.text()));
+      description.assignName = withoutPrefix(upper(m_cursor.text()));
       refer(DataReference::Role::assign, m_cursor.takeName(), file);
     }
     // More assignment names may follow; only the first one counts.

@@ -1,5 +1,7 @@
 #include "cobol/expander.hpp"
 
+#include "cobol/characters.hpp"
+
 #include <numeric>
 
 namespace cobol {
@@ -23,13 +25,6 @@ const std::vector<NameId>& keywordIds() {
     return all;
   }();
   return ids;
-}
-
-std::string upper(std::string_view text) {
-  std::string result(text);
-  for (char& c : result)
-    c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
-  return result;
 }
 
 bool isUnitHeader(Keyword word) {
@@ -312,7 +307,7 @@ void Expander::include(Frame& frame, CopyRequest request) {
                       "more than " + std::to_string(kCopyLimit) + " copybooks are copied; the rest is left out");
     return;
   }
-  CopyUse use{upper(request.name), request.library, -1, request.at};
+  CopyUse use{request.name, request.library, -1, request.at};
   std::string rival;
   const std::optional<std::string> path = m_library.find(request.name, request.library, frame.block->file.path, &rival);
   if (!rival.empty()) {
@@ -320,7 +315,7 @@ void Expander::include(Frame& frame, CopyRequest request) {
                       "two copybooks differ in case only; taken is " + *path + ", not " + rival);
   }
   if (!path) {
-    const Severity severity = isBuiltIn(use.name) ? Severity::information : Severity::error;
+    const Severity severity = isBuiltIn(upper(use.name)) ? Severity::information : Severity::error;
     m_diagnostics.add(Code::CopyMissing, severity, request.at, "the copybook " + request.name + " is not found");
   } else if (std::any_of(m_frames.begin(), m_frames.end(),
                          [&](const auto& open) { return open->block->file.path == *path; })) {

@@ -1,5 +1,7 @@
 #include "cobol/program_structure.hpp"
 
+#include "cobol/characters.hpp"
+
 #include <array>
 #include <unordered_map>
 
@@ -23,13 +25,6 @@ struct Event {
   int key = -1;             ///< equal names have equal keys
   bool isClass = false;
 };
-
-std::string upperCase(std::string_view text) {
-  std::string result(text);
-  for (char& c : result)
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-  return result;
-}
 
 /// By word: whether it can open or close anything.
 constexpr auto kLookedAt = [] {
@@ -179,8 +174,7 @@ class EventScan {
       if (token.kind == TokenKind::word || token.kind == TokenKind::literal || token.kind == TokenKind::number) {
         event.name = at;
         event.to = at + 1;
-        event.key =
-            m_keys.try_emplace(upperCase(m_stream.textOf(token)), static_cast<int>(m_keys.size())).first->second;
+        event.key = m_keys.try_emplace(upper(m_stream.textOf(token)), static_cast<int>(m_keys.size())).first->second;
       }
     }
     if (periodAt(event.to)) ++event.to;
@@ -200,7 +194,7 @@ std::string stemOf(const TokenStream& stream) {
   std::string_view path = stream.files.front().path;
   if (const auto slash = path.find_last_of("/\\"); slash != std::string_view::npos) path.remove_prefix(slash + 1);
   if (const auto dot = path.find('.'); dot != std::string_view::npos && dot > 0) path = path.substr(0, dot);
-  return path.empty() ? "PROGRAM" : upperCase(path);
+  return path.empty() ? "PROGRAM" : upper(path);
 }
 
 /// Puts the events together into programs.
@@ -280,7 +274,7 @@ class Assembly {
       close(event.from);
     Program program;
     const bool named = event.name != 0;
-    program.name = named ? upperCase(m_stream.textOf(m_stream.tokens[event.name])) : stemOf(m_stream);
+    program.name = named ? upper(m_stream.textOf(m_stream.tokens[event.name])) : stemOf(m_stream);
     program.parent = m_open.empty() ? -1 : m_open.back().program;
     program.path = program.parent < 0
                        ? program.name

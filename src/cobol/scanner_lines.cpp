@@ -12,13 +12,6 @@ namespace {
 constexpr int kMarginColumn = 73; ///< the first column behind the text
 constexpr std::size_t kLogicalLimit = 10 * 1024 * 1024;
 
-std::string upper(std::string_view text) {
-  std::string result(text);
-  for (char& c : result)
-    c = toUpper(c);
-  return result;
-}
-
 std::string_view trimmed(std::string_view text) {
   while (!text.empty() && isBlank(text.front()))
     text.remove_prefix(1);

@@ -1,5 +1,7 @@
 #include "cobol/source_text.hpp"
 
+#include "cobol/characters.hpp"
+
 #include <array>
 #include <cerrno>
 #include <cstring>
@@ -153,15 +155,9 @@ std::string decodeEbcdic(std::string bytes, const std::string& codePage, std::st
   return text;
 }
 
-std::string upperName(std::string name) {
-  for (char& c : name)
-    c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
-  return name;
-}
-
 void decodeText(std::string& bytes, const Options& options, SourceText& source, Diagnostics& diagnostics) {
-  const std::string ebcdic = upperName(options.ebcdic);
-  const std::string wanted = upperName(options.encoding);
+  const std::string ebcdic = upper(options.ebcdic);
+  const std::string wanted = upper(options.encoding);
   const bool ebcdicNamed = ebcdic != "AUTO" && ebcdic != "NEVER" && !ebcdic.empty();
   const bool encodingNamed = wanted != "AUTO" && wanted != "UTF-8" && !wanted.empty();
   if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) {

@@ -3,18 +3,13 @@
 #include <string>
 
 #include "cobol/statement_reader.hpp"
+
+#include "cobol/characters.hpp"
 #include "cobol/statements.hpp"
 
 namespace cobol {
 
 namespace {
-
-std::string upper(std::string_view text) {
-  std::string out(text);
-  for (char& c : out)
-    c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return out;
-}
 
 /// `SIZE 4`: how many bytes a value is handed over in.
 bool acceptSize(StatementReader& r) {

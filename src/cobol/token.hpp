@@ -83,7 +83,7 @@ struct SourceFile {
 
 /// How one COPY (or INCLUDE) was resolved, also when it was not: part of the fingerprint of a verified program.
 struct CopyUse {
-  std::string name;    ///< as written, upper case
+  std::string name;    ///< as written; a word in upper case, a literal as it is
   std::string library; ///< OF/IN, upper case, or empty
   int file = -1;       ///< index into files, -1: not found
   Position at;

@@ -44,6 +44,17 @@ TEST(Verification, writesTheAnalysisAndADatabaseOfTheSameGeneration) {
   EXPECT_EQ(portfolio.names(kProgramType), std::vector<std::string>{"PAY"});
 }
 
+TEST(Verification, looksACopybookUpAgainAsItIsWritten) {
+  Portfolio portfolio;
+  portfolio.write("copy/REC.cpy", "       01 C1 PIC X.\n");
+  portfolio.write("copy/Rec.cpy", "       01 C2 PIC X.\n");
+  portfolio.write("a.cbl", program("A", "       COPY \"Rec.cpy\".\n"));
+  portfolio.add();
+  EXPECT_EQ(portfolio.outcome(), "1 written, 0 unchanged");
+  EXPECT_THAT(portfolio.query("A", "Constructs", {"KVID"}), ElementsAre("A:C2"));
+  EXPECT_EQ(portfolio.outcome(), "0 written, 1 unchanged");
+}
+
 TEST(Verification, skipsProgramsOfWhichNothingChanged) {
   struct Change {
     std::string what;
