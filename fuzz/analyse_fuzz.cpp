@@ -24,9 +24,11 @@ void checkConstructs(const cobol::Analysis& analysis) {
                 isIndex(c.nextSibling),
             "ends of constructs exist");
     require(c.size >= 0 && c.length >= 0 && c.position >= 0, "sizes are not negative");
+    const bool isPlaced = c.hasStorage() && c.area >= 0;
+    require(isPlaced || !c.hasStorage() || c.kind == cobol::Kind::renames, "only a 66 may lack a record");
     // Special registers have storage of their own that no record shares.
     if (c.kind != cobol::Kind::specialRegister)
-      require(c.hasStorage() ? c.offset >= 0 : c.offset < 0, "exactly what has storage has an offset");
+      require(isPlaced ? c.offset >= 0 : c.offset < 0, "exactly what has storage has an offset");
     require(c.declared.file < analysis.files.size(), "declarations lie in files");
   }
 }

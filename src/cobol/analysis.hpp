@@ -62,7 +62,8 @@ struct Construct {
   int file = -1;             ///< index into Analysis::dataFiles of an FD/SD/RD/CD record
   int redefines = -1;        ///< the item of its REDEFINES clause
   int area = -1;             ///< storage area: equal exactly when storage is shared at level 01
-  std::int64_t offset = 0;   ///< numbered through the program, bytes; negative for constructs without storage
+  std::int64_t offset = 0;   ///< numbered through the program, bytes; negative for constructs without storage, also for
+                             ///< a 66 that follows no record
   std::int64_t size = 0;     ///< bytes: length times own OCCURS maximum
   std::int64_t position = 0; ///< bytes from the start of its record
   std::int64_t length = 0;   ///< bytes of one occurrence

@@ -157,6 +157,14 @@ TEST(Renames, SpansFromItsFirstToItsLastItem) {
             "R1 Renaming D <11:22>\nR2 Renaming D <12:22>\nR2 Renaming C <12:29>\nR3 Renaming E <13:22>\n");
 }
 
+TEST(Renames, HasNoPlaceWithoutARecord) {
+  const auto run = readAndLayOut(workingStorage("66 R RENAMES D.\n01 A PIC X(4).\n88 YES VALUE 'Y'."));
+  std::vector<std::int64_t> offsets;
+  for (const auto& item : run.analysis.constructs)
+    offsets.push_back(item.offset);
+  EXPECT_EQ(offsets, (std::vector<std::int64_t>{-1, 0, -2})) << "it would meet what begins at 0";
+}
+
 TEST(Occurs, NestsAndCountsOwnOccurrencesOnly) {
   EXPECT_EQ(
       layoutOf(
