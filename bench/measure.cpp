@@ -37,6 +37,21 @@ double median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
+OneCore::OneCore() {
+  if (::sched_getaffinity(0, sizeof m_before, &m_before) != 0) throw platform::Error("the cores cannot be asked for");
+  std::size_t first = 0;
+  while (!CPU_ISSET(first, &m_before))
+    ++first;
+  cpu_set_t one;
+  CPU_ZERO(&one);
+  CPU_SET(first, &one);
+  if (::sched_setaffinity(0, sizeof one, &one) != 0) throw platform::Error("a core cannot be chosen");
+}
+
+OneCore::~OneCore() {
+  ::sched_setaffinity(0, sizeof m_before, &m_before);
+}
+
 int shell(const std::string& command) {
   const int status = std::system(("{ " + command + "; } >/dev/null 2>&1 </dev/null").c_str());
   return WIFEXITED(status) ? WEXITSTATUS(status) : 128;

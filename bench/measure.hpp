@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include <sched.h>
+
 namespace bench {
 
 /// Median seconds of three runs; of one when the first takes long.
@@ -12,6 +14,18 @@ double seconds(const std::function<void()>& work);
 /// Seconds of one run.
 double secondsOnce(const std::function<void()>& work);
 double median(std::vector<double> values);
+
+/// While it lives, this thread and what it starts, other programs too, share one core.
+class OneCore {
+ public:
+  OneCore();
+  ~OneCore();
+  OneCore(const OneCore&) = delete;
+  OneCore& operator=(const OneCore&) = delete;
+
+ private:
+  cpu_set_t m_before{};
+};
 
 /// Runs a shell command with its output thrown away. Gives its exit status.
 int shell(const std::string& command);
