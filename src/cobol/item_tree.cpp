@@ -1,9 +1,12 @@
 #include "cobol/item_tree.hpp"
 
+#include "cobol/record_layout.hpp"
+
 namespace cobol {
 namespace {
 
 constexpr std::size_t kItemLimit = 5'000'000;
+constexpr std::size_t kMeasureLimit = 50'000'000;
 constexpr std::size_t kCopyLimit = 500'000; // items that types make, in a source
 
 void setFlag(Construct& construct, bool condition, ConstructFlag flag) {
@@ -421,7 +424,7 @@ std::optional<std::int64_t> ItemTree::numberOf(std::uint32_t index) const {
 }
 
 /// A number, or numbers and constants joined by operators, worked out from left to right.
-std::optional<std::int64_t> ItemTree::constantOf(std::uint32_t from, std::uint32_t to) const {
+std::optional<std::int64_t> ItemTree::constantOf(std::uint32_t from, std::uint32_t to) {
   constexpr std::int64_t kLimit = std::int64_t{1} << 31;
   std::optional<std::int64_t> result;
   char operation = '+';
@@ -432,7 +435,12 @@ std::optional<std::int64_t> ItemTree::constantOf(std::uint32_t from, std::uint32
       operation = text.front();
       continue;
     }
-    const auto value = numberOf(i);
+    const auto word = token(i).kind == TokenKind::word ? m_stream.textOf(token(i)) : std::string_view();
+    const bool measures = word == "LENGTH" || word == "BYTE-LENGTH";
+    if (measures && m_stream.textOf(token(++i)) == "OF") ++i;
+    const auto value = measures ? lengthOf(i) : numberOf(i);
+    while (measures && i + 2 < to && (m_stream.textOf(token(i + 1)) == "OF" || m_stream.textOf(token(i + 1)) == "IN"))
+      i += 2; // qualifiers
     if (!value || *value > kLimit || (operation == '/' && *value == 0)) return std::nullopt;
     const std::int64_t left = result.value_or(0);
     result = operation == '+'   ? left + *value
@@ -442,6 +450,27 @@ std::optional<std::int64_t> ItemTree::constantOf(std::uint32_t from, std::uint32
     if (*result > kLimit || *result < -kLimit) return std::nullopt;
   }
   return result;
+}
+
+/// Bytes of one occurrence of an item that is declared before, or characters of a literal.
+std::optional<std::int64_t> ItemTree::lengthOf(std::uint32_t index) {
+  if (token(index).kind == TokenKind::literal) return characters(m_stream.textOf(token(index)));
+  const int item = token(index).kind == TokenKind::word ? findAnywhere(index, -1) : -1;
+  m_measured += m_analysis.constructs.size();
+  if (item < 0 || at(item).record < 0 || m_measured > kMeasureLimit) return std::nullopt;
+  // Its record is laid out aside, for what comes behind may still lengthen it or change what a picture means.
+  Analysis aside;
+  aside.constructs = m_analysis.constructs;
+  Diagnostics unheard;
+  const int record = at(item).record;
+  for (std::size_t i = static_cast<std::size_t>(record); i < aside.constructs.size(); ++i) {
+    Construct& leaf = aside.constructs[i];
+    if (leaf.record == record && leaf.hasStorage() && leaf.kind != Kind::renames && !leaf.isGroup())
+      finishLeaf(leaf, m_facts[i], unheard);
+  }
+  m_pictures.clear();
+  RecordLayout(aside, m_options, unheard).layOut(record);
+  return aside.constructs[static_cast<std::size_t>(item)].length;
 }
 
 std::string_view ItemTree::valueText(std::uint32_t from, std::uint32_t to) {
@@ -516,7 +545,7 @@ void ItemTree::finish() {
     const Facts& known = m_facts[i];
     if (!construct.hasStorage() || construct.kind == Kind::renames) continue;
     if (construct.firstChild < 0) {
-      finishLeaf(construct, known);
+      finishLeaf(construct, known, m_diagnostics);
       continue;
     }
     if (construct.kind != Kind::filler) construct.kind = Kind::group;
@@ -533,11 +562,14 @@ const Picture& ItemTree::pictureOf(const Construct& construct) {
   return known->second;
 }
 
-void ItemTree::finishLeaf(Construct& construct, const Facts& known) {
+void ItemTree::finishLeaf(Construct& construct, const Facts& known, Diagnostics& diagnostics) {
+  const auto remark = [&](Code code, std::uint32_t at, std::string text) {
+    diagnostics.add(code, Severity::warning, token(at).position(), std::move(text));
+  };
   const bool hasPicture = !construct.picture.empty();
   const Picture picture = hasPicture ? pictureOf(construct) : Picture{};
   if (hasPicture && !picture.isValid)
-    remark(Code::PictureBad, Severity::warning, known.pictureToken != 0 ? known.pictureToken : construct.token,
+    remark(Code::PictureBad, known.pictureToken != 0 ? known.pictureToken : construct.token,
            "not a PICTURE: " + std::string(construct.picture.substr(0, 60)));
   const ItemForm form{.usage = effectiveUsage(known.usage, hasPicture ? &picture : nullptr),
                       .picture = hasPicture ? &picture : nullptr,
@@ -556,7 +588,7 @@ void ItemTree::finishLeaf(Construct& construct, const Facts& known) {
   if (known.syncBelow) setFlag(construct, true, synchronized_);
   if (construct.length == 0 && known.noStorage) construct.length = known.literalLength;
   if (construct.length == 0 && !hasPicture && !known.noStorage)
-    remark(Code::PictureMissing, Severity::warning, construct.token, "neither PICTURE nor subordinate items");
+    remark(Code::PictureMissing, construct.token, "neither PICTURE nor subordinate items");
 }
 
 } // namespace cobol

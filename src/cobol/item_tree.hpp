@@ -80,9 +80,10 @@ class ItemTree {
   int findAnywhere(std::uint32_t token, int except) const;
   bool qualifiersMatch(std::uint32_t token, int item) const;
   std::optional<std::int64_t> numberOf(std::uint32_t token) const;
-  std::optional<std::int64_t> constantOf(std::uint32_t from, std::uint32_t to) const;
+  std::optional<std::int64_t> constantOf(std::uint32_t from, std::uint32_t to);
+  std::optional<std::int64_t> lengthOf(std::uint32_t token);
   std::string_view valueText(std::uint32_t from, std::uint32_t to);
-  void finishLeaf(Construct& construct, const Facts& facts);
+  void finishLeaf(Construct& construct, const Facts& facts, Diagnostics& diagnostics);
 
   Construct& at(int index) { return m_analysis.constructs[static_cast<std::size_t>(index)]; }
   const Construct& at(int index) const { return m_analysis.constructs[static_cast<std::size_t>(index)]; }
@@ -107,6 +108,7 @@ class ItemTree {
   int m_record = -1;
   int m_lastRoot = -1;
   std::size_t m_copied = 0;      ///< items made by copying types
+  std::size_t m_measured = 0;    ///< items looked at for the sake of lengths in constants
   std::vector<Facts> m_facts;    ///< by construct
   std::vector<int> m_lastOfName; ///< by name id: latest construct, -1 none
   std::unordered_map<NameId, std::int64_t> m_constants;

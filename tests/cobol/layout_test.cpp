@@ -206,6 +206,28 @@ TEST(Occurs, CountsMayBeConstants) {
             "05 B @0+0 len 7 x12 PIC X(WIDE) DISPLAY dims 12x7\n");
 }
 
+TEST(Constants, MayBeLengthsOfWhatStandsBefore) {
+  EXPECT_EQ(layoutOf("01 WIDE CONSTANT AS 5.\n01 R SYNC.\n 05 A PIC X(WIDE).\n 05 B PIC S9(9) COMP.\n 05 T OCCURS 3.\n"
+                     "  10 U PIC S9(5) COMP-3.\n  10 V PIC X.\n"
+                     "78 WHOLE VALUE LENGTH OF R.\n78 TWICE VALUE LENGTH OF V OF T + LENGTH OF T * 2.\n"
+                     "01 FOUR CONSTANT AS BYTE-LENGTH OF 'ABCD'.\n78 LATER VALUE LENGTH OF COPY-OF.\n"
+                     "01 COPY-OF PIC X(WHOLE).\n01 S.\n 05 W PIC X(TWICE) OCCURS FOUR.\n"),
+            "01 WIDE @-1 = 5\n"
+            "01 R @0+0 len 24 flags Y\n"
+            "05 A @0+0 len 5 PIC X(WIDE) DISPLAY flags Y\n"
+            "05 B @0+8 len 4 PIC S9(9) COMP flags Y\n"
+            "05 T @0+12 len 4 x3 dims 3x4\n"
+            "10 U @0+12 len 3 PIC S9(5) COMP-3 dims 3x4 flags Y\n"
+            "10 V @0+15 len 1 PIC X DISPLAY dims 3x4 flags Y\n"
+            "78 WHOLE @-2 = LENGTH OF R\n"
+            "78 TWICE @-3 = LENGTH OF V OF T + LENGTH OF T * 2\n"
+            "01 FOUR @-4 = BYTE-LENGTH OF \"ABCD\"\n"
+            "78 LATER @-5 = LENGTH OF COPY-OF\n"
+            "01 COPY-OF @48+0 len 24 PIC X(WHOLE) DISPLAY\n"
+            "01 S @96+0 len 40\n"
+            "05 W @96+0 len 10 x4 PIC X(TWICE) DISPLAY dims 4x10\n");
+}
+
 TEST(Occurs, HugeTablesSaturate) {
   std::string lines = "01 A.\n";
   for (int level = 2; level < 9; ++level)
