@@ -120,17 +120,20 @@ ShadedText shade(std::string_view text, Format format) {
         column = 0; // a directive above turned the format
       const std::uint32_t end = charactersIn(code.begin, code.to);
       shader.written(0, column, Shade::margin);
-      Shade rest = code.indicator == '>' ? Shade::directive : Shade::comment;
-      if (at > 0 && (tokens[at - 1].has(continued) || tokens[at - 1].has(inExec)) && code.indicator != '>')
-        rest = shadeOf(tokens[at - 1]).value_or(Shade::comment);
+      std::optional<Shade> rest = code.indicator == '>' ? Shade::directive : Shade::comment;
+      if (at > 0 && code.indicator != '>') {
+        const Token& before = tokens[at - 1];
+        if (before.has(continued) || before.has(inExec)) rest = shadeOf(before);
+        if (!rest && !before.has(continued)) rest = Shade::comment;
+      }
       for (; at < tokens.size() && tokens[at].line == number; ++at) {
         const Token& token = tokens[at];
-        shader.written(column, token.column - 1, rest);
+        if (rest) shader.written(column, token.column - 1, *rest);
         rest = Shade::comment;
         column = std::min(token.column - 1 + token.length, end);
         if (const auto shade = shadeOf(token)) shader.written(token.column - 1, column, *shade);
       }
-      shader.written(column, end, rest);
+      if (rest) shader.written(column, end, *rest);
       shader.written(end, shader.size(), Shade::margin);
     }
     shaded.m_ends.push_back(shaded.m_spans.size());

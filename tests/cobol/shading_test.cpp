@@ -50,6 +50,14 @@ TEST(Shading, KnowsWhatRunsOnOverALineEnd) {
               ElementsAre("...........kkkk.llllllllllllllllllllllllllllllllllllllllllllllllllllllll",
                           "......m....llll.kk", "...........kkkk.eee.eeeeee.e.cccccc",
                           ".............eeee....eeee.e.kkkkkkkk"));
+  EXPECT_THAT(pictureOf("           MOVE A TO LONG-\n"
+                        "      -    NAME OF REC.\n"
+                        "           MOVE B TO VERY-\n"
+                        "      -    LO\n"
+                        "      -    NG. *> so\n",
+                        Format::fixed),
+              ElementsAre("...........kkkk...kk", "......m.........kk", "...........kkkk...kk", "......m",
+                          "......m........ccccc"));
 }
 
 TEST(Shading, FreeFormatAndAChangeOfFormat) {
