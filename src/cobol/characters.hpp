@@ -54,6 +54,7 @@ constexpr bool isWordChar(char c) {
 constexpr char toUpper(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
 }
+/// The text in capitals, as far as its letters are those of ASCII.
 inline std::string upper(std::string_view text) {
   std::string result(text);
   for (char& c : result)
@@ -79,6 +80,7 @@ inline constexpr auto kWordCapitals = [] {
   }
   return table;
 }();
+/// Eight bytes at once, in the steps over blanks.
 inline constexpr std::uint64_t kEightSpaces = 0x2020202020202020U;
 /// Whether eight spaces stand here; eight bytes can be read.
 inline bool startsWithSpaces(const char* at) {

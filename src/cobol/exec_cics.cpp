@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "cobol/characters.hpp"
 #include "cobol/statement_reader.hpp"
 #include "cobol/statements.hpp"
 
@@ -108,10 +109,7 @@ void readArgument(StatementReader& r, Option& option, Access access, Demand dema
 std::string trimmedUpper(std::string_view text) {
   while (!text.empty() && text.back() == ' ')
     text.remove_suffix(1);
-  std::string name(text);
-  for (char& c : name)
-    c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-  return name;
+  return upper(text);
 }
 
 /// The text that a resource's option names: a literal, or the initial value of the item that holds the name. Empty when

@@ -83,6 +83,7 @@ class ItemTree {
   std::optional<std::int64_t> constantOf(std::uint32_t from, std::uint32_t to);
   std::optional<std::int64_t> lengthOf(std::uint32_t token);
   std::string_view valueText(std::uint32_t from, std::uint32_t to);
+  const Picture& pictureOf(const Construct& construct);
   void finishLeaf(Construct& construct, const Facts& facts, Diagnostics& diagnostics);
 
   Construct& at(int index) { return m_analysis.constructs[static_cast<std::size_t>(index)]; }
@@ -97,8 +98,7 @@ class ItemTree {
   Analysis& m_analysis;
   Diagnostics& m_diagnostics;
   PictureRules m_rules;
-  const Picture& pictureOf(const Construct& construct);
-  std::unordered_map<const char*, Picture> m_pictures; ///< of the program, by where the text lies
+  std::unordered_map<const char*, Picture> m_pictures; ///< of the program, by where their texts lie
   int m_program = 0;
   std::size_t m_begin = 0; ///< first construct of the program's entries
   Section m_section = Section::none;

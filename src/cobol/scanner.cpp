@@ -409,10 +409,7 @@ bool Scanner::closesLater(char quote) const {
   if (close == std::string_view::npos) return false;
   for (std::size_t at = 0; at + 8 <= close; ++at) {
     if (rest[at] != '-' || at < 3) continue;
-    std::string around(rest.substr(at - 3, 8));
-    for (char& c : around)
-      c = toUpper(c);
-    if (around == "END-EXEC") return false;
+    if (upper(rest.substr(at - 3, 8)) == "END-EXEC") return false;
   }
   return true;
 }

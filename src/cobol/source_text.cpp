@@ -90,9 +90,8 @@ std::optional<std::string> convert(std::string bytes, const std::string& codePag
   return text;
 }
 
-std::string systemName(std::string name) {
-  for (char& c : name)
-    c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+std::string systemName(std::string_view codePage) {
+  std::string name = upper(codePage);
   if (name.starts_with("CP") && name != "CP1252" && name != "CP437" && name != "CP850")
     return std::string("IBM").append(name, 2);
   return name;
