@@ -1,7 +1,6 @@
 // EXEC CICS: options with arguments, their direction, and the files, maps and programs they reach
 #include <algorithm>
 #include <array>
-#include <cctype>
 #include <string>
 #include <string_view>
 #include <vector>

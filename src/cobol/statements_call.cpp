@@ -1,5 +1,4 @@
 // CALL, CANCEL, ENTRY, INVOKE, ALLOCATE, FREE and the header of the procedure division
-#include <cctype>
 #include <string>
 
 #include "cobol/statement_reader.hpp"
