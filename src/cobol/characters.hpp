@@ -61,15 +61,25 @@ inline std::string upper(std::string_view text) {
     c = toUpper(c);
   return result;
 }
-/// Whether every byte is a column of its own: no tab, no zero, nothing above 0x7F. Without a way out on the way, so
-/// that many bytes are looked at in one step.
-inline bool isPlain(std::string_view text) {
-  unsigned char odd = 0;
+/// What holds for all bytes of a text.
+struct TextTraits {
+  bool ascii = true;    ///< nothing above 0x7F
+  bool plain = true;    ///< every byte is a column of its own: ASCII without tab and zero
+  bool returns = false; ///< some byte is a carriage return
+};
+/// Looks at every byte, without a way out on the way, so that many are looked at in one step.
+inline TextTraits traitsOf(std::string_view text) {
+  unsigned char all = 0, spread = 0, turns = 0;
   for (const char c : text) {
     const auto byte = static_cast<unsigned char>(c);
-    odd = static_cast<unsigned char>(odd | (byte & 0x80) | (byte == '\t') | (byte == 0));
+    all = static_cast<unsigned char>(all | byte);
+    spread = static_cast<unsigned char>(spread | (byte == '\t') | (byte == 0));
+    turns = static_cast<unsigned char>(turns | (byte == '\r'));
   }
-  return odd == 0;
+  return {.ascii = all < 0x80, .plain = all < 0x80 && spread == 0, .returns = turns != 0};
+}
+inline bool isPlain(std::string_view text) {
+  return traitsOf(text).plain;
 }
 /// Of every byte that a word may hold its capital, else 0.
 inline constexpr auto kWordCapitals = [] {
@@ -87,6 +97,12 @@ inline bool startsWithSpaces(const char* at) {
   std::uint64_t eight;
   std::memcpy(&eight, at, 8);
   return eight == kEightSpaces;
+}
+/// Whether six spaces stand here: the sequence number area of most lines; six bytes can be read.
+inline bool startsWithSixSpaces(const char* at) {
+  std::uint64_t six = kEightSpaces;
+  std::memcpy(&six, at, 6);
+  return six == kEightSpaces;
 }
 /// The first byte in [from, to) that is no space, else `to`.
 inline const char* skipSpaces(const char* from, const char* to) {

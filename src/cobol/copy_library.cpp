@@ -181,9 +181,9 @@ std::shared_ptr<const CopyText> CopyLibrary::read(const std::string& path, const
   copy->block.file = source.file;
   copy->block.file.path = path;
   ScanSettings settings = outer;
-  if (options.format == FormatChoice::detect) settings.format = copiedFormat(source.text, outer.format);
+  if (options.format == FormatChoice::detect) settings.format = copiedFormat(source, outer.format);
   copy->block.file.format = settings.format;
-  Scanner(source.text, settings, copy->block, copy->names).run();
+  Scanner(source.text, source.traits, settings, copy->block, copy->names).run();
   copy->block.tokens.shrink_to_fit();
   const std::lock_guard guard(m_state->textLock);
   return m_state->texts.emplace(key, std::move(copy)).first->second;

@@ -43,6 +43,10 @@ bool opensDirective(const char* from, const char* to) {
   }
 }
 
+bool mayOpenDirective(char c) {
+  return c == '>' || c == '$' || c == '+' || c == '-';
+}
+
 // CBL and PROCESS may begin in any column, also where the sequence number stands.
 bool isOptionLine(const char* from, const char* to) {
   from = skipBlanks(from, to);
@@ -67,9 +71,9 @@ std::uint32_t spreadColumn(const CodeLine& line, const char* at) {
   return column;
 }
 
-LineReader::LineReader(std::string_view text, Format format, Diagnostics& diagnostics)
-    : m_at(text.data()), m_end(text.data() + text.size()), m_format(format), m_allPlain(isPlain(text)),
-      m_loneReturn(hasLoneReturn(text)), m_diagnostics(diagnostics) {}
+LineReader::LineReader(std::string_view text, const TextTraits& traits, Format format, Diagnostics& diagnostics)
+    : m_at(text.data()), m_end(text.data() + text.size()), m_format(format), m_traits(traits),
+      m_loneReturn(traits.returns && hasLoneReturn(text)), m_diagnostics(diagnostics) {}
 
 // Gives the end of the text of the line and where the next one begins.
 const char* LineReader::lineEnd(const char* from, const char*& nextLine) const {
@@ -77,6 +81,7 @@ const char* LineReader::lineEnd(const char* from, const char*& nextLine) const {
   const auto* end = static_cast<const char*>(std::memchr(from, '\n', left));
   nextLine = end ? end + 1 : m_end;
   if (!end) end = m_end;
+  if (!m_traits.returns) return end;
   if (m_loneReturn) {
     if (const auto* turn = static_cast<const char*>(std::memchr(from, '\r', static_cast<std::size_t>(end - from)))) {
       if (turn + 1 != end || end == m_end) nextLine = turn + 1;
@@ -87,6 +92,14 @@ const char* LineReader::lineEnd(const char* from, const char*& nextLine) const {
 }
 
 bool LineReader::next(CodeLine& line) {
+  if (m_ahead.valid && !m_ahead.remarked) {
+    m_ahead.valid = false;
+    line = m_ahead.line;
+    m_at = m_ahead.behind;
+    m_line = line.line;
+    return m_ahead.found;
+  }
+  m_ahead.valid = false;
   while (m_at < m_end) {
     line = CodeLine();
     line.begin = m_at;
@@ -106,34 +119,40 @@ bool LineReader::next(CodeLine& line) {
   return false;
 }
 
-bool LineReader::continuationFollows() const {
+bool LineReader::continuationFollows() {
   if (m_format == Format::free) return false;
-  for (const char* at = m_at; at < m_end;) {
-    // Nearly always a few bytes of the next line tell that it holds text of its own.
-    if (m_allPlain && !m_loneReturn && m_end - at > 16 && at[6] == ' ' &&
-        (startsWithSpaces(at) || std::find(at, at + 6, '\n') == at + 6)) {
-      const char* text = skipSpaces(at + 7, m_end);
-      if (text<m_end&& * text> ' ' && text - at < kMargin) return false;
-    }
-    CodeLine line;
+  if (!m_ahead.valid) lookAhead();
+  return m_ahead.found && m_ahead.line.indicator == '-';
+}
+
+void LineReader::lookAhead() {
+  m_ahead = Ahead();
+  m_ahead.valid = true;
+  CodeLine& line = m_ahead.line;
+  const char* at = m_at;
+  std::uint32_t number = m_line;
+  while (at < m_end && !m_ahead.found) {
+    line = CodeLine();
     line.begin = at;
-    const Sort sort = classify(line, lineEnd(at, at));
-    if (sort == Sort::code) return line.indicator == '-';
+    line.line = ++number;
+    const char* const end = lineEnd(at, at);
+    const Sort sort = classify(line, end);
+    m_ahead.found = sort == Sort::code;
+    m_ahead.remarked = m_ahead.remarked || sort == Sort::unknownIndicator || end - line.begin > kLineLimit;
   }
-  return false;
+  line.line = number;
+  m_ahead.behind = at;
 }
 
 LineReader::Sort LineReader::classify(CodeLine& line, const char* end) const {
-  line.plain = m_allPlain || isPlain({line.begin, static_cast<std::size_t>(end - line.begin)});
+  line.plain = m_traits.plain || isPlain({line.begin, static_cast<std::size_t>(end - line.begin)});
   if (m_format == Format::free) {
     line.from = line.first = skipBlanks(line.begin, end);
     line.to = end;
     if (line.from == end) return Sort::skipped;
     line.fromColumn = static_cast<std::uint32_t>(line.from - line.begin) + 1;
     if (*line.from == '*' && line.from + 1 < end && line.from[1] == '>') return Sort::skipped;
-    if (*line.from == '$' || *line.from == '>' || *line.from == '+' || *line.from == '-') {
-      if (opensDirective(line.from, end)) line.indicator = '>';
-    }
+    if (mayOpenDirective(*line.from) && opensDirective(line.from, end)) line.indicator = '>';
     return Sort::code;
   }
   return line.plain ? classifyFixed(line, end) : classifySpread(line, end);
@@ -141,18 +160,21 @@ LineReader::Sort LineReader::classify(CodeLine& line, const char* end) const {
 
 LineReader::Sort LineReader::classifyFixed(CodeLine& line, const char* end) const {
   const char* text = line.begin;
-  if (end - text > kIndicator && startsWithSpaces(text)) text += kIndicator;
-  while (text < end && text - line.begin < kIndicator && isBlank(*text))
-    ++text;
-  if (text == end) return Sort::skipped;
-  if ((*text == '>' || *text == '$' || *text == '+' || *text == '-') && opensDirective(text, end)) {
-    line.from = line.first = text;
-    line.fromColumn = static_cast<std::uint32_t>(text - line.begin) + 1;
-    line.to = end;
-    line.indicator = '>';
-    return Sort::code;
+  const bool common =
+      end - text > kIndicator && startsWithSixSpaces(text) && !mayOpenDirective(text[6]) && !mayOpenDirective(text[7]);
+  if (!common) {
+    while (text < end && text - line.begin < kIndicator && isBlank(*text))
+      ++text;
+    if (text == end) return Sort::skipped;
+    if (mayOpenDirective(*text) && opensDirective(text, end)) {
+      line.from = line.first = text;
+      line.fromColumn = static_cast<std::uint32_t>(text - line.begin) + 1;
+      line.to = end;
+      line.indicator = '>';
+      return Sort::code;
+    }
+    if (end - line.begin < kIndicator) return Sort::skipped;
   }
-  if (end - line.begin < kIndicator) return Sort::skipped;
   line.from = line.begin + kIndicator;
   line.fromColumn = kIndicator + 1;
   line.fullMargin = m_format == Format::fixed;

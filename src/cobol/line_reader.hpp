@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "cobol/characters.hpp"
 #include "cobol/diagnostic.hpp"
 #include "cobol/token.hpp"
 
@@ -27,14 +28,17 @@ std::uint32_t spreadColumn(const CodeLine& line, const char* at);
 /// Cuts a decoded text into lines and drops blank and comment lines. Lines end at LF, CRLF or a lone CR.
 class LineReader {
  public:
-  LineReader(std::string_view text, Format format, Diagnostics& diagnostics);
+  LineReader(std::string_view text, const TextTraits& traits, Format format, Diagnostics& diagnostics);
 
   /// The next line with text; false at the end.
   bool next(CodeLine& line);
-  /// Whether the next line with text continues the one that was read last. Reads nothing.
-  bool continuationFollows() const;
+  /// Whether the next line with text continues the one that was read last. For `next` nothing changes.
+  bool continuationFollows();
   /// Holds from the next line on.
-  void setFormat(Format format) { m_format = format; }
+  void setFormat(Format format) {
+    m_format = format;
+    m_ahead.valid = false;
+  }
   Format format() const { return m_format; }
   /// Physical lines passed so far.
   std::uint32_t lines() const { return m_line; }
@@ -43,6 +47,15 @@ class LineReader {
 
  private:
   enum class Sort { code, skipped, unknownIndicator };
+  /// The next line with text, found before it is asked for.
+  struct Ahead {
+    CodeLine line;
+    const char* behind = nullptr; ///< where the lines behind it begin
+    bool found = false;           ///< else there is none any more
+    bool valid = false;
+    bool remarked = false; ///< something is to be said of a line on the way, so `next` goes there itself
+  };
+  void lookAhead();
   const char* lineEnd(const char* from, const char*& nextLine) const;
   Sort classify(CodeLine& line, const char* end) const;
   Sort classifyFixed(CodeLine& line, const char* end) const;
@@ -53,8 +66,9 @@ class LineReader {
   const char* m_end;
   Format m_format;
   std::uint32_t m_line = 0;
-  bool m_allPlain;   ///< neither tab nor zero nor byte above 0x7F in the whole text
+  TextTraits m_traits;
   bool m_loneReturn; ///< some line ends with CR alone
+  Ahead m_ahead;
   Diagnostics& m_diagnostics;
 };
 

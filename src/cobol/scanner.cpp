@@ -26,9 +26,11 @@ bool isLiteralPrefix(std::string_view word) {
 
 } // namespace
 
-Scanner::Scanner(std::string_view text, const ScanSettings& settings, TextBlock& block, Interner& names)
+Scanner::Scanner(std::string_view text, const TextTraits& traits, const ScanSettings& settings, TextBlock& block,
+                 Interner& names)
     : m_settings(settings), m_conditions(settings.allBranches, settings.constants), m_block(block), m_names(names),
-      m_reader(text, settings.format, block.diagnostics), m_upper(new char[kTextLimit]), m_colon(names.intern(":")) {
+      m_reader(text, traits, settings.format, block.diagnostics), m_upper(new char[kTextLimit]),
+      m_colon(names.intern(":")) {
   block.tokens.reserve(text.size() / 12 + 16);
 }
 

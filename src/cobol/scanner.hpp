@@ -28,7 +28,8 @@ struct ScanSettings {
 /// Splits one decoded text into words. Names go into `names`; everything else is added to `block`.
 class Scanner {
  public:
-  Scanner(std::string_view text, const ScanSettings& settings, TextBlock& block, Interner& names);
+  Scanner(std::string_view text, const TextTraits& traits, const ScanSettings& settings, TextBlock& block,
+          Interner& names);
   void run();
 
  private:

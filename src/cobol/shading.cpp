@@ -94,11 +94,12 @@ ShadedText shade(std::string_view text, Format format) {
   ScanSettings settings;
   settings.format = format;
   settings.debugging = true;
-  Scanner(text, settings, block, names).run();
+  const TextTraits traits = traitsOf(text);
+  Scanner(text, traits, settings, block, names).run();
   ShadedText shaded;
   shaded.lines = splitLines(text);
   Diagnostics remarks;
-  LineReader reader(text, format, remarks);
+  LineReader reader(text, traits, format, remarks);
   CodeLine code;
   bool more = reader.next(code);
   const std::vector<Token>& tokens = block.tokens;
@@ -150,7 +151,7 @@ std::optional<ShadedText> shadeFile(const std::string& path, const Options& opti
   }
   Diagnostics remarks;
   const SourceText source = decode(std::move(*bytes), options, remarks);
-  return shade(source.text, format ? *format : detectFormat(source.text, remarks));
+  return shade(source.text, format ? *format : detectFormat(source, remarks));
 }
 
 } // namespace cobol

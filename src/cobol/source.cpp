@@ -16,7 +16,7 @@ bool isDivisionWord(Keyword word) {
          word == Keyword::Data || word == Keyword::Procedure;
 }
 
-Format chosenFormat(std::string_view text, FormatChoice choice, Diagnostics& diagnostics) {
+Format chosenFormat(const SourceText& source, FormatChoice choice, Diagnostics& diagnostics) {
   switch (choice) {
   case FormatChoice::fixed:
     return Format::fixed;
@@ -27,7 +27,7 @@ Format chosenFormat(std::string_view text, FormatChoice choice, Diagnostics& dia
   case FormatChoice::detect:
     break;
   }
-  return detectFormat(text, diagnostics);
+  return detectFormat(source, diagnostics);
 }
 
 ScanSettings settingsFor(const Options& options) {
@@ -68,13 +68,13 @@ TokenStream readText(std::string bytes, const std::string& path, const Options& 
   SourceText source = decode(std::move(bytes), options, decoding);
   source.file.path = path;
   ScanSettings settings = settingsFor(options);
-  settings.format = source.file.format = chosenFormat(source.text, options.format, decoding);
+  settings.format = source.file.format = chosenFormat(source, options.format, decoding);
   for (int pass = 0;; ++pass) {
     TokenStream stream;
     TextBlock block;
     block.diagnostics = decoding;
     block.file = source.file;
-    Scanner(source.text, settings, block, stream.names).run();
+    Scanner(source.text, source.traits, settings, block, stream.names).run();
     Diagnostics remarks;
     Expander expander(stream, library, options, settings, remarks);
     expander.run(block);

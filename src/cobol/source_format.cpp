@@ -26,7 +26,6 @@ struct Looks {
 };
 
 constexpr std::size_t kColumnsLookedAt = kTagEnd + 9; ///< a few behind the identification
-constexpr std::size_t kTextLookedAt = 64 * 1024;      ///< at once; about what the lines take
 
 std::string_view withoutEnd(std::string_view columns) {
   while (!columns.empty() && isBlank(columns.back()))
@@ -101,22 +100,30 @@ void lookAt(std::string_view line, Looks& looks) {
   }
 }
 
-Looks look(std::string_view text) {
+// Takes the commonest lines, text or a comment behind a blank sequence number area, that reach no identification.
+bool lookAtCommon(std::string_view line, Looks& looks) {
+  if (line.size() <= kIndicatorAt || !startsWithSixSpaces(line.data())) return false;
+  const char indicator = line[kIndicatorAt];
+  const bool comment = indicator == '*' || indicator == '/';
+  if (!comment && (indicator != ' ' || line.size() > kMarginAt)) return false;
+  const bool holdsText = comment || !isBlank(line);
+  looks.lines += holdsText;
+  looks.fixedLike += holdsText;
+  looks.starred += comment;
+  return true;
+}
+
+Looks look(const SourceText& source) {
+  const std::string_view text = source.text;
+  const bool plain = source.traits.plain;
   Looks looks;
   std::string room;
-  const bool plain = isPlain(text.substr(0, kTextLookedAt));
-  std::size_t turn = text.find('\r');
+  std::size_t turn = source.traits.returns ? text.find('\r') : text.npos;
   for (std::size_t at = 0, end = 0; at < text.size() && looks.lines < kLinesLookedAt; at = end + 1) {
     if (turn < at) turn = text.find('\r', at);
     end = std::min({text.find('\n', at), turn, text.size()});
-    const bool linePlain = plain && end <= kTextLookedAt;
-    if (linePlain && end - at <= kMarginAt && isBlank(text.substr(at, kIndicatorAt + 1))) { // by far the commonest
-      const bool holdsText = !isBlank(text.substr(at, end - at));
-      looks.lines += holdsText;
-      looks.fixedLike += holdsText;
-      continue;
-    }
-    const std::string_view line = spread(text.substr(at, std::min<std::size_t>(end - at, 1000)), linePlain, room);
+    if (plain && lookAtCommon(text.substr(at, end - at), looks)) continue;
+    const std::string_view line = spread(text.substr(at, std::min<std::size_t>(end - at, 1000)), plain, room);
     if (!line.empty()) lookAt(line, looks);
   }
   return looks;
@@ -137,8 +144,8 @@ Format withMargin(const Looks& looks) {
 
 } // namespace
 
-Format detectFormat(std::string_view text, Diagnostics& diagnostics) {
-  const Looks looks = look(text);
+Format detectFormat(const SourceText& source, Diagnostics& diagnostics) {
+  const Looks looks = look(source);
   const bool free = looks.freeLike * 10 > looks.lines && looks.freeLike > looks.starred;
   if (free && looks.freeLike * 3 < looks.lines) {
     diagnostics.add(Code::FormatGuessed, Severity::information, {0, 1, 1, 0},
@@ -147,8 +154,8 @@ Format detectFormat(std::string_view text, Diagnostics& diagnostics) {
   return free ? Format::free : withMargin(looks);
 }
 
-Format copiedFormat(std::string_view text, Format outer) {
-  const Looks looks = look(text);
+Format copiedFormat(const SourceText& source, Format outer) {
+  const Looks looks = look(source);
   if (looks.lines == 0) return outer;
   if (outer == Format::free) {
     const bool impossible = looks.freeLike == 0 && looks.starred + looks.numbered > 0;

@@ -27,13 +27,6 @@ unsigned char byteOf(char c) {
   return static_cast<unsigned char>(c);
 }
 
-bool hasHighBytes(std::string_view text) {
-  unsigned char all = 0;
-  for (char c : text)
-    all |= byteOf(c);
-  return all >= 0x80;
-}
-
 bool isUtf8(std::string_view text) {
   for (std::size_t i = 0; i < text.size();) {
     const unsigned char lead = byteOf(text[i]);
@@ -155,6 +148,7 @@ std::string decodeEbcdic(std::string bytes, const std::string& codePage, std::st
 }
 
 void decodeText(std::string& bytes, const Options& options, SourceText& source, Diagnostics& diagnostics) {
+  const TextTraits raw = traitsOf(bytes);
   const std::string ebcdic = upper(options.ebcdic);
   const std::string wanted = upper(options.encoding);
   const bool ebcdicNamed = ebcdic != "AUTO" && ebcdic != "NEVER" && !ebcdic.empty();
@@ -173,9 +167,11 @@ void decodeText(std::string& bytes, const Options& options, SourceText& source, 
     std::optional<std::string> converted;
     if (wanted != "ISO-8859-1") converted = convert(bytes, systemName(wanted));
     source.text = converted ? std::move(*converted) : fromLatin1(bytes);
-  } else if (!hasHighBytes(bytes) || wanted == "UTF-8" || isUtf8(bytes)) {
+  } else if (raw.ascii || wanted == "UTF-8" || isUtf8(bytes)) {
     source.file.encoding = "UTF-8";
     source.text = std::move(bytes);
+    source.traits = raw;
+    return;
   } else if (ebcdic != "NEVER" && looksEbcdic(bytes)) {
     source.text = decodeEbcdic(std::move(bytes), "CP037", source.file.encoding, diagnostics);
     diagnostics.add(Code::EncodingGuessed, Severity::information, {0, 1, 1, 0},
@@ -186,6 +182,7 @@ void decodeText(std::string& bytes, const Options& options, SourceText& source, 
     diagnostics.add(Code::EncodingGuessed, Severity::information, {0, 1, 1, 0},
                     "the file is no UTF-8 and is read as ISO-8859-1");
   }
+  source.traits = traitsOf(source.text);
 }
 
 } // namespace
@@ -253,8 +250,8 @@ SourceText decode(std::string bytes, const Options& options, Diagnostics& diagno
   std::string& text = source.text;
   while (!text.empty() && (text.back() == '\0' || text.back() == '\x1A'))
     text.pop_back();
-  if (text.size() > kRecord && text.size() % kRecord == 0 && text.find_first_of("\n\r") == text.npos &&
-      !hasHighBytes(text)) {
+  if (text.size() > kRecord && text.size() % kRecord == 0 && source.traits.ascii &&
+      text.find_first_of("\n\r") == text.npos) {
     text = cutRecords(text, '\n');
   }
   return source;

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "cobol/characters.hpp"
 #include "cobol/diagnostic.hpp"
 #include "cobol/options.hpp"
 #include "cobol/token.hpp"
@@ -15,7 +16,8 @@ namespace cobol {
 /// A file decoded to UTF-8, without byte order mark and without the end marks behind its text.
 struct SourceText {
   std::string text;
-  SourceFile file; ///< path, size, hash, encoding; lines and format are still open
+  TextTraits traits; ///< of the text
+  SourceFile file;   ///< path, size, hash, encoding; lines and format are still open
 };
 
 /// The bytes of a file; nothing when it cannot be read or is larger than 1 GiB.
@@ -31,9 +33,9 @@ SourceText decode(std::string bytes, const Options& options, Diagnostics& diagno
 std::vector<std::string> splitLines(std::string_view text);
 
 /// What the lines of a text say of their format, seen over the first 500 that are not blank.
-Format detectFormat(std::string_view text, Diagnostics& diagnostics);
+Format detectFormat(const SourceText& source, Diagnostics& diagnostics);
 
 /// The format of a copybook: that of the text which copies it, unless its own lines exclude that.
-Format copiedFormat(std::string_view text, Format outer);
+Format copiedFormat(const SourceText& source, Format outer);
 
 } // namespace cobol

@@ -32,7 +32,7 @@ std::optional<Source> readSource(const SiteFile& file, const cobol::Options& opt
   }
   cobol::Diagnostics remarks;
   const cobol::SourceText source = cobol::decode(std::move(*bytes), options, remarks);
-  const auto format = file.format ? *file.format : cobol::detectFormat(source.text, remarks);
+  const auto format = file.format ? *file.format : cobol::detectFormat(source, remarks);
   return Source{source.file.hash, cobol::shade(source.text, format)};
 }
 
