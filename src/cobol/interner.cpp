@@ -7,8 +7,9 @@
 namespace cobol {
 namespace {
 
-constexpr std::size_t kFirstSlots = 4096;
-constexpr unsigned kSlotShift = 32; // the upper bits of a product depend on all of its factors
+constexpr unsigned kHashBits = 64;
+constexpr unsigned kFirstSlotBits = 12;
+constexpr std::size_t kStep = 8; // bytes that the hash takes at once
 constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15U;
 
 template<typename Word>
@@ -20,7 +21,7 @@ Word load(const char* at) {
 
 } // namespace
 
-// Eight bytes a step; the last ones overlap those before them.
+// Eight bytes a step; the last ones overlap those before them. Every operation of a step can be undone.
 std::uint64_t Interner::hashOf(std::string_view text) {
   const char* at = text.data();
   std::size_t left = text.size();
@@ -42,7 +43,18 @@ std::uint64_t Interner::hashOf(std::string_view text) {
   return hash;
 }
 
-Interner::Interner(Prototype) : m_slots(kFirstSlots, 0) {
+// Up to eight bytes are one step, so the hash and the length tell the text.
+bool Interner::isText(const Entry& entry, std::string_view text, std::uint64_t hash) {
+  if (entry.hash != hash || entry.length != text.size()) return false;
+  if (text.size() <= kStep) return true;
+  const std::size_t last = text.size() - kStep;
+  for (std::size_t at = 0; at < last; at += kStep) {
+    if (load<std::uint64_t>(entry.text + at) != load<std::uint64_t>(text.data() + at)) return false;
+  }
+  return load<std::uint64_t>(entry.text + last) == load<std::uint64_t>(text.data() + last);
+}
+
+Interner::Interner(Prototype) : m_slots(std::size_t{1} << kFirstSlotBits, 0), m_slotShift(kHashBits - kFirstSlotBits) {
   m_entries.push_back({hashOf({}), "", 0});
   for (NameId id = 1; id < keywordCount(); ++id)
     intern(textOf(static_cast<Keyword>(id)));
@@ -51,19 +63,22 @@ Interner::Interner(Prototype) : m_slots(kFirstSlots, 0) {
 // Every run needs hundreds of them, so the words of the table are entered once and copied.
 Interner::Interner() {
   static const Interner prototype{Prototype{}};
+  m_entries.reserve(prototype.m_slots.size() / 2);
   m_entries = prototype.m_entries;
   m_slots = prototype.m_slots;
+  m_slotShift = prototype.m_slotShift;
+}
+
+NameId Interner::intern(std::string_view text) {
+  return intern(text, hashOf(text));
 }
 
 NameId Interner::intern(std::string_view text, std::uint64_t hash) {
   if (text.empty()) return 0;
   const std::size_t mask = m_slots.size() - 1;
-  std::size_t slot = (hash >> kSlotShift) & mask;
-  while (const NameId id = m_slots[slot]) {
-    const Entry& entry = m_entries[id];
-    if (entry.hash == hash && this->text(id) == text) return id;
-    slot = (slot + 1) & mask;
-  }
+  std::size_t slot = slotOf(hash);
+  for (; const NameId id = m_slots[slot]; slot = (slot + 1) & mask)
+    if (isText(m_entries[id], text, hash)) return id;
   const auto id = static_cast<NameId>(m_entries.size());
   m_entries.push_back({hash, m_texts->keep(text).data(), static_cast<std::uint32_t>(text.size())});
   m_slots[slot] = id;
@@ -75,23 +90,21 @@ NameId Interner::find(std::string_view text) const {
   if (text.empty()) return 0;
   const std::uint64_t hash = hashOf(text);
   const std::size_t mask = m_slots.size() - 1;
-  for (std::size_t slot = (hash >> kSlotShift) & mask; const NameId id = m_slots[slot]; slot = (slot + 1) & mask) {
-    if (m_entries[id].hash == hash && this->text(id) == text) return id;
-  }
+  for (std::size_t slot = slotOf(hash); const NameId id = m_slots[slot]; slot = (slot + 1) & mask)
+    if (isText(m_entries[id], text, hash)) return id;
   return 0;
 }
 
 void Interner::grow() {
-  std::vector<NameId> slots(m_slots.size() * 2, 0);
-  const std::size_t mask = slots.size() - 1;
+  m_slots.assign(m_slots.size() * 2, 0);
+  --m_slotShift;
+  const std::size_t mask = m_slots.size() - 1;
   for (NameId id = 1; id < m_entries.size(); ++id) {
-    const std::uint64_t hash = m_entries[id].hash;
-    std::size_t slot = (hash >> kSlotShift) & mask;
-    while (slots[slot])
+    std::size_t slot = slotOf(m_entries[id].hash);
+    while (m_slots[slot])
       slot = (slot + 1) & mask;
-    slots[slot] = id;
+    m_slots[slot] = id;
   }
-  m_slots = std::move(slots);
 }
 
 } // namespace cobol

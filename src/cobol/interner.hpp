@@ -22,7 +22,7 @@ class Interner {
   Interner& operator=(Interner&&) = default;
 
   /// The id of the text as it stands (callers upper-case words before).
-  NameId intern(std::string_view text) { return intern(text, hashOf(text)); }
+  NameId intern(std::string_view text);
   /// The same with the hash that another interner gave for the text.
   NameId intern(std::string_view text, std::uint64_t hash);
   /// The id if the text is known, else 0.
@@ -42,11 +42,14 @@ class Interner {
   struct Prototype {};
   explicit Interner(Prototype);
   static std::uint64_t hashOf(std::string_view text);
+  static bool isText(const Entry& entry, std::string_view text, std::uint64_t hash);
+  std::size_t slotOf(std::uint64_t hash) const { return hash >> m_slotShift; }
   void grow();
 
   std::shared_ptr<TextArena> m_texts = std::make_shared<TextArena>();
   std::vector<Entry> m_entries;
   std::vector<NameId> m_slots; ///< open addressing, size a power of two
+  unsigned m_slotShift;        ///< leaves of a hash the bits that number the slots: the upper ones depend on all
 };
 
 } // namespace cobol

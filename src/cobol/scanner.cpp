@@ -13,6 +13,11 @@ std::string_view view(const char* from, const char* to) {
   return {from, static_cast<std::size_t>(to - from)};
 }
 
+// A length as a token keeps it.
+std::uint16_t saturated(std::ptrdiff_t length) {
+  return static_cast<std::uint16_t>(std::min<std::ptrdiff_t>(length, 0xFFFF));
+}
+
 bool isLiteralPrefix(std::string_view word) {
   switch (word.size()) {
   case 1:
@@ -67,6 +72,7 @@ void Scanner::remarkCut(const Token& token) {
 void Scanner::beginRange(const CodeLine& line) {
   m_line = line;
   m_segments.clear();
+  m_simple = line.plain;
   m_counted = line.begin;
   m_column = 1;
   m_last = nullptr;
@@ -129,14 +135,9 @@ const char* Scanner::commentIn(const char* p, const char* end) {
   return p + close + 2;
 }
 
-// Columns are counted from where the last token began, so a long line is walked once.
-void Scanner::place(Token& token, const char* from, const char* to) {
-  if (!m_first && m_line.plain && m_segments.empty()) { // nearly always
-    token.line = m_line.line;
-    token.column = static_cast<std::uint32_t>(from - m_line.begin) + 1;
-    token.length = static_cast<std::uint16_t>(std::min<std::ptrdiff_t>(to - from, 0xFFFF));
-    return;
-  }
+// The place in a range of several lines, or where a column may take several bytes; gives where the token begins in the
+// file. Columns are counted from where the last token began, so a long line is walked once.
+const char* Scanner::place(Token& token, const char* from, const char* to) {
   if (!m_segments.empty()) {
     const auto offset = static_cast<std::size_t>(from - m_logical.data());
     while (m_segment + 1 < m_segments.size() && m_segments[m_segment + 1].offset <= offset) {
@@ -170,15 +171,19 @@ void Scanner::place(Token& token, const char* from, const char* to) {
     for (const char* p = from; p < to; ++p)
       length -= !startsCharacter(*p);
   }
-  token.length = static_cast<std::uint16_t>(length > 0xFFFF ? 0xFFFF : length);
-  if (!m_first) return;
+  token.length = saturated(length);
+  return from;
+}
+
+// What the first token of a physical line tells of it.
+void Scanner::beginLine(Token& token, const char* at) {
   m_first = false;
   token.flags |= TokenFlag::lineStart;
   if (m_line.indicator == '-') return;
   if (m_reader.format() == Format::free) {
     token.flags |= TokenFlag::areaA;
   } else {
-    const std::uint32_t column = m_line.plain ? token.column : spreadColumn(m_line, from);
+    const std::uint32_t column = m_line.plain ? token.column : spreadColumn(m_line, at);
     if (column >= 8 && column <= 11) token.flags |= TokenFlag::areaA;
   }
 }
@@ -190,7 +195,14 @@ Token& Scanner::add(TokenKind kind, NameId text, const char* from, const char* t
   if (m_last == from) token.flags = TokenFlag::joined;
   if (m_inExec) token.flags |= TokenFlag::inExec;
   m_last = to;
-  place(token, from, to);
+  if (m_simple) {
+    token.line = m_line.line;
+    token.column = static_cast<std::uint32_t>(from - m_line.begin) + 1;
+    token.length = saturated(to - from);
+  } else {
+    from = place(token, from, to);
+  }
+  if (m_first) beginLine(token, from);
   return token;
 }
 

@@ -63,7 +63,8 @@ class Scanner {
   const char* commentIn(const char* p, const char* end);
 
   Token& add(TokenKind kind, NameId text, const char* from, const char* to);
-  void place(Token& token, const char* from, const char* to);
+  const char* place(Token& token, const char* from, const char* to);
+  void beginLine(Token& token, const char* at);
   void placeRest(Token& token, std::size_t end);
   const char* addText(TokenKind kind, const char* from, const char* to);
   const char* addSign(TokenKind kind, const char* at);
@@ -91,6 +92,7 @@ class Scanner {
   std::string m_logical;
   std::vector<Segment> m_segments; ///< empty: the range lies in the file
   std::size_t m_segment = 0;
+  bool m_simple = true;            ///< the range is one plain line of the file
   const char* m_counted = nullptr; ///< up to here columns have been counted
   std::uint32_t m_column = 1;
   const char* m_last = nullptr; ///< end of the token before

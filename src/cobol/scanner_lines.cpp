@@ -89,6 +89,7 @@ bool Scanner::isListingWord(const CodeLine& line) const {
                              before(2) == Keyword::Program && before(3) == Keyword::End;
   if (!tokens.empty() && !behindProgram) return false;
   for (const char* start : {from, skipBlanks(line.begin, line.to)}) {
+    if (toUpper(*start) != 'C' && toUpper(*start) != 'P') continue;
     const std::string word = wordAt(start, line.to, rest);
     // A paragraph of a copybook may be called PROCESS.
     if ((word == "CBL" || word == "PROCESS") && !rest.starts_with('.') && !startsWithWord(rest, "SECTION")) return true;
@@ -289,6 +290,7 @@ void Scanner::assemble(const CodeLine& first) {
   beginRange(first);
   m_logical.assign(first.from, first.to);
   m_segments.push_back({0, first.from, first});
+  m_simple = false;
   m_segment = 0;
   char open = quoteOpenBehind(0, m_openQuote);
   CodeLine line;
