@@ -3,6 +3,7 @@
 #include "cobol/characters.hpp"
 
 #include <numeric>
+#include <span>
 
 namespace cobol {
 namespace {
@@ -121,14 +122,13 @@ void Expander::emit(Frame& frame, std::size_t to) {
   spend(to - from, positionAt(frame, from));
   if (m_spent) return;
   std::vector<Token>& out = *frame.out;
+  const std::size_t before = out.size();
   const Token* words = frame.block->tokens.data();
-  if (!frame.names) {
-    out.insert(out.end(), words + from, words + to);
-    return;
-  }
-  for (std::size_t i = from; i < to; ++i) {
-    Token& token = out.emplace_back(words[i]);
-    token.text = (*frame.names)[token.text];
+  out.insert(out.end(), words + from, words + to);
+  if (!frame.names) return;
+  const NameId* const names = frame.names->data();
+  for (Token& token : std::span(out).subspan(before)) {
+    token.text = names[token.text];
     token.file = frame.file;
     if (token.further != 0) token.further = frame.further[token.further];
   }

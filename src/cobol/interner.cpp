@@ -79,6 +79,11 @@ NameId Interner::intern(std::string_view text, std::uint64_t hash) {
   std::size_t slot = slotOf(hash);
   for (; const NameId id = m_slots[slot]; slot = (slot + 1) & mask)
     if (isText(m_entries[id], text, hash)) return id;
+  return add(text, hash, slot);
+}
+
+// Enters a text that is new in a slot that is free.
+NameId Interner::add(std::string_view text, std::uint64_t hash, std::size_t slot) {
   const auto id = static_cast<NameId>(m_entries.size());
   m_entries.push_back({hash, m_texts->keep(text).data(), static_cast<std::uint32_t>(text.size())});
   m_slots[slot] = id;

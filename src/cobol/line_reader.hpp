@@ -42,6 +42,8 @@ class LineReader {
   Format format() const { return m_format; }
   /// Physical lines passed so far.
   std::uint32_t lines() const { return m_line; }
+  /// End of the whole text.
+  const char* end() const { return m_end; }
   /// What has not been read yet.
   std::string_view rest() const { return {m_at, static_cast<std::size_t>(m_end - m_at)}; }
 

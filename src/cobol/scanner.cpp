@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "cobol/characters.hpp"
+#include "cobol/word_bytes.hpp"
 
 namespace cobol {
 namespace {
@@ -34,7 +35,7 @@ bool isLiteralPrefix(std::string_view word) {
 Scanner::Scanner(std::string_view text, const TextTraits& traits, const ScanSettings& settings, TextBlock& block,
                  Interner& names)
     : m_settings(settings), m_conditions(settings.allBranches, settings.constants), m_block(block), m_names(names),
-      m_reader(text, traits, settings.format, block.diagnostics), m_upper(new char[kTextLimit]),
+      m_reader(text, traits, settings.format, block.diagnostics), m_upper(new char[kTextLimit + kWordOverhang]),
       m_colon(names.intern(":")) {
   block.tokens.reserve(text.size() / 12 + 16);
 }
@@ -73,6 +74,7 @@ void Scanner::beginRange(const CodeLine& line) {
   m_line = line;
   m_segments.clear();
   m_simple = line.plain;
+  m_readable = m_reader.end();
   m_counted = line.begin;
   m_column = 1;
   m_last = nullptr;
@@ -225,13 +227,9 @@ const char* Scanner::addSign(TokenKind kind, const char* at) {
 const char* Scanner::scanWord(const char* p, const char* end) {
   const char* from = p;
   const char* const kept = end - from > static_cast<std::ptrdiff_t>(kTextLimit) ? from + kTextLimit : end;
-  char* capital = m_upper.get();
-  while (p < kept && (*capital = kWordCapitals[static_cast<unsigned char>(*p)]) != 0) {
-    ++p;
-    ++capital;
-  }
-  auto length = static_cast<std::size_t>(capital - m_upper.get());
-  if (p == kept) p = std::find_if_not(p, end, isWordChar);
+  std::size_t length = takeWord(from, kept, m_readable, m_upper.get());
+  p = from + length;
+  if (p == kept && kept != end) p = std::find_if_not(p, end, isWordChar);
   if (m_inSql) { // `--` opens a comment, names there hold single hyphens
     const std::size_t comment = view(from, p).find("--");
     if (comment != std::string_view::npos) p = from + comment;

@@ -92,8 +92,9 @@ class Scanner {
   std::string m_logical;
   std::vector<Segment> m_segments; ///< empty: the range lies in the file
   std::size_t m_segment = 0;
-  bool m_simple = true;            ///< the range is one plain line of the file
-  const char* m_counted = nullptr; ///< up to here columns have been counted
+  bool m_simple = true;             ///< the range is one plain line of the file
+  const char* m_readable = nullptr; ///< end of the memory that the range lies in
+  const char* m_counted = nullptr;  ///< up to here columns have been counted
   std::uint32_t m_column = 1;
   const char* m_last = nullptr; ///< end of the token before
   bool m_first = true;          ///< no token on this line yet

@@ -298,6 +298,7 @@ void Scanner::assemble(const CodeLine& first) {
     if (m_logical.size() > kLogicalLimit) continue;
     appendContinuation(line, open);
   }
+  m_readable = m_logical.data() + m_logical.size();
 }
 
 void Scanner::appendContinuation(const CodeLine& line, char& openQuote) {
