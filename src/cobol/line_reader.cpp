@@ -144,7 +144,23 @@ void LineReader::lookAhead() {
   m_ahead.behind = at;
 }
 
+// Takes the commonest lines at once, text or a comment behind a blank sequence number area.
 LineReader::Sort LineReader::classify(CodeLine& line, const char* end) const {
+  const char* const text = line.begin;
+  if (m_traits.plain && m_format != Format::free && end - text > kIndicator && startsWithSixSpaces(text)) {
+    const char indicator = text[kIndicator - 1];
+    if (indicator == '*' || indicator == '/') return Sort::skipped;
+    if (indicator == ' ') {
+      setArea(line, end);
+      line.first = skipBlanks(line.from, line.to);
+      if (line.first == line.to) return Sort::skipped;
+      if (!mayOpenDirective(*line.first)) return Sort::code;
+    }
+  }
+  return classifyOther(line, end);
+}
+
+LineReader::Sort LineReader::classifyOther(CodeLine& line, const char* end) const {
   line.plain = m_traits.plain || isPlain({line.begin, static_cast<std::size_t>(end - line.begin)});
   if (m_format == Format::free) {
     line.from = line.first = skipBlanks(line.begin, end);
@@ -160,26 +176,27 @@ LineReader::Sort LineReader::classify(CodeLine& line, const char* end) const {
 
 LineReader::Sort LineReader::classifyFixed(CodeLine& line, const char* end) const {
   const char* text = line.begin;
-  const bool common =
-      end - text > kIndicator && startsWithSixSpaces(text) && !mayOpenDirective(text[6]) && !mayOpenDirective(text[7]);
-  if (!common) {
-    while (text < end && text - line.begin < kIndicator && isBlank(*text))
-      ++text;
-    if (text == end) return Sort::skipped;
-    if (mayOpenDirective(*text) && opensDirective(text, end)) {
-      line.from = line.first = text;
-      line.fromColumn = static_cast<std::uint32_t>(text - line.begin) + 1;
-      line.to = end;
-      line.indicator = '>';
-      return Sort::code;
-    }
-    if (end - line.begin < kIndicator) return Sort::skipped;
+  while (text < end && text - line.begin < kIndicator && isBlank(*text))
+    ++text;
+  if (text == end) return Sort::skipped;
+  if (mayOpenDirective(*text) && opensDirective(text, end)) {
+    line.from = line.first = text;
+    line.fromColumn = static_cast<std::uint32_t>(text - line.begin) + 1;
+    line.to = end;
+    line.indicator = '>';
+    return Sort::code;
   }
+  if (end - line.begin < kIndicator) return Sort::skipped;
+  setArea(line, end);
+  return byIndicator(line, line.begin[kIndicator - 1]);
+}
+
+// The text of a plain line in fixed or variable format that reaches column 7.
+void LineReader::setArea(CodeLine& line, const char* end) const {
   line.from = line.begin + kIndicator;
   line.fromColumn = kIndicator + 1;
   line.fullMargin = m_format == Format::fixed;
   line.to = line.fullMargin && end - line.begin > kMargin ? line.begin + kMargin : end;
-  return byIndicator(line, line.begin[kIndicator - 1]);
 }
 
 // Lines with tabs or characters of several bytes: columns are counted.

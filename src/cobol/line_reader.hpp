@@ -60,7 +60,9 @@ class LineReader {
   void lookAhead();
   const char* lineEnd(const char* from, const char*& nextLine) const;
   Sort classify(CodeLine& line, const char* end) const;
+  Sort classifyOther(CodeLine& line, const char* end) const;
   Sort classifyFixed(CodeLine& line, const char* end) const;
+  void setArea(CodeLine& line, const char* end) const;
   Sort classifySpread(CodeLine& line, const char* end) const;
   Sort byIndicator(CodeLine& line, char indicator) const;
 

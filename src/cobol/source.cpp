@@ -40,19 +40,18 @@ ScanSettings settingsFor(const Options& options) {
 
 // Lines of compiler options stand in front of a program, among blank and comment lines only. Of what they say LP alone
 // changes the analysis.
-int pointerBytesOf(std::string_view text) {
+int pointerBytesOf(const SourceText& source) {
+  std::string_view text = source.text;
   int bytes = 0;
   const auto isDigits = [](std::string_view part) { return part.find_first_not_of("0123456789") == part.npos; };
   while (!text.empty()) {
-    const std::size_t end = std::min(text.find_first_of("\n\r"), text.size());
+    const std::size_t end = std::min(source.traits.returns ? text.find_first_of("\n\r") : text.find('\n'), text.size());
     std::string_view line = text.substr(0, end);
     text.remove_prefix(std::min(end + 1, text.size()));
     if (line.size() > 6 && isDigits(line.substr(0, 6))) line.remove_prefix(6);
     const std::size_t from = line.find_first_not_of(" \t");
     if (from == line.npos || line[from] == '*' || (line.size() > 6 && line[6] == '*')) continue;
-    std::string words(line.substr(from));
-    for (char& c : words)
-      c = toUpper(c);
+    const std::string words = upper(line.substr(from));
     if (!words.starts_with("CBL ") && !words.starts_with("PROCESS ")) break;
     if (words.find("LP(64)") != words.npos) bytes = 8;
     if (words.find("LP(32)") != words.npos) bytes = 4;
@@ -82,7 +81,7 @@ TokenStream readText(std::string bytes, const std::string& path, const Options& 
       settings = expander.learned();
       continue;
     }
-    stream.pointerBytes = pointerBytesOf(source.text);
+    stream.pointerBytes = pointerBytesOf(source);
     for (const Diagnostic& remark : remarks.all())
       diagnostics.add(remark.code, remark.severity, remark.at, remark.text);
     return stream;

@@ -100,16 +100,19 @@ void lookAt(std::string_view line, Looks& looks) {
   }
 }
 
-// Takes the commonest lines, text or a comment behind a blank sequence number area, that reach no identification.
+// Takes the commonest lines, text or a comment behind a blank sequence number area.
 bool lookAtCommon(std::string_view line, Looks& looks) {
   if (line.size() <= kIndicatorAt || !startsWithSixSpaces(line.data())) return false;
   const char indicator = line[kIndicatorAt];
   const bool comment = indicator == '*' || indicator == '/';
-  if (!comment && (indicator != ' ' || line.size() > kMarginAt)) return false;
+  if (!comment && indicator != ' ') return false;
+  line = line.substr(0, kColumnsLookedAt);
   const bool holdsText = comment || !isBlank(line);
   looks.lines += holdsText;
   looks.fixedLike += holdsText;
   looks.starred += comment;
+  if (!comment && line.size() > kMarginAt && !isBlank(line.substr(kMarginAt)))
+    lookBehindMargin(withoutEnd(line), looks);
   return true;
 }
 
