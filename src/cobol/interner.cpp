@@ -22,7 +22,7 @@ Word load(const char* at) {
 } // namespace
 
 // Eight bytes a step; the last ones overlap those before them. Every operation of a step can be undone.
-std::uint64_t Interner::hashOf(std::string_view text) {
+inline std::uint64_t Interner::hashOf(std::string_view text) {
   const char* at = text.data();
   std::size_t left = text.size();
   std::uint64_t hash = left * kMix;
@@ -69,17 +69,21 @@ Interner::Interner() {
   m_slotShift = prototype.m_slotShift;
 }
 
-NameId Interner::intern(std::string_view text) {
-  return intern(text, hashOf(text));
-}
-
-NameId Interner::intern(std::string_view text, std::uint64_t hash) {
+inline NameId Interner::lookUp(std::string_view text, std::uint64_t hash) {
   if (text.empty()) return 0;
   const std::size_t mask = m_slots.size() - 1;
   std::size_t slot = slotOf(hash);
   for (; const NameId id = m_slots[slot]; slot = (slot + 1) & mask)
     if (isText(m_entries[id], text, hash)) return id;
   return add(text, hash, slot);
+}
+
+NameId Interner::intern(std::string_view text) {
+  return lookUp(text, hashOf(text));
+}
+
+NameId Interner::intern(std::string_view text, std::uint64_t hash) {
+  return lookUp(text, hash);
 }
 
 // Enters a text that is new in a slot that is free.

@@ -44,6 +44,7 @@ class Interner {
   static std::uint64_t hashOf(std::string_view text);
   static bool isText(const Entry& entry, std::string_view text, std::uint64_t hash);
   std::size_t slotOf(std::uint64_t hash) const { return hash >> m_slotShift; }
+  NameId lookUp(std::string_view text, std::uint64_t hash);
   NameId add(std::string_view text, std::uint64_t hash, std::size_t slot);
   void grow();
 
