@@ -88,7 +88,8 @@ void Scanner::scanRange(const char* p, const char* end) {
     const char c = *p;
     const CharClass sort = charClass(c);
     if (sort == CharClass::blank) {
-      p = skipSpaces(p + 1, end);
+      ++p;
+      if (p < end && *p == ' ') p = skipSpaces(p + 1, end);
       continue;
     }
     if (m_expect != Expect::nothing || m_sqlComment || c == '*' || c == '/') {

@@ -34,6 +34,21 @@ bool startsWithWord(std::string_view text, std::string_view word) {
          (text.size() == word.size() || !isWordChar(text[word.size()]));
 }
 
+// Nearly always the first character tells that a line is none of those below.
+bool mayBeListingWord(const CodeLine& line) {
+  switch (toUpper(*line.first)) {
+  case 'E':
+  case 'S':
+  case 'T':
+  case 'C':
+  case 'P':
+  case '*':
+    return true;
+  default:
+    return line.from - line.begin < 6 || !startsWithSixSpaces(line.begin);
+  }
+}
+
 } // namespace
 
 // What a line is for besides its words. False: it has been dealt with.
@@ -58,7 +73,7 @@ bool Scanner::passesBefore(const CodeLine& line) {
     }
     return true;
   }
-  return !isListingWord(line);
+  return !mayBeListingWord(line) || !isListingWord(line);
 }
 
 // EJECT, SKIP1 …, TITLE, *CBL, *CONTROL alone on a line, and the lines of compiler options in front of a program.
@@ -89,7 +104,6 @@ bool Scanner::isListingWord(const CodeLine& line) const {
                              before(2) == Keyword::Program && before(3) == Keyword::End;
   if (!tokens.empty() && !behindProgram) return false;
   for (const char* start : {from, skipBlanks(line.begin, line.to)}) {
-    if (toUpper(*start) != 'C' && toUpper(*start) != 'P') continue;
     const std::string word = wordAt(start, line.to, rest);
     // A paragraph of a copybook may be called PROCESS.
     if ((word == "CBL" || word == "PROCESS") && !rest.starts_with('.') && !startsWithWord(rest, "SECTION")) return true;
