@@ -49,7 +49,8 @@ class ItemTree {
     bool noSign = false;
     bool isUnsigned = false;
     bool syncBelow = false;
-    bool noStorage = false; ///< PictureMissing is no fault here
+    bool noStorage = false;    ///< PictureMissing is no fault here
+    std::uint32_t picture = 0; ///< in m_pictures
     std::uint32_t pictureToken = 0;
     std::int64_t fixedBytes = 0;
     std::int64_t literalLength = 0;
@@ -61,21 +62,36 @@ class ItemTree {
     int level = 0;
     int item = -1;
   };
+  /// A program has many items and few pictures; equal ones are one text.
+  struct KnownPicture {
+    std::string_view text;
+    bool hasNames = false; ///< constants as counts in parentheses
+    bool isRead = false;
+    Picture meaning;
+  };
 
-  int place(Construct&& construct, const Facts& facts);
+  /// Adds a construct of the section in hand. The reference holds until the next one is added.
+  Construct& append();
+  /// The same for an entry, with its name.
+  Construct& append(const DataEntry& entry);
+  /// Puts it below what it belongs to at level 01, which makes it global with that.
+  void putInto(Construct& construct, int record) const;
+  /// Lets REDEFINES, RENAMES and the like find the construct added last.
+  void makeKnown(NameId name);
   /// Makes a placed item the last child of its parent (-1: a record) and the one that following levels are measured by.
   void hang(int index, int parent, int level);
-  Construct begin(const DataEntry& entry) const;
   int addCondition(const DataEntry& entry);
   int addRenames(const DataEntry& entry);
   int addConstant(const DataEntry& entry);
   int addItem(const DataEntry& entry);
-  void setOccurs(const DataEntry& entry, Construct& construct);
+  void noteFacts(const DataEntry& entry, int item);
+  void setOccurs(const DataEntry& entry, int item);
   void setRedefines(const DataEntry& entry, int item, int previousSibling);
   void copyType(const DataEntry& entry, int item);
-  void refer(const DataEntry& entry, int construct);
+  DataReference& refer(DataReference::Role role, std::uint32_t token, int construct);
+  void referUses(const DataEntry& entry, int construct);
   void referPictureCounts(std::uint32_t token, int construct);
-  int findSibling(NameId name, int parent, int before) const;
+  int findSibling(NameId name, int parent) const;
   int findInRecord(std::uint32_t token, int record) const;
   int findAnywhere(std::uint32_t token, int except) const;
   bool qualifiersMatch(std::uint32_t token, int item) const;
@@ -83,11 +99,14 @@ class ItemTree {
   std::optional<std::int64_t> constantOf(std::uint32_t from, std::uint32_t to);
   std::optional<std::int64_t> lengthOf(std::uint32_t token);
   std::string_view valueText(std::uint32_t from, std::uint32_t to);
-  const Picture& pictureOf(const Construct& construct);
+  std::uint32_t pictureNumber(NameId name, std::string_view text);
+  const Picture& pictureOf(const Facts& facts);
+  void forgetPictures();
   void finishLeaf(Construct& construct, const Facts& facts, Diagnostics& diagnostics);
 
   Construct& at(int index) { return m_analysis.constructs[static_cast<std::size_t>(index)]; }
   const Construct& at(int index) const { return m_analysis.constructs[static_cast<std::size_t>(index)]; }
+  int last() const { return static_cast<int>(m_analysis.constructs.size()) - 1; }
   Facts& facts(int index) { return m_facts[static_cast<std::size_t>(index)]; }
   const Facts& facts(int index) const { return m_facts[static_cast<std::size_t>(index)]; }
   const Token& token(std::uint32_t index) const { return m_stream.tokens[index]; }
@@ -98,11 +117,10 @@ class ItemTree {
   Analysis& m_analysis;
   Diagnostics& m_diagnostics;
   PictureRules m_rules;
-  std::unordered_map<const char*, Picture> m_pictures; ///< of the program, by where their texts lie
-  int m_program = 0;
-  std::size_t m_begin = 0; ///< first construct of the program's entries
-  Section m_section = Section::none;
-  int m_file = -1;
+  std::vector<KnownPicture> m_pictures{1};    ///< behind an empty one
+  std::vector<std::uint32_t> m_pictureOfName; ///< by name id: number of the picture, 0 not met
+  std::size_t m_begin = 0;                    ///< first construct of the program's entries
+  Construct m_blank; ///< what constructs of the section in hand begin as: program, section and file
   std::vector<Open> m_stack;
   int m_lastItem = -1; ///< the item that conditions belong to
   int m_record = -1;

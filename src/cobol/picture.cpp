@@ -226,7 +226,7 @@ bool isText(const Picture& picture) {
 }
 
 /// Sizes that the usage alone decides; 0: the picture is needed.
-std::int64_t bytesOfUsage(Usage usage, const Options& options) {
+int bytesOfUsage(Usage usage, int pointerBytes) {
   switch (usage) {
   case Usage::comp1:
   case Usage::binaryLong:
@@ -252,7 +252,7 @@ std::int64_t bytesOfUsage(Usage usage, const Options& options) {
   case Usage::functionPointer:
   case Usage::programPointer:
   case Usage::objectReference:
-    return options.pointerBytes;
+    return pointerBytes;
   default:
     return 0;
   }
@@ -295,8 +295,7 @@ std::string_view nameOf(Usage usage) {
 }
 
 bool needsNoPicture(Usage usage) {
-  static const Options options; // whether it is 0 is the same with all of them
-  return bytesOfUsage(usage, options) > 0;
+  return bytesOfUsage(usage, 4) > 0;
 }
 
 Picture readPicture(std::string_view text, const PictureRules& rules) {
@@ -325,7 +324,7 @@ Usage effectiveUsage(Usage given, const Picture* picture) {
 }
 
 std::int64_t bytesOf(const ItemForm& form, const Options& options) {
-  if (const auto bytes = bytesOfUsage(form.usage, options)) return bytes;
+  if (const int bytes = bytesOfUsage(form.usage, options.pointerBytes)) return bytes;
   if (form.picture == nullptr) return 0;
   const Picture& picture = *form.picture;
   const int sign = form.signSeparate && picture.isSigned ? 1 : 0;
