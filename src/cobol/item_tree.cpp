@@ -31,16 +31,16 @@ bool hasNames(std::string_view picture) {
 
 ItemTree::ItemTree(const TokenStream& stream, const Options& options, Analysis& analysis, Diagnostics& diagnostics)
     : m_stream(stream), m_options(options), m_analysis(analysis), m_diagnostics(diagnostics),
-      m_pictureOfName(stream.names.size()), m_lastOfName(stream.names.size(), -1) {}
+      m_named(stream.names.size()) {}
 
-void ItemTree::remark(Code code, Severity severity, std::uint32_t token, std::string text) {
-  m_diagnostics.add(code, severity, m_stream.tokens[token].position(), std::move(text));
+void ItemTree::remark(Code code, Severity severity, std::uint32_t token, std::string_view text) {
+  m_diagnostics.add(code, severity, m_stream.tokens[token].position(), std::string(text));
 }
 
 void ItemTree::beginProgram(int program, const PictureRules& rules) {
   m_blank.program = program;
   m_rules = rules;
-  forgetPictures();
+  forgetShapes();
   m_rules.constant = [this](std::string_view text) -> std::optional<std::int64_t> {
     const auto found = m_constants.find(m_stream.names.find(text));
     if (found == m_constants.end()) return std::nullopt;
@@ -57,12 +57,11 @@ void ItemTree::beginProgram(int program, const PictureRules& rules) {
 void ItemTree::beginSection(Section section, int file) {
   m_blank.section = section;
   m_blank.file = file;
-  m_stack.clear();
-  m_lastItem = m_record = -1;
+  m_innermost = m_lastItem = m_record = -1;
   m_lastRoot = -1;
 }
 
-Construct& ItemTree::append() {
+inline Construct& ItemTree::append() {
   m_analysis.constructs.push_back(m_blank);
   m_facts.emplace_back();
   return m_analysis.constructs.back();
@@ -80,17 +79,17 @@ Construct& ItemTree::append(const DataEntry& entry) {
   return construct;
 }
 
-void ItemTree::putInto(Construct& construct, int record) const {
+inline void ItemTree::putInto(Construct& construct, int record) const {
   construct.record = record;
   if (record >= 0) setFlag(construct, (at(record).flags & global) != 0, global);
 }
 
-void ItemTree::makeKnown(NameId name) {
+inline void ItemTree::makeKnown(NameId name) {
   const int index = last();
   facts(index).name = name;
   if (name == 0) return;
-  facts(index).previousSameName = m_lastOfName[name];
-  m_lastOfName[name] = index;
+  facts(index).previousSameName = m_named[name].item;
+  m_named[name].item = index;
 }
 
 int ItemTree::add(const DataEntry& entry) {
@@ -155,7 +154,7 @@ int ItemTree::addConstant(const DataEntry& entry) {
   Construct& construct = append(entry);
   construct.kind = Kind::constant;
   construct.value = valueText(entry.valueFrom, entry.valueTo);
-  setFlag(construct, entry.isGlobal, global);
+  setFlag(construct, (entry.flags & global) != 0, global);
   referUses(entry, last());
   return last();
 }
@@ -178,12 +177,52 @@ void ItemTree::addDefines() {
   }
 }
 
+inline int ItemTree::enclosing(int level) const {
+  int item = m_innermost;
+  while (item >= 0 && at(item).level >= level)
+    item = at(item).parent;
+  return item;
+}
+
+inline void ItemTree::hang(int index, int parent) {
+  if (parent < 0) {
+    at(index).record = m_record = m_lastRoot = index;
+    if (m_blank.file >= 0) m_analysis.dataFiles[static_cast<std::size_t>(m_blank.file)].records.push_back(index);
+  } else {
+    int& lastChild = facts(parent).lastChild;
+    (lastChild < 0 ? at(parent).firstChild : at(lastChild).nextSibling) = index;
+    lastChild = index;
+  }
+  m_innermost = m_lastItem = index;
+}
+
+/// The facts of the item added last.
+inline void ItemTree::noteFacts(const DataEntry& entry, int parent, std::uint32_t picture) {
+  Facts& known = m_facts.back();
+  known.own = entry.held.usage;
+  known.held = entry.held;
+  known.picture = picture;
+  known.pictureToken = entry.picture;
+  known.fixedBytes = entry.isDynamic        ? m_options.pointerBytes
+                     : entry.byteLength > 0 ? entry.byteLength
+                                            : entry.fixedBytes;
+  known.noStorage = m_blank.section == Section::report || m_blank.section == Section::screen;
+  if (known.noStorage && entry.valueIsLiteral)
+    known.literalLength = characters(m_stream.textOf(token(entry.valueFrom)));
+  if (parent < 0) {
+    known.syncBelow = (entry.flags & synchronized_) != 0;
+    return;
+  }
+  const Facts& above = facts(parent);
+  const auto sign = known.held.sign == Representation::Sign::unset ? above.held.sign : known.held.sign;
+  if (known.held.usage == Usage::none) known.held = above.held;
+  known.held.sign = sign;
+  known.syncBelow = above.syncBelow;
+}
+
 int ItemTree::addItem(const DataEntry& entry) {
   const bool isRoot = entry.level == 1 || entry.level == 77;
-  if (isRoot) m_stack.clear();
-  while (!m_stack.empty() && m_stack.back().level >= entry.level)
-    m_stack.pop_back();
-  const int parent = m_stack.empty() ? -1 : m_stack.back().item;
+  const int parent = isRoot ? -1 : enclosing(entry.level);
   if (parent < 0 && !isRoot)
     remark(Code::LevelBad, Severity::warning, entry.levelToken, "no level 01 above this entry");
 
@@ -192,74 +231,44 @@ int ItemTree::addItem(const DataEntry& entry) {
   Construct& construct = append(entry);
   const int index = last();
   construct.parent = parent;
-  if (parent < 0) m_record = index;
-  putInto(construct, parent < 0 ? -1 : m_record);
-  if (entry.picture != 0) construct.picture = m_stream.textOf(token(entry.picture));
-  if (entry.valueTo > entry.valueFrom) construct.value = valueText(entry.valueFrom, entry.valueTo);
-  if (!entry.sqlType.empty()) construct.usage = m_analysis.texts->keep(entry.sqlType);
-  setFlag(construct, entry.isSynchronized, synchronized_);
-  setFlag(construct, entry.isJustified, justified);
-  setFlag(construct, entry.isBlankWhenZero, blankWhenZero);
-  setFlag(construct, entry.isGlobal, global);
-  setFlag(construct, entry.isExternal, external);
-  if (parent < 0 && m_blank.file >= 0) {
+  construct.flags |= entry.flags;
+  if (parent >= 0) {
+    putInto(construct, m_record);
+  } else if (m_blank.file >= 0) {
     const auto& file = m_analysis.dataFiles[static_cast<std::size_t>(m_blank.file)];
     setFlag(construct, file.global, global);
     setFlag(construct, file.external, external);
   }
+  std::uint32_t picture = 0;
+  if (entry.picture != 0) {
+    construct.picture = m_stream.textOf(token(entry.picture));
+    picture = pictureNumber(token(entry.picture).text, construct.picture);
+  }
+  if (entry.valueTo > entry.valueFrom) construct.value = valueText(entry.valueFrom, entry.valueTo);
+  if (!entry.sqlType.empty()) construct.usage = m_analysis.texts->keep(entry.sqlType);
   if (entry.repeats) setOccurs(entry, index);
   if (m_blank.section == Section::report && (entry.hasColumn || entry.hasLine)) {
     construct.fixedPosition = entry.isColumnRelative ? -1 - entry.column : entry.column > 0 ? entry.column - 1 : 0;
     if (entry.hasColumn && entry.column == 0) construct.fixedPosition = -1;
   }
-  noteFacts(entry, index);
+  noteFacts(entry, parent, picture);
   if (entry.isNamed) makeKnown(token(entry.nameToken).text);
-  hang(index, parent, entry.level);
+  hang(index, parent);
   if (entry.redefines != 0) {
     construct.redefines = redefined;
     setRedefines(entry, index, previous);
   }
   referUses(entry, index);
-  if (m_pictures[facts(index).picture].hasNames) referPictureCounts(entry.picture, index);
+  if (m_pictures[picture].hasNames) referPictureCounts(entry.picture, index);
   for (const auto name : entry.indexNames)
     addIndex(name, index);
   if (entry.copiedFrom != 0) copyType(entry, index);
   return index;
 }
 
-void ItemTree::noteFacts(const DataEntry& entry, int item) {
-  Facts& known = facts(item);
-  known.own = entry.usage;
-  known.usage = entry.usage;
-  known.sign = entry.sign;
-  known.noSign = entry.noSign;
-  known.isUnsigned = entry.isUnsigned;
-  if (entry.picture != 0) known.picture = pictureNumber(token(entry.picture).text, at(item).picture);
-  known.pictureToken = entry.picture;
-  known.fixedBytes = entry.isDynamic        ? m_options.pointerBytes
-                     : entry.byteLength > 0 ? entry.byteLength
-                                            : entry.fixedBytes;
-  if (entry.valueIsLiteral) known.literalLength = characters(m_stream.textOf(token(entry.valueFrom)));
-  known.noStorage = m_blank.section == Section::report || m_blank.section == Section::screen;
-  const int parent = at(item).parent;
-  if (parent < 0) {
-    known.syncBelow = entry.isSynchronized;
-    return;
-  }
-  const Facts& above = facts(parent);
-  if (known.usage == Usage::none) {
-    known.usage = above.usage;
-    known.noSign = above.noSign;
-    known.isUnsigned = above.isUnsigned;
-  }
-  if (known.sign == DataEntry::Sign::unset) known.sign = above.sign;
-  known.syncBelow = above.syncBelow;
-}
-
 void ItemTree::setOccurs(const DataEntry& entry, int item) {
   Construct& construct = at(item);
   construct.repeats = true;
-  setFlag(construct, entry.isVariable, variableSize);
   const auto bounded = [](std::int64_t value) {
     return static_cast<std::uint32_t>(std::clamp<std::int64_t>(value, 0, 0xFFFFFFFF));
   };
@@ -274,7 +283,8 @@ void ItemTree::setOccurs(const DataEntry& entry, int item) {
                              : "OCCURS without a usable count counts once");
   }
   construct.occursMin = entry.occursLast != 0 || entry.isUnbounded ? bounded(first.value_or(0)) : construct.occurs;
-  if (entry.isVariable && entry.occursLast == 0 && !entry.isUnbounded) construct.occursMin = 0;
+  const bool isVariable = (entry.flags & variableSize) != 0;
+  if (isVariable && entry.occursLast == 0 && !entry.isUnbounded) construct.occursMin = 0;
   for (const auto countToken : {entry.occursFirst, entry.occursLast})
     if (countToken != 0 && token(countToken).kind == TokenKind::word)
       refer(DataReference::Role::occursCount, countToken, item);
@@ -314,13 +324,13 @@ void ItemTree::copyType(const DataEntry& entry, int item) {
   while (end < count && end < item && at(end).parent >= source)
     ++end;
   if (at(source).picture.size() > 0 && at(item).picture.empty()) at(item).picture = at(source).picture;
-  if (facts(item).own == Usage::none) facts(item).own = facts(item).usage = facts(source).usage;
-  if (facts(item).sign == DataEntry::Sign::unset) facts(item).sign = facts(source).sign;
+  if (facts(item).own == Usage::none) facts(item).own = facts(item).held.usage = facts(source).held.usage;
+  if (facts(item).held.sign == Representation::Sign::unset) facts(item).held.sign = facts(source).held.sign;
   if (facts(item).pictureToken == 0) facts(item).pictureToken = facts(source).pictureToken;
   if (facts(item).picture == 0) facts(item).picture = facts(source).picture;
   if (facts(item).fixedBytes == 0) facts(item).fixedBytes = facts(source).fixedBytes;
-  facts(item).noSign = facts(source).noSign;
-  facts(item).isUnsigned = facts(source).isUnsigned;
+  facts(item).held.noSign = facts(source).held.noSign;
+  facts(item).held.isUnsigned = facts(source).held.isUnsigned;
   const auto inside = [&](int below) {
     for (int up = item; up >= 0; up = at(up).parent)
       if (up == below) return true;
@@ -376,7 +386,7 @@ void ItemTree::referPictureCounts(std::uint32_t pictureToken, int construct) {
 
 int ItemTree::findSibling(NameId name, int parent) const {
   const int stop = parent < 0 ? static_cast<int>(m_begin) : parent;
-  for (int found = m_lastOfName[name]; found >= stop; found = facts(found).previousSameName)
+  for (int found = m_named[name].item; found >= stop; found = facts(found).previousSameName)
     if (at(found).program == m_blank.program && at(found).parent == parent && at(found).kind != Kind::renames)
       return found;
   return -1;
@@ -402,14 +412,14 @@ bool ItemTree::qualifiersMatch(std::uint32_t nameToken, int item) const {
 
 int ItemTree::findInRecord(std::uint32_t nameToken, int record) const {
   if (record < 0) return -1;
-  for (int found = m_lastOfName[token(nameToken).text]; found >= record; found = facts(found).previousSameName)
+  for (int found = m_named[token(nameToken).text].item; found >= record; found = facts(found).previousSameName)
     if (at(found).record == record && at(found).kind != Kind::renames && qualifiersMatch(nameToken, found))
       return found;
   return -1;
 }
 
 int ItemTree::findAnywhere(std::uint32_t nameToken, int except) const {
-  for (int found = m_lastOfName[token(nameToken).text]; found >= 0; found = facts(found).previousSameName)
+  for (int found = m_named[token(nameToken).text].item; found >= 0; found = facts(found).previousSameName)
     if (found != except && at(found).kind != Kind::renames && qualifiersMatch(nameToken, found)) return found;
   return -1;
 }
@@ -463,9 +473,9 @@ std::optional<std::int64_t> ItemTree::lengthOf(std::uint32_t index) {
   for (std::size_t i = static_cast<std::size_t>(record); i < aside.constructs.size(); ++i) {
     Construct& leaf = aside.constructs[i];
     if (leaf.record == record && leaf.hasStorage() && leaf.kind != Kind::renames && !leaf.isGroup())
-      finishLeaf(leaf, m_facts[i], unheard);
+      finishLeaf(leaf, m_facts[i]);
   }
-  forgetPictures();
+  forgetShapes();
   RecordLayout(aside, m_options, unheard).layOut(record);
   return aside.constructs[static_cast<std::size_t>(item)].length;
 }
@@ -494,9 +504,7 @@ int ItemTree::addAt(const MadeItem& item, std::uint32_t nameToken) {
 }
 
 int ItemTree::addMade(const MadeItem& item, std::uint32_t nameToken) {
-  while (!m_stack.empty() && m_stack.back().level >= item.level)
-    m_stack.pop_back();
-  const int parent = m_stack.empty() ? -1 : m_stack.back().item;
+  const int parent = enclosing(item.level);
   Construct& construct = append();
   const int index = last();
   construct.level = item.level;
@@ -507,31 +515,17 @@ int ItemTree::addMade(const MadeItem& item, std::uint32_t nameToken) {
   construct.flags = implicit_;
   construct.picture = item.picture;
   construct.parent = parent;
-  if (parent < 0) m_record = index;
-  putInto(construct, parent < 0 ? -1 : m_record);
+  if (parent >= 0) putInto(construct, m_record);
   if (item.occurs > 0) {
     construct.repeats = true;
     construct.occurs = construct.occursMin = item.occurs;
   }
   if (item.redefinesLast) construct.redefines = parent < 0 ? m_lastRoot : facts(parent).lastChild;
   Facts& known = facts(index);
-  known.own = known.usage = item.usage;
+  known.own = known.held.usage = item.usage;
   known.picture = pictureNumber(m_stream.names.find(item.picture), item.picture);
-  hang(index, parent, item.level);
+  hang(index, parent);
   return index;
-}
-
-void ItemTree::hang(int index, int parent, int level) {
-  if (parent < 0) {
-    at(index).record = index;
-    m_lastRoot = index;
-    if (m_blank.file >= 0) m_analysis.dataFiles[static_cast<std::size_t>(m_blank.file)].records.push_back(index);
-  } else {
-    (facts(parent).lastChild < 0 ? at(parent).firstChild : at(facts(parent).lastChild).nextSibling) = index;
-    facts(parent).lastChild = index;
-  }
-  m_stack.push_back({level, index});
-  m_lastItem = index;
 }
 
 void ItemTree::finish() {
@@ -540,7 +534,7 @@ void ItemTree::finish() {
     const Facts& known = m_facts[i];
     if (!construct.hasStorage() || construct.kind == Kind::renames) continue;
     if (construct.firstChild < 0) {
-      finishLeaf(construct, known, m_diagnostics);
+      if (!finishLeaf(construct, known)) remarkPicture(construct, known);
       continue;
     }
     if (construct.kind != Kind::filler) construct.kind = Kind::group;
@@ -550,58 +544,59 @@ void ItemTree::finish() {
   }
 }
 
-/// The number of a picture, by its name id; of one that stands nowhere in the stream (id 0) a new one.
-std::uint32_t ItemTree::pictureNumber(NameId name, std::string_view text) {
+/// One that stands nowhere in the stream (id 0) is always a new one.
+std::uint32_t ItemTree::addPicture(NameId name, std::string_view text) {
   if (text.empty()) return 0;
-  std::uint32_t& known = m_pictureOfName[name];
-  if (known != 0 && name != 0) return known;
-  known = static_cast<std::uint32_t>(m_pictures.size());
+  const auto number = static_cast<std::uint32_t>(m_pictures.size());
   m_pictures.push_back({.text = text, .hasNames = hasNames(text)});
-  return known;
+  if (name != 0) m_named[name].picture = number;
+  return number;
 }
 
-const Picture& ItemTree::pictureOf(const Facts& known) {
-  KnownPicture& picture = m_pictures[known.picture];
-  if (!picture.isRead) {
-    picture.meaning = readPicture(picture.text, m_rules);
-    picture.isRead = true;
-  }
-  return picture.meaning;
+void ItemTree::shape(KnownPicture& memory, const Facts& known) {
+  const bool hasPicture = known.picture != 0;
+  const Picture picture = hasPicture ? readPicture(memory.text, m_rules) : Picture{};
+  const Usage usage = effectiveUsage(known.held.usage, hasPicture ? &picture : nullptr);
+  const bool separable = usage == Usage::display || usage == Usage::national;
+  const ItemForm form{.usage = usage,
+                      .picture = hasPicture ? &picture : nullptr,
+                      .signSeparate = separable && known.held.sign == Representation::Sign::separate,
+                      .noSign = known.held.noSign};
+  const bool isBinary = usage >= Usage::binaryChar && usage <= Usage::binaryDouble;
+  const bool isFloating = usage == Usage::comp1 || usage == Usage::comp2;
+  memory.shape = {.bytes = bytesOf(form, m_options),
+                  .usage = nameOf(usage),
+                  .digits = picture.digits,
+                  .scale = picture.scale,
+                  .isSigned = picture.isSigned || (isBinary && !known.held.isUnsigned) || isFloating,
+                  .isValid = picture.isValid};
+  memory.held = known.held;
+  memory.isShaped = true;
 }
 
 /// Pictures mean something else once rules or constants are others.
-void ItemTree::forgetPictures() {
+void ItemTree::forgetShapes() {
   for (KnownPicture& picture : m_pictures)
-    picture.isRead = picture.text.empty();
+    picture.isShaped = false;
 }
 
-void ItemTree::finishLeaf(Construct& construct, const Facts& known, Diagnostics& diagnostics) {
-  const auto remark = [&](Code code, std::uint32_t at, std::string text) {
-    diagnostics.add(code, Severity::warning, token(at).position(), std::move(text));
-  };
-  const bool hasPicture = known.picture != 0;
-  const Picture& picture = pictureOf(known);
-  if (hasPicture && !picture.isValid)
-    remark(Code::PictureBad, known.pictureToken != 0 ? known.pictureToken : construct.token,
-           "not a PICTURE: " + std::string(construct.picture.substr(0, 60)));
-  const ItemForm form{.usage = effectiveUsage(known.usage, hasPicture ? &picture : nullptr),
-                      .picture = hasPicture ? &picture : nullptr,
-                      .signSeparate = known.sign == DataEntry::Sign::separate,
-                      .noSign = known.noSign};
-  const bool separable = form.usage == Usage::display || form.usage == Usage::national;
-  construct.length = known.fixedBytes > 0
-                         ? known.fixedBytes
-                         : bytesOf({form.usage, form.picture, form.signSeparate && separable, form.noSign}, m_options);
-  if (construct.usage.empty()) construct.usage = nameOf(form.usage);
-  construct.digits = picture.digits;
-  construct.scale = picture.scale;
-  construct.isSigned = picture.isSigned ||
-                       (form.usage >= Usage::binaryChar && form.usage <= Usage::binaryDouble && !known.isUnsigned) ||
-                       form.usage == Usage::comp1 || form.usage == Usage::comp2;
+bool ItemTree::finishLeaf(Construct& construct, const Facts& known) {
+  const Shape& shape = shapeOf(known);
+  construct.length = known.fixedBytes > 0 ? known.fixedBytes : shape.bytes;
+  if (construct.usage.empty()) construct.usage = shape.usage;
+  construct.digits = shape.digits;
+  construct.scale = shape.scale;
+  construct.isSigned = shape.isSigned;
   if (known.syncBelow) setFlag(construct, true, synchronized_);
   if (construct.length == 0 && known.noStorage) construct.length = known.literalLength;
-  if (construct.length == 0 && !hasPicture && !known.noStorage)
-    remark(Code::PictureMissing, construct.token, "neither PICTURE nor subordinate items");
+  return shape.isValid && (construct.length != 0 || known.picture != 0 || known.noStorage);
+}
+
+void ItemTree::remarkPicture(const Construct& construct, const Facts& known) {
+  if (known.picture == 0)
+    return remark(Code::PictureMissing, Severity::warning, construct.token, "neither PICTURE nor subordinate items");
+  remark(Code::PictureBad, Severity::warning, known.pictureToken != 0 ? known.pictureToken : construct.token,
+         "not a PICTURE: " + std::string(construct.picture.substr(0, 60)));
 }
 
 } // namespace cobol
