@@ -139,6 +139,17 @@ bool DataEntryReader::beginsNameless(Word word) const {
   }
 }
 
+/// The commonest clause, the same in all sections.
+inline bool DataEntryReader::takePicture() {
+  if (!m_cursor.take(Word::pic)) return false;
+  m_cursor.take(Word::is);
+  if (m_cursor.kind() == TokenKind::picture) {
+    m_entry->picture = m_cursor.index();
+    m_cursor.next();
+  }
+  return true;
+}
+
 void DataEntryReader::read(int level, Section section, DataEntry& entry) {
   entry.clear();
   m_entry = &entry;
@@ -162,7 +173,7 @@ void DataEntryReader::read(int level, Section section, DataEntry& entry) {
       m_diagnostics.add(Code::PeriodMissing, Severity::warning, token.position(), "period missing before this word");
       return;
     }
-    clause();
+    if (!takePicture()) clause();
   }
   m_cursor.skipPeriod();
 }
@@ -185,14 +196,6 @@ void DataEntryReader::commonClause(Word word) {
     m_cursor.next();
     entry.renamesFirst = m_cursor.takeName().value_or(0);
     if (m_cursor.take(Word::through)) entry.renamesLast = m_cursor.takeName().value_or(0);
-    return;
-  case Word::pic:
-    m_cursor.next();
-    m_cursor.take(Word::is);
-    if (m_cursor.kind() == TokenKind::picture) {
-      entry.picture = m_cursor.index();
-      m_cursor.next();
-    }
     return;
   case Word::usage:
     m_cursor.next();

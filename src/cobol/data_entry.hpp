@@ -84,6 +84,7 @@ class DataEntryReader {
  private:
   bool beginsNameless(Word word) const;
   bool atNewEntry() const;
+  bool takePicture();
   void clause();
   void commonClause(Word word);
   bool reportClause(Word word);

@@ -1,5 +1,7 @@
 #include "cobol/item_tree.hpp"
 
+#include "cobol/characters.hpp"
+
 #include "cobol/record_layout.hpp"
 
 namespace cobol {
@@ -20,9 +22,10 @@ std::int64_t characters(std::string_view text) {
 
 /// Whether there is more than digits in parentheses, as in `9(NAME)`.
 bool hasNames(std::string_view picture) {
-  for (auto open = picture.find('('); open != std::string_view::npos; open = picture.find('(', open + 1)) {
-    const auto behind = picture.find_first_not_of("0123456789", open + 1);
-    if (behind == std::string_view::npos || picture[behind] != ')') return true;
+  bool inside = false;
+  for (const char c : picture) {
+    if (inside && c != ')' && !isDigit(c)) return true;
+    inside = c == '(' || (inside && c != ')');
   }
   return false;
 }
@@ -67,7 +70,7 @@ inline Construct& ItemTree::append() {
   return m_analysis.constructs.back();
 }
 
-Construct& ItemTree::append(const DataEntry& entry) {
+inline Construct& ItemTree::append(const DataEntry& entry) {
   Construct& construct = append();
   const Token& name = token(entry.nameToken);
   construct.level = entry.level;
@@ -84,12 +87,11 @@ inline void ItemTree::putInto(Construct& construct, int record) const {
   if (record >= 0) setFlag(construct, (at(record).flags & global) != 0, global);
 }
 
-inline void ItemTree::makeKnown(NameId name) {
-  const int index = last();
-  facts(index).name = name;
+inline void ItemTree::makeKnown(int item, NameId name) {
+  facts(item).name = name;
   if (name == 0) return;
-  facts(index).previousSameName = m_named[name].item;
-  m_named[name].item = index;
+  facts(item).previousSameName = m_named[name].item;
+  m_named[name].item = item;
 }
 
 int ItemTree::add(const DataEntry& entry) {
@@ -140,7 +142,7 @@ int ItemTree::addRenames(const DataEntry& entry) {
   construct.renamesLast = entry.renamesLast != 0 ? findInRecord(entry.renamesLast, m_record) : construct.renamesFirst;
   if (construct.renamesFirst < 0 || construct.renamesLast < 0)
     remark(Code::RenamesBad, Severity::warning, entry.nameToken, "RENAMES names no item of the record before it");
-  makeKnown(token(entry.nameToken).text);
+  makeKnown(index, token(entry.nameToken).text);
   m_lastItem = index;
   using Role = DataReference::Role;
   if (entry.renamesFirst != 0) refer(Role::renamesFirst, entry.renamesFirst, index).target = construct.renamesFirst;
@@ -252,7 +254,7 @@ int ItemTree::addItem(const DataEntry& entry) {
     if (entry.hasColumn && entry.column == 0) construct.fixedPosition = -1;
   }
   noteFacts(entry, parent, picture);
-  if (entry.isNamed) makeKnown(token(entry.nameToken).text);
+  if (entry.isNamed) makeKnown(index, token(entry.nameToken).text);
   hang(index, parent);
   if (entry.redefines != 0) {
     construct.redefines = redefined;
@@ -364,7 +366,7 @@ void ItemTree::copyType(const DataEntry& entry, int item) {
     known = facts(old);
     known.lastChild = moved(known.lastChild);
     known.syncBelow = facts(item).syncBelow;
-    makeKnown(known.name);
+    makeKnown(last(), known.name);
   }
 }
 
@@ -459,6 +461,18 @@ std::optional<std::int64_t> ItemTree::constantOf(std::uint32_t from, std::uint32
   return result;
 }
 
+inline bool ItemTree::finishLeaf(Construct& construct, const Facts& known) {
+  const Shape& shape = shapeOf(known);
+  construct.length = known.fixedBytes > 0 ? known.fixedBytes : shape.bytes;
+  if (construct.usage.empty()) construct.usage = shape.usage;
+  construct.digits = shape.digits;
+  construct.scale = shape.scale;
+  construct.isSigned = shape.isSigned;
+  if (known.syncBelow) setFlag(construct, true, synchronized_);
+  if (construct.length == 0 && known.noStorage) construct.length = known.literalLength;
+  return shape.isValid && (construct.length != 0 || known.picture != 0 || known.noStorage);
+}
+
 /// Bytes of one occurrence of an item that is declared before, or characters of a literal.
 std::optional<std::int64_t> ItemTree::lengthOf(std::uint32_t index) {
   if (token(index).kind == TokenKind::literal) return characters(m_stream.textOf(token(index)));
@@ -499,8 +513,15 @@ int ItemTree::addAt(const MadeItem& item, std::uint32_t nameToken) {
   Construct& construct = at(index);
   construct.flags = static_cast<std::uint16_t>(construct.flags & ~implicit_);
   setFlag(construct, token(nameToken).has(replaced), nameReplaced);
-  makeKnown(token(nameToken).text);
+  makeKnown(index, token(nameToken).text);
   return index;
+}
+
+/// Records that a system supplies have the same picture many times over.
+std::uint32_t ItemTree::madePicture(std::string_view text) {
+  if (text.data() != m_madeText.data()) m_madePicture = pictureNumber(m_stream.names.find(text), text);
+  m_madeText = text;
+  return m_madePicture;
 }
 
 int ItemTree::addMade(const MadeItem& item, std::uint32_t nameToken) {
@@ -523,7 +544,7 @@ int ItemTree::addMade(const MadeItem& item, std::uint32_t nameToken) {
   if (item.redefinesLast) construct.redefines = parent < 0 ? m_lastRoot : facts(parent).lastChild;
   Facts& known = facts(index);
   known.own = known.held.usage = item.usage;
-  known.picture = pictureNumber(m_stream.names.find(item.picture), item.picture);
+  known.picture = madePicture(item.picture);
   hang(index, parent);
   return index;
 }
@@ -578,18 +599,6 @@ void ItemTree::shape(KnownPicture& memory, const Facts& known) {
 void ItemTree::forgetShapes() {
   for (KnownPicture& picture : m_pictures)
     picture.isShaped = false;
-}
-
-bool ItemTree::finishLeaf(Construct& construct, const Facts& known) {
-  const Shape& shape = shapeOf(known);
-  construct.length = known.fixedBytes > 0 ? known.fixedBytes : shape.bytes;
-  if (construct.usage.empty()) construct.usage = shape.usage;
-  construct.digits = shape.digits;
-  construct.scale = shape.scale;
-  construct.isSigned = shape.isSigned;
-  if (known.syncBelow) setFlag(construct, true, synchronized_);
-  if (construct.length == 0 && known.noStorage) construct.length = known.literalLength;
-  return shape.isValid && (construct.length != 0 || known.picture != 0 || known.noStorage);
 }
 
 void ItemTree::remarkPicture(const Construct& construct, const Facts& known) {

@@ -86,8 +86,8 @@ class ItemTree {
   void putInto(Construct& construct, int record) const;
   /// The innermost open item that one of the level belongs to; -1: none.
   int enclosing(int level) const;
-  /// Lets REDEFINES, RENAMES and the like find the construct added last.
-  void makeKnown(NameId name);
+  /// Lets REDEFINES, RENAMES and the like find the item.
+  void makeKnown(int item, NameId name);
   /// Makes an item the last child of its parent (-1: a record) and the one that following levels are measured by.
   void hang(int index, int parent);
   int addCondition(const DataEntry& entry);
@@ -115,6 +115,7 @@ class ItemTree {
     return known != 0 ? known : addPicture(name, text);
   }
   std::uint32_t addPicture(NameId name, std::string_view text);
+  std::uint32_t madePicture(std::string_view text);
   const Shape& shapeOf(const Facts& facts) {
     KnownPicture& picture = m_pictures[facts.picture];
     if (!picture.isShaped || picture.held != facts.held) shape(picture, facts);
@@ -140,6 +141,8 @@ class ItemTree {
   Diagnostics& m_diagnostics;
   PictureRules m_rules;
   std::vector<KnownPicture> m_pictures{1}; ///< behind an empty one
+  std::string_view m_madeText;             ///< the picture of the item made last
+  std::uint32_t m_madePicture = 0;         ///< and its number
   std::size_t m_begin = 0;                 ///< first construct of the program's entries
   Construct m_blank;    ///< what constructs of the section in hand begin as: program, section and file
   int m_innermost = -1; ///< the item added last; those around it are open as well

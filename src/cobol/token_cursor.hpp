@@ -18,7 +18,7 @@ class TokenCursor {
   std::uint32_t index() const { return m_at; }
   const Token& token() const { return *m_token; }
   const Token& token(std::uint32_t ahead) const { return m_at + ahead < m_end ? m_token[ahead] : *m_behind; }
-  Word word() const { return m_word; }
+  Word word() const { return m_words->of(*m_token); }
   Word word(std::uint32_t ahead) const { return m_words->of(token(ahead)); }
   TokenKind kind() const { return m_token->kind; }
   TokenKind kind(std::uint32_t ahead) const { return token(ahead).kind; }
@@ -27,14 +27,10 @@ class TokenCursor {
   bool isWord() const { return kind() == TokenKind::word && !token().has(inExec); }
   bool isSymbol(std::string_view symbol) const { return kind() == TokenKind::symbol && text() == symbol; }
 
-  void next() {
-    m_token = ++m_at < m_end ? m_token + 1 : m_behind;
-    m_word = m_words->of(*m_token);
-  }
+  void next() { m_token = ++m_at < m_end ? m_token + 1 : m_behind; }
   void moveTo(std::uint32_t index) {
     m_at = index;
     m_token = m_at < m_end ? &m_stream->tokens[m_at] : m_behind;
-    m_word = m_words->of(*m_token);
   }
   bool take(Word wanted) {
     if (word() != wanted) return false;
@@ -61,7 +57,6 @@ class TokenCursor {
   std::uint32_t m_at = 0;
   std::uint32_t m_end;
   const Token* m_token = nullptr; ///< the token in hand
-  Word m_word = Word::none;       ///< and what it means
 };
 
 /// The value of a whole number; nothing when the text is anything else. Cut at 2^62.
