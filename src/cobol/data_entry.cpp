@@ -91,7 +91,7 @@ int DataEntryReader::level() const {
 }
 
 /// Inside an entry: a level number first on its line, followed by something that begins an entry.
-bool DataEntryReader::atNewEntry() const {
+inline bool DataEntryReader::atNewEntry() const {
   if (!m_cursor.token().has(lineStart) || level() == 0) return false;
   const Token& following = m_cursor.token(1);
   if (following.kind != TokenKind::word || following.has(inExec)) return false;

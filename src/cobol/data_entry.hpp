@@ -10,17 +10,6 @@
 
 namespace cobol {
 
-/// How an item holds its value, as far as clauses tell that groups may have in its stead.
-struct Representation {
-  enum class Sign : std::uint8_t { unset, together, separate };
-  Usage usage = Usage::none;
-  Sign sign = Sign::unset;
-  bool noSign = false;
-  bool isUnsigned = false;
-
-  bool operator==(const Representation&) const = default;
-};
-
 /// What one data description entry says once; tokens are stream indices, 0 is none.
 struct DataClauses {
   int level = 0;

@@ -1,7 +1,5 @@
 #include "cobol/item_tree.hpp"
 
-#include "cobol/characters.hpp"
-
 #include "cobol/record_layout.hpp"
 
 namespace cobol {
@@ -20,21 +18,11 @@ std::int64_t characters(std::string_view text) {
   return std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; });
 }
 
-/// Whether there is more than digits in parentheses, as in `9(NAME)`.
-bool hasNames(std::string_view picture) {
-  bool inside = false;
-  for (const char c : picture) {
-    if (inside && c != ')' && !isDigit(c)) return true;
-    inside = c == '(' || (inside && c != ')');
-  }
-  return false;
-}
-
 } // namespace
 
 ItemTree::ItemTree(const TokenStream& stream, const Options& options, Analysis& analysis, Diagnostics& diagnostics)
     : m_stream(stream), m_options(options), m_analysis(analysis), m_diagnostics(diagnostics),
-      m_named(stream.names.size()) {}
+      m_named(stream.names.size(), Named{}) {}
 
 void ItemTree::remark(Code code, Severity severity, std::uint32_t token, std::string_view text) {
   m_diagnostics.add(code, severity, m_stream.tokens[token].position(), std::string(text));
@@ -191,9 +179,9 @@ inline void ItemTree::hang(int index, int parent) {
     at(index).record = m_record = m_lastRoot = index;
     if (m_blank.file >= 0) m_analysis.dataFiles[static_cast<std::size_t>(m_blank.file)].records.push_back(index);
   } else {
-    int& lastChild = facts(parent).lastChild;
-    (lastChild < 0 ? at(parent).firstChild : at(lastChild).nextSibling) = index;
-    lastChild = index;
+    int& youngest = facts(parent).lastChild;
+    (youngest < 0 ? at(parent).firstChild : at(youngest).nextSibling) = index;
+    youngest = index;
   }
   m_innermost = m_lastItem = index;
 }
@@ -228,8 +216,6 @@ int ItemTree::addItem(const DataEntry& entry) {
   if (parent < 0 && !isRoot)
     remark(Code::LevelBad, Severity::warning, entry.levelToken, "no level 01 above this entry");
 
-  const int previous = parent < 0 ? m_lastRoot : facts(parent).lastChild;
-  const int redefined = entry.redefines == 0 ? -1 : findSibling(token(entry.redefines).text, parent);
   Construct& construct = append(entry);
   const int index = last();
   construct.parent = parent;
@@ -253,13 +239,10 @@ int ItemTree::addItem(const DataEntry& entry) {
     construct.fixedPosition = entry.isColumnRelative ? -1 - entry.column : entry.column > 0 ? entry.column - 1 : 0;
     if (entry.hasColumn && entry.column == 0) construct.fixedPosition = -1;
   }
+  if (entry.redefines != 0) setRedefines(entry, index);
   noteFacts(entry, parent, picture);
   if (entry.isNamed) makeKnown(index, token(entry.nameToken).text);
   hang(index, parent);
-  if (entry.redefines != 0) {
-    construct.redefines = redefined;
-    setRedefines(entry, index, previous);
-  }
   referUses(entry, index);
   if (m_pictures[picture].hasNames) referPictureCounts(entry.picture, index);
   for (const auto name : entry.indexNames)
@@ -292,10 +275,12 @@ void ItemTree::setOccurs(const DataEntry& entry, int item) {
       refer(DataReference::Role::occursCount, countToken, item);
 }
 
-void ItemTree::setRedefines(const DataEntry& entry, int item, int previousSibling) {
+/// Before the item is one of its parent's children itself.
+void ItemTree::setRedefines(const DataEntry& entry, int item) {
   Construct& construct = at(item);
+  construct.redefines = findSibling(token(entry.redefines).text, construct.parent);
   if (construct.redefines < 0) {
-    construct.redefines = previousSibling;
+    construct.redefines = lastChild(construct.parent);
     remark(Code::RedefinesUnknown, Severity::warning, entry.redefines,
            "REDEFINES names no item of this group; the item before it is taken");
   }
@@ -462,7 +447,7 @@ std::optional<std::int64_t> ItemTree::constantOf(std::uint32_t from, std::uint32
 }
 
 inline bool ItemTree::finishLeaf(Construct& construct, const Facts& known) {
-  const Shape& shape = shapeOf(known);
+  const Shape& shape = knownShape(known);
   construct.length = known.fixedBytes > 0 ? known.fixedBytes : shape.bytes;
   if (construct.usage.empty()) construct.usage = shape.usage;
   construct.digits = shape.digits;
@@ -519,7 +504,8 @@ int ItemTree::addAt(const MadeItem& item, std::uint32_t nameToken) {
 
 /// Records that a system supplies have the same picture many times over.
 std::uint32_t ItemTree::madePicture(std::string_view text) {
-  if (text.data() != m_madeText.data()) m_madePicture = pictureNumber(m_stream.names.find(text), text);
+  const bool isSame = text.data() == m_madeText.data() && text.size() == m_madeText.size();
+  if (!isSame) m_madePicture = pictureNumber(m_stream.names.find(text), text);
   m_madeText = text;
   return m_madePicture;
 }
@@ -541,7 +527,7 @@ int ItemTree::addMade(const MadeItem& item, std::uint32_t nameToken) {
     construct.repeats = true;
     construct.occurs = construct.occursMin = item.occurs;
   }
-  if (item.redefinesLast) construct.redefines = parent < 0 ? m_lastRoot : facts(parent).lastChild;
+  if (item.redefinesLast) construct.redefines = lastChild(parent);
   Facts& known = facts(index);
   known.own = known.held.usage = item.usage;
   known.picture = madePicture(item.picture);
@@ -569,28 +555,15 @@ void ItemTree::finish() {
 std::uint32_t ItemTree::addPicture(NameId name, std::string_view text) {
   if (text.empty()) return 0;
   const auto number = static_cast<std::uint32_t>(m_pictures.size());
-  m_pictures.push_back({.text = text, .hasNames = hasNames(text)});
+  m_pictures.push_back({.text = text, .hasNames = hasNames(text), .held = {}, .shape = {}});
   if (name != 0) m_named[name].picture = number;
   return number;
 }
 
-void ItemTree::shape(KnownPicture& memory, const Facts& known) {
+void ItemTree::readShape(KnownPicture& memory, const Facts& known) {
   const bool hasPicture = known.picture != 0;
   const Picture picture = hasPicture ? readPicture(memory.text, m_rules) : Picture{};
-  const Usage usage = effectiveUsage(known.held.usage, hasPicture ? &picture : nullptr);
-  const bool separable = usage == Usage::display || usage == Usage::national;
-  const ItemForm form{.usage = usage,
-                      .picture = hasPicture ? &picture : nullptr,
-                      .signSeparate = separable && known.held.sign == Representation::Sign::separate,
-                      .noSign = known.held.noSign};
-  const bool isBinary = usage >= Usage::binaryChar && usage <= Usage::binaryDouble;
-  const bool isFloating = usage == Usage::comp1 || usage == Usage::comp2;
-  memory.shape = {.bytes = bytesOf(form, m_options),
-                  .usage = nameOf(usage),
-                  .digits = picture.digits,
-                  .scale = picture.scale,
-                  .isSigned = picture.isSigned || (isBinary && !known.held.isUnsigned) || isFloating,
-                  .isValid = picture.isValid};
+  memory.shape = shapeOf(hasPicture ? &picture : nullptr, known.held, m_options);
   memory.held = known.held;
   memory.isShaped = true;
 }

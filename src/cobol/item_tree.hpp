@@ -60,15 +60,6 @@ class ItemTree {
     int item = -1;             ///< the latest of this name
     std::uint32_t picture = 0; ///< the picture of this text, in m_pictures
   };
-  /// An elementary item by its picture and representation.
-  struct Shape {
-    std::int64_t bytes = 0;
-    std::string_view usage;
-    int digits = 0;
-    int scale = 0;
-    bool isSigned = false;
-    bool isValid = true;
-  };
   /// A program has many items and few pictures; items of one picture are mostly held alike as well.
   struct KnownPicture {
     std::string_view text;
@@ -88,6 +79,8 @@ class ItemTree {
   int enclosing(int level) const;
   /// Lets REDEFINES, RENAMES and the like find the item.
   void makeKnown(int item, NameId name);
+  /// The last child of a parent, of -1 the last record.
+  int lastChild(int parent) const { return parent < 0 ? m_lastRoot : facts(parent).lastChild; }
   /// Makes an item the last child of its parent (-1: a record) and the one that following levels are measured by.
   void hang(int index, int parent);
   int addCondition(const DataEntry& entry);
@@ -96,7 +89,7 @@ class ItemTree {
   int addItem(const DataEntry& entry);
   void noteFacts(const DataEntry& entry, int parent, std::uint32_t picture);
   void setOccurs(const DataEntry& entry, int item);
-  void setRedefines(const DataEntry& entry, int item, int previousSibling);
+  void setRedefines(const DataEntry& entry, int item);
   void copyType(const DataEntry& entry, int item);
   DataReference& refer(DataReference::Role role, std::uint32_t token, int construct);
   void referUses(const DataEntry& entry, int construct);
@@ -116,12 +109,12 @@ class ItemTree {
   }
   std::uint32_t addPicture(NameId name, std::string_view text);
   std::uint32_t madePicture(std::string_view text);
-  const Shape& shapeOf(const Facts& facts) {
+  const Shape& knownShape(const Facts& facts) {
     KnownPicture& picture = m_pictures[facts.picture];
-    if (!picture.isShaped || picture.held != facts.held) shape(picture, facts);
+    if (!picture.isShaped || picture.held != facts.held) readShape(picture, facts);
     return picture.shape;
   }
-  void shape(KnownPicture& picture, const Facts& facts);
+  void readShape(KnownPicture& picture, const Facts& facts);
   void forgetShapes();
   /// False where no size can be trusted for want of a good picture.
   bool finishLeaf(Construct& construct, const Facts& facts);

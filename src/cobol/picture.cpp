@@ -307,6 +307,15 @@ Picture readPicture(std::string_view text, const PictureRules& rules) {
   return counter.result(runs.valid && !text.empty());
 }
 
+bool hasNames(std::string_view picture) {
+  bool inside = false;
+  for (const char c : picture) {
+    if (inside && c != ')' && !isDigit(c)) return true;
+    inside = c == '(' || (inside && c != ')');
+  }
+  return false;
+}
+
 Usage effectiveUsage(Usage given, const Picture* picture) {
   if (picture == nullptr || needsNoPicture(given)) return given;
   switch (picture->kind) {
@@ -350,6 +359,24 @@ std::int64_t bytesOf(const ItemForm& form, const Options& options) {
     }
   }
   return picture.bytes + sign;
+}
+
+Shape shapeOf(const Picture* picture, const Representation& held, const Options& options) {
+  const Usage usage = effectiveUsage(held.usage, picture);
+  const bool separable = usage == Usage::display || usage == Usage::national;
+  const ItemForm form{.usage = usage,
+                      .picture = picture,
+                      .signSeparate = separable && held.sign == Representation::Sign::separate,
+                      .noSign = held.noSign};
+  Shape shape{.bytes = bytesOf(form, options), .usage = nameOf(usage)};
+  shape.isSigned = (usage >= Usage::binaryChar && usage <= Usage::binaryDouble && !held.isUnsigned) ||
+                   usage == Usage::comp1 || usage == Usage::comp2;
+  if (picture == nullptr) return shape;
+  shape.digits = picture->digits;
+  shape.scale = picture->scale;
+  shape.isSigned = shape.isSigned || picture->isSigned;
+  shape.isValid = picture->isValid;
+  return shape;
 }
 
 } // namespace cobol
