@@ -117,8 +117,8 @@ class DataReader {
         skipExec(cursor, part.program);
         continue;
       }
-      if (reader.atEntry()) {
-        reader.read(section, entry);
+      if (const int level = reader.level(); level != 0) {
+        reader.read(level, section, entry);
         m_items.add(entry);
         continue;
       }

@@ -1,17 +1,15 @@
 #include "cobol/data_entry.hpp"
 
+#include "cobol/characters.hpp"
+
 namespace cobol {
 namespace {
 
 using Role = DataReference::Role;
 
 int levelOf(std::string_view text) {
-  if (text.empty() || text.size() > 2) return 0;
-  int value = 0;
-  for (const char digit : text) {
-    if (digit < '0' || digit > '9') return 0;
-    value = value * 10 + (digit - '0');
-  }
+  if (text.empty() || text.size() > 2 || !isDigit(text.front()) || !isDigit(text.back())) return 0;
+  const int value = (text.size() == 2 ? (text.front() - '0') * 10 : 0) + (text.back() - '0');
   const bool valid = (value >= 1 && value <= 49) || value == 66 || value == 77 || value == 78 || value == 88;
   return valid ? value : 0;
 }
@@ -88,13 +86,13 @@ void DataEntry::clear() {
   uses.clear();
 }
 
-bool DataEntryReader::atEntry() const {
-  return m_cursor.kind() == TokenKind::number && levelOf(m_cursor.text()) != 0;
+int DataEntryReader::level() const {
+  return m_cursor.kind() == TokenKind::number ? levelOf(m_cursor.text()) : 0;
 }
 
 /// Inside an entry: a level number first on its line, followed by something that begins an entry.
-bool DataEntryReader::atNewEntry() const {
-  if (!m_cursor.token().has(lineStart) || !atEntry()) return false;
+inline bool DataEntryReader::atNewEntry() const {
+  if (!m_cursor.token().has(lineStart) || level() == 0) return false;
   const Token& following = m_cursor.token(1);
   if (following.kind != TokenKind::word || following.has(inExec)) return false;
   const Word word = m_cursor.word(1);
@@ -141,11 +139,22 @@ bool DataEntryReader::beginsNameless(Word word) const {
   }
 }
 
-void DataEntryReader::read(Section section, DataEntry& entry) {
+/// The commonest clause, the same in all sections.
+inline bool DataEntryReader::takePicture() {
+  if (!m_cursor.take(Word::pic)) return false;
+  m_cursor.take(Word::is);
+  if (m_cursor.kind() == TokenKind::picture) {
+    m_entry->picture = m_cursor.index();
+    m_cursor.next();
+  }
+  return true;
+}
+
+void DataEntryReader::read(int level, Section section, DataEntry& entry) {
   entry.clear();
   m_entry = &entry;
   m_section = section;
-  entry.level = levelOf(m_cursor.text());
+  entry.level = level;
   entry.levelToken = entry.nameToken = m_cursor.index();
   m_cursor.next();
   const Word word = m_cursor.word();
@@ -164,7 +173,7 @@ void DataEntryReader::read(Section section, DataEntry& entry) {
       m_diagnostics.add(Code::PeriodMissing, Severity::warning, token.position(), "period missing before this word");
       return;
     }
-    clause();
+    if (!takePicture()) clause();
   }
   m_cursor.skipPeriod();
 }
@@ -188,14 +197,6 @@ void DataEntryReader::commonClause(Word word) {
     entry.renamesFirst = m_cursor.takeName().value_or(0);
     if (m_cursor.take(Word::through)) entry.renamesLast = m_cursor.takeName().value_or(0);
     return;
-  case Word::pic:
-    m_cursor.next();
-    m_cursor.take(Word::is);
-    if (m_cursor.kind() == TokenKind::picture) {
-      entry.picture = m_cursor.index();
-      m_cursor.next();
-    }
-    return;
   case Word::usage:
     m_cursor.next();
     return usageClause();
@@ -209,26 +210,26 @@ void DataEntryReader::commonClause(Word word) {
     return signClause();
   case Word::synchronized_:
     m_cursor.next();
-    entry.isSynchronized = true;
+    entry.set(synchronized_);
     if (!m_cursor.take(Word::left)) m_cursor.take(Word::right);
     return;
   case Word::justified:
     m_cursor.next();
-    entry.isJustified = true;
+    entry.set(justified);
     m_cursor.take(Word::right);
     return;
   case Word::blank:
     m_cursor.next();
     m_cursor.take(Word::when);
-    if (m_cursor.take(Word::zero)) entry.isBlankWhenZero = true;
+    if (m_cursor.take(Word::zero)) entry.set(blankWhenZero);
     return;
   case Word::global:
     m_cursor.next();
-    entry.isGlobal = true;
+    entry.set(global);
     return;
   case Word::external:
     m_cursor.next();
-    entry.isExternal = true;
+    entry.set(external);
     if (m_cursor.take(Word::as) && m_cursor.kind() == TokenKind::literal) m_cursor.next();
     return;
   case Word::occurs:
@@ -308,22 +309,22 @@ bool DataEntryReader::takeUsage() {
   if (word == Word::object && m_cursor.word(1) == Word::reference) {
     m_cursor.next();
     m_cursor.next();
-    entry.usage = Usage::objectReference;
+    entry.held.usage = Usage::objectReference;
     if (m_cursor.isWord() && m_cursor.word() == Word::none) m_cursor.next();
     return true;
   }
   const Usage usage = usageOf(word);
   if (usage == Usage::none) return false;
-  entry.usage = usage;
-  entry.isUnsigned = m_cursor.text().starts_with("UNSIGNED-");
+  entry.held.usage = usage;
+  entry.held.isUnsigned = m_cursor.text().starts_with("UNSIGNED-");
   m_cursor.next();
-  if (m_cursor.take(Word::unsigned_)) entry.isUnsigned = true;
+  if (m_cursor.take(Word::unsigned_)) entry.held.isUnsigned = true;
   m_cursor.take(Word::signed_);
   if (m_cursor.word() == Word::with && m_cursor.word(1) == Word::no) m_cursor.next();
   if (m_cursor.word() == Word::no && m_cursor.word(1) == Word::sign) {
     m_cursor.next();
     m_cursor.next();
-    entry.noSign = true;
+    entry.held.noSign = true;
   }
   // POINTER TO name, PROGRAM-POINTER TO name
   if (m_cursor.word() == Word::to && needsNoPicture(usage)) {
@@ -383,9 +384,9 @@ void DataEntryReader::signClause() {
   m_cursor.take(Word::sign);
   m_cursor.take(Word::is);
   if (!m_cursor.take(Word::leading)) m_cursor.take(Word::trailing);
-  m_entry->sign = DataEntry::Sign::together;
+  m_entry->held.sign = Representation::Sign::together;
   if (!m_cursor.take(Word::separate)) return;
-  m_entry->sign = DataEntry::Sign::separate;
+  m_entry->held.sign = Representation::Sign::separate;
   m_cursor.take(Word::character);
 }
 
@@ -401,19 +402,21 @@ void DataEntryReader::occursClause() {
     return token;
   };
   if (m_cursor.take(Word::dynamic)) {
-    entry.isVariable = entry.isUnbounded = true;
+    entry.set(variableSize);
+    entry.isUnbounded = true;
     if (m_cursor.take(Word::capacity)) {
       m_cursor.take(Word::in);
       m_cursor.takeName();
     }
     if (m_cursor.take(Word::from)) entry.occursFirst = count();
   } else if (m_cursor.take(Word::unbounded)) {
-    entry.isUnbounded = entry.isVariable = true;
+    entry.set(variableSize);
+    entry.isUnbounded = true;
   } else {
     entry.occursFirst = count();
   }
   if (m_cursor.take(Word::to)) {
-    entry.isVariable = true;
+    entry.set(variableSize);
     if (m_cursor.take(Word::unbounded)) {
       entry.isUnbounded = true;
     } else {
@@ -423,7 +426,7 @@ void DataEntryReader::occursClause() {
   m_cursor.take(Word::times);
   if (m_cursor.take(Word::depending)) {
     m_cursor.take(Word::on);
-    entry.isVariable = true;
+    entry.set(variableSize);
     useName(Role::dependingOn);
   }
   if (m_cursor.take(Word::step)) m_cursor.takeInteger();
@@ -504,7 +507,7 @@ void DataEntryReader::constantClause() {
   if (m_cursor.take(Word::record)) return;
   entry.isConstant = true;
   m_cursor.take(Word::is);
-  if (m_cursor.take(Word::global)) entry.isGlobal = true;
+  if (m_cursor.take(Word::global)) entry.set(global);
   if (!m_cursor.take(Word::as) && !m_cursor.take(Word::value)) m_cursor.take(Word::from);
   m_cursor.take(Word::is);
   entry.valueFrom = m_cursor.index();

@@ -12,7 +12,6 @@ namespace cobol {
 
 /// What one data description entry says once; tokens are stream indices, 0 is none.
 struct DataClauses {
-  enum class Sign : std::uint8_t { unset, together, separate };
   int level = 0;
   std::uint32_t levelToken = 0;
   std::uint32_t nameToken = 0; ///< the level's token when nameless
@@ -23,23 +22,15 @@ struct DataClauses {
   std::uint32_t renamesLast = 0;
   std::uint32_t picture = 0;
   std::uint32_t copiedFrom = 0; ///< the name in TYPE, SAME AS or LIKE
-  Usage usage = Usage::none;
+  Representation held;
+  std::uint16_t flags = 0;     ///< ConstructFlag: what the clauses make of the item
   std::int64_t fixedBytes = 0; ///< size told by the usage itself (SQL TYPE IS …)
-  Sign sign = Sign::unset;
-  bool noSign = false;
-  bool isUnsigned = false;
-  bool isSynchronized = false;
-  bool isJustified = false;
-  bool isBlankWhenZero = false;
-  bool isGlobal = false;
-  bool isExternal = false;
   bool isTypedef = false;
   bool isConstant = false;
   bool isDynamic = false; ///< DYNAMIC LENGTH
   std::int64_t byteLength = 0;
 
   bool repeats = false;
-  bool isVariable = false;       ///< n TO m or DEPENDING
   std::uint32_t occursFirst = 0; ///< token of the only or smallest count
   std::uint32_t occursLast = 0;  ///< token of the count behind TO
   bool isUnbounded = false;
@@ -64,6 +55,7 @@ struct DataEntry : DataClauses {
   std::vector<NameUse> uses;
 
   void clear();
+  void set(ConstructFlag flag) { flags = static_cast<std::uint16_t>(flags | flag); }
 };
 
 /// Reads the clauses of entries, in any order, up to their period; a period that is missing in front of a level number
@@ -73,13 +65,15 @@ class DataEntryReader {
   DataEntryReader(const TokenStream& stream, TokenCursor& cursor, Diagnostics& diagnostics)
       : m_stream(stream), m_cursor(cursor), m_diagnostics(diagnostics) {}
 
-  /// True when the cursor stands at a level number that begins an entry.
-  bool atEntry() const;
-  void read(Section section, DataEntry& entry);
+  /// The level number that begins an entry where the cursor stands; 0: none does.
+  int level() const;
+  /// Reads the entry that begins with the level number.
+  void read(int level, Section section, DataEntry& entry);
 
  private:
   bool beginsNameless(Word word) const;
   bool atNewEntry() const;
+  bool takePicture();
   void clause();
   void commonClause(Word word);
   bool reportClause(Word word);

@@ -102,13 +102,11 @@ Known sorted() {
 
 Words::Words(const Interner& names) {
   static const Known known = sorted();
+  m_words.reserve(names.size());
   m_words = known.ofKeyword;
-  for (const auto& [text, word] : known.others) {
-    const NameId id = names.find(text);
-    if (id == 0) continue;
-    if (id >= m_words.size()) m_words.resize(id + 1, Word::none);
-    m_words[id] = word;
-  }
+  m_words.resize(names.size(), Word::none);
+  for (const auto& [text, word] : known.others)
+    if (const NameId id = names.find(text); id != 0) m_words[id] = word;
 }
 
 } // namespace cobol

@@ -58,14 +58,14 @@ class Words {
  public:
   explicit Words(const Interner& names);
 
-  Word of(NameId id) const { return id < m_words.size() ? m_words[id] : Word::none; }
+  Word of(NameId id) const { return m_words[id]; }
   /// The word of a token; `none` when it is no word at all or stands in an EXEC block.
   Word of(const Token& token) const {
     return token.kind == TokenKind::word && !token.has(inExec) ? of(token.text) : Word::none;
   }
 
  private:
-  std::vector<Word> m_words; ///< by name id, as far as the largest id that means something
+  std::vector<Word> m_words; ///< by name id
 };
 
 } // namespace cobol

@@ -22,16 +22,16 @@ std::int64_t characters(std::string_view text) {
 
 ItemTree::ItemTree(const TokenStream& stream, const Options& options, Analysis& analysis, Diagnostics& diagnostics)
     : m_stream(stream), m_options(options), m_analysis(analysis), m_diagnostics(diagnostics),
-      m_lastOfName(stream.names.size(), -1) {}
+      m_named(stream.names.size(), Named{}) {}
 
-void ItemTree::remark(Code code, Severity severity, std::uint32_t token, std::string text) {
-  m_diagnostics.add(code, severity, m_stream.tokens[token].position(), std::move(text));
+void ItemTree::remark(Code code, Severity severity, std::uint32_t token, std::string_view text) {
+  m_diagnostics.add(code, severity, m_stream.tokens[token].position(), std::string(text));
 }
 
 void ItemTree::beginProgram(int program, const PictureRules& rules) {
-  m_program = program;
+  m_blank.program = program;
   m_rules = rules;
-  m_pictures.clear();
+  forgetShapes();
   m_rules.constant = [this](std::string_view text) -> std::optional<std::int64_t> {
     const auto found = m_constants.find(m_stream.names.find(text));
     if (found == m_constants.end()) return std::nullopt;
@@ -46,39 +46,40 @@ void ItemTree::beginProgram(int program, const PictureRules& rules) {
 }
 
 void ItemTree::beginSection(Section section, int file) {
-  m_section = section;
-  m_file = file;
-  m_stack.clear();
-  m_lastItem = m_record = -1;
+  m_blank.section = section;
+  m_blank.file = file;
+  m_innermost = m_lastItem = m_record = -1;
   m_lastRoot = -1;
 }
 
-int ItemTree::place(Construct&& construct, const Facts& known) {
-  const int index = static_cast<int>(m_analysis.constructs.size());
-  construct.program = m_program;
-  construct.section = m_section;
-  construct.file = m_file;
-  if (construct.record >= 0) setFlag(construct, (at(construct.record).flags & global) != 0, global);
-  m_analysis.constructs.push_back(std::move(construct));
-  m_facts.push_back(known);
-  if (known.name != 0 && at(index).hasStorage()) {
-    auto& last = m_lastOfName[known.name];
-    facts(index).previousSameName = last;
-    last = index;
-  }
-  return index;
+inline Construct& ItemTree::append() {
+  m_analysis.constructs.push_back(m_blank);
+  m_facts.emplace_back();
+  return m_analysis.constructs.back();
 }
 
-Construct ItemTree::begin(const DataEntry& entry) const {
-  Construct construct;
-  construct.level = entry.level;
+inline Construct& ItemTree::append(const DataEntry& entry) {
+  Construct& construct = append();
   const Token& name = token(entry.nameToken);
+  construct.level = entry.level;
   construct.name = entry.isNamed ? m_stream.textOf(name) : std::string_view("FILLER");
   construct.kind = entry.isNamed ? Kind::elementary : Kind::filler;
   construct.declared = name.position();
   construct.token = entry.nameToken;
   setFlag(construct, entry.isNamed && name.has(replaced), nameReplaced);
   return construct;
+}
+
+inline void ItemTree::putInto(Construct& construct, int record) const {
+  construct.record = record;
+  if (record >= 0) setFlag(construct, (at(record).flags & global) != 0, global);
+}
+
+inline void ItemTree::makeKnown(int item, NameId name) {
+  facts(item).name = name;
+  if (name == 0) return;
+  facts(item).previousSameName = m_named[name].item;
+  m_named[name].item = item;
 }
 
 int ItemTree::add(const DataEntry& entry) {
@@ -92,64 +93,60 @@ int ItemTree::add(const DataEntry& entry) {
   return addItem(entry);
 }
 
-void ItemTree::refer(const DataEntry& entry, int construct) {
+DataReference& ItemTree::refer(DataReference::Role role, std::uint32_t nameToken, int construct) {
+  m_analysis.references.push_back({.role = role,
+                                   .token = nameToken,
+                                   .at = token(nameToken).position(),
+                                   .program = m_blank.program,
+                                   .construct = construct,
+                                   .file = m_blank.file});
+  return m_analysis.references.back();
+}
+
+void ItemTree::referUses(const DataEntry& entry, int construct) {
   for (const auto& use : entry.uses)
-    m_analysis.references.push_back({.role = use.role,
-                                     .token = use.token,
-                                     .at = token(use.token).position(),
-                                     .program = m_program,
-                                     .construct = construct,
-                                     .file = m_file});
+    refer(use.role, use.token, construct);
 }
 
 int ItemTree::addCondition(const DataEntry& entry) {
   if (!entry.isNamed) return -1;
   if (m_lastItem < 0) remark(Code::LevelBad, Severity::warning, entry.levelToken, "level 88 without an item before it");
-  auto construct = begin(entry);
+  Construct& construct = append(entry);
   construct.kind = Kind::condition;
   construct.parent = m_lastItem;
-  construct.record = m_lastItem < 0 ? -1 : at(m_lastItem).record;
+  putInto(construct, m_lastItem < 0 ? -1 : at(m_lastItem).record);
   construct.value = valueText(entry.valueFrom, entry.valueTo);
-  const int index = place(std::move(construct), {});
-  refer(entry, index);
-  return index;
+  referUses(entry, last());
+  return last();
 }
 
 int ItemTree::addRenames(const DataEntry& entry) {
-  auto construct = begin(entry);
+  Construct& construct = append(entry);
+  const int index = last();
   construct.kind = Kind::renames;
-  construct.parent = construct.record = m_record;
+  construct.parent = m_record;
+  putInto(construct, m_record);
   if (entry.renamesFirst != 0) construct.renamesFirst = findInRecord(entry.renamesFirst, m_record);
   construct.renamesLast = entry.renamesLast != 0 ? findInRecord(entry.renamesLast, m_record) : construct.renamesFirst;
   if (construct.renamesFirst < 0 || construct.renamesLast < 0)
     remark(Code::RenamesBad, Severity::warning, entry.nameToken, "RENAMES names no item of the record before it");
-  const int first = construct.renamesFirst, last = construct.renamesLast;
-  const int index = place(std::move(construct), {.name = token(entry.nameToken).text});
+  makeKnown(index, token(entry.nameToken).text);
   m_lastItem = index;
-  const auto name = [&](DataReference::Role role, std::uint32_t at, int target) {
-    if (at == 0) return;
-    m_analysis.references.push_back({.role = role,
-                                     .token = at,
-                                     .at = token(at).position(),
-                                     .target = target,
-                                     .program = m_program,
-                                     .construct = index,
-                                     .file = m_file});
-  };
-  name(DataReference::Role::renamesFirst, entry.renamesFirst, first);
-  name(DataReference::Role::renamesLast, entry.renamesLast, last);
+  using Role = DataReference::Role;
+  if (entry.renamesFirst != 0) refer(Role::renamesFirst, entry.renamesFirst, index).target = construct.renamesFirst;
+  if (entry.renamesLast != 0) refer(Role::renamesLast, entry.renamesLast, index).target = construct.renamesLast;
   return index;
 }
 
 int ItemTree::addConstant(const DataEntry& entry) {
-  auto construct = begin(entry);
+  const auto value = constantOf(entry.valueFrom, entry.valueTo);
+  if (value) m_constants[token(entry.nameToken).text] = *value;
+  Construct& construct = append(entry);
   construct.kind = Kind::constant;
   construct.value = valueText(entry.valueFrom, entry.valueTo);
-  setFlag(construct, entry.isGlobal, global);
-  if (const auto value = constantOf(entry.valueFrom, entry.valueTo)) m_constants[token(entry.nameToken).text] = *value;
-  const int index = place(std::move(construct), {});
-  refer(entry, index);
-  return index;
+  setFlag(construct, (entry.flags & global) != 0, global);
+  referUses(entry, last());
+  return last();
 }
 
 void ItemTree::addDefines() {
@@ -160,95 +157,103 @@ void ItemTree::addDefines() {
     if (std::any_of(m_analysis.constructs.begin() + static_cast<std::ptrdiff_t>(m_begin), m_analysis.constructs.end(),
                     sameName))
       continue;
-    Construct construct;
+    Construct& construct = append();
     construct.name = name;
     construct.kind = Kind::constant;
     construct.level = 78;
     construct.value = m_analysis.texts->keep(define.value);
     construct.flags = global;
     construct.declared = define.at;
-    place(std::move(construct), {});
   }
 }
 
-int ItemTree::addItem(const DataEntry& entry) {
-  const bool isRoot = entry.level == 1 || entry.level == 77;
-  if (isRoot) m_stack.clear();
-  while (!m_stack.empty() && m_stack.back().level >= entry.level)
-    m_stack.pop_back();
-  const int parent = m_stack.empty() ? -1 : m_stack.back().item;
-  if (parent < 0 && !isRoot)
-    remark(Code::LevelBad, Severity::warning, entry.levelToken, "no level 01 above this entry");
+inline int ItemTree::enclosing(int level) const {
+  int item = m_innermost;
+  while (item >= 0 && at(item).level >= level)
+    item = at(item).parent;
+  return item;
+}
 
-  auto construct = begin(entry);
-  const int index = static_cast<int>(m_analysis.constructs.size());
-  construct.parent = parent;
-  if (parent < 0) m_record = index;
-  construct.record = parent < 0 ? -1 : m_record;
-  if (entry.picture != 0) construct.picture = m_stream.textOf(token(entry.picture));
-  if (entry.valueTo > entry.valueFrom) construct.value = valueText(entry.valueFrom, entry.valueTo);
-  setFlag(construct, entry.isSynchronized, synchronized_);
-  setFlag(construct, entry.isJustified, justified);
-  setFlag(construct, entry.isBlankWhenZero, blankWhenZero);
-  setFlag(construct, entry.isGlobal, global);
-  setFlag(construct, entry.isExternal, external);
-  if (parent < 0 && m_file >= 0) {
-    const auto& file = m_analysis.dataFiles[static_cast<std::size_t>(m_file)];
-    setFlag(construct, file.global, global);
-    setFlag(construct, file.external, external);
+inline void ItemTree::hang(int index, int parent) {
+  if (parent < 0) {
+    at(index).record = m_record = m_lastRoot = index;
+    if (m_blank.file >= 0) m_analysis.dataFiles[static_cast<std::size_t>(m_blank.file)].records.push_back(index);
+  } else {
+    int& youngest = facts(parent).lastChild;
+    (youngest < 0 ? at(parent).firstChild : at(youngest).nextSibling) = index;
+    youngest = index;
   }
-  setOccurs(entry, construct);
-  if (m_section == Section::report && (entry.hasColumn || entry.hasLine)) {
-    construct.fixedPosition = entry.isColumnRelative ? -1 - entry.column : entry.column > 0 ? entry.column - 1 : 0;
-    if (entry.hasColumn && entry.column == 0) construct.fixedPosition = -1;
-  }
+  m_innermost = m_lastItem = index;
+}
 
-  Facts known;
-  known.own = entry.usage;
-  known.usage = entry.usage;
-  known.sign = entry.sign;
-  known.noSign = entry.noSign;
-  known.isUnsigned = entry.isUnsigned;
-  known.syncBelow = parent < 0 && entry.isSynchronized;
+/// The facts of the item added last.
+inline void ItemTree::noteFacts(const DataEntry& entry, int parent, std::uint32_t picture) {
+  Facts& known = m_facts.back();
+  known.own = entry.held.usage;
+  known.held = entry.held;
+  known.picture = picture;
   known.pictureToken = entry.picture;
   known.fixedBytes = entry.isDynamic        ? m_options.pointerBytes
                      : entry.byteLength > 0 ? entry.byteLength
                                             : entry.fixedBytes;
-  if (entry.valueIsLiteral) known.literalLength = characters(m_stream.textOf(token(entry.valueFrom)));
-  known.noStorage = m_section == Section::report || m_section == Section::screen;
-  known.name = entry.isNamed ? token(entry.nameToken).text : 0;
-  if (parent >= 0) {
-    const Facts& above = facts(parent);
-    if (known.usage == Usage::none) {
-      known.usage = above.usage;
-      known.noSign = above.noSign;
-      known.isUnsigned = above.isUnsigned;
-    }
-    if (known.sign == DataEntry::Sign::unset) known.sign = above.sign;
-    known.syncBelow = above.syncBelow;
+  known.noStorage = m_blank.section == Section::report || m_blank.section == Section::screen;
+  if (known.noStorage && entry.valueIsLiteral)
+    known.literalLength = characters(m_stream.textOf(token(entry.valueFrom)));
+  if (parent < 0) {
+    known.syncBelow = (entry.flags & synchronized_) != 0;
+    return;
   }
-  if (!entry.sqlType.empty()) construct.usage = m_analysis.texts->keep(entry.sqlType);
+  const Facts& above = facts(parent);
+  const auto sign = known.held.sign == Representation::Sign::unset ? above.held.sign : known.held.sign;
+  if (known.held.usage == Usage::none) known.held = above.held;
+  known.held.sign = sign;
+  known.syncBelow = above.syncBelow;
+}
 
-  const int previous = parent < 0 ? m_lastRoot : facts(parent).lastChild;
-  const int redefined = entry.redefines == 0 ? -1 : findSibling(token(entry.redefines).text, parent, index);
-  place(std::move(construct), known);
-  hang(index, parent, entry.level);
-  if (entry.redefines != 0) {
-    at(index).redefines = redefined;
-    setRedefines(entry, index, previous);
+int ItemTree::addItem(const DataEntry& entry) {
+  const bool isRoot = entry.level == 1 || entry.level == 77;
+  const int parent = isRoot ? -1 : enclosing(entry.level);
+  if (parent < 0 && !isRoot)
+    remark(Code::LevelBad, Severity::warning, entry.levelToken, "no level 01 above this entry");
+
+  Construct& construct = append(entry);
+  const int index = last();
+  construct.parent = parent;
+  construct.flags |= entry.flags;
+  if (parent >= 0) {
+    putInto(construct, m_record);
+  } else if (m_blank.file >= 0) {
+    const auto& file = m_analysis.dataFiles[static_cast<std::size_t>(m_blank.file)];
+    setFlag(construct, file.global, global);
+    setFlag(construct, file.external, external);
   }
-  refer(entry, index);
-  if (entry.picture != 0) referPictureCounts(entry.picture, index);
+  std::uint32_t picture = 0;
+  if (entry.picture != 0) {
+    construct.picture = m_stream.textOf(token(entry.picture));
+    picture = pictureNumber(token(entry.picture).text, construct.picture);
+  }
+  if (entry.valueTo > entry.valueFrom) construct.value = valueText(entry.valueFrom, entry.valueTo);
+  if (!entry.sqlType.empty()) construct.usage = m_analysis.texts->keep(entry.sqlType);
+  if (entry.repeats) setOccurs(entry, index);
+  if (m_blank.section == Section::report && (entry.hasColumn || entry.hasLine)) {
+    construct.fixedPosition = entry.isColumnRelative ? -1 - entry.column : entry.column > 0 ? entry.column - 1 : 0;
+    if (entry.hasColumn && entry.column == 0) construct.fixedPosition = -1;
+  }
+  if (entry.redefines != 0) setRedefines(entry, index);
+  noteFacts(entry, parent, picture);
+  if (entry.isNamed) makeKnown(index, token(entry.nameToken).text);
+  hang(index, parent);
+  referUses(entry, index);
+  if (m_pictures[picture].hasNames) referPictureCounts(entry.picture, index);
   for (const auto name : entry.indexNames)
     addIndex(name, index);
   if (entry.copiedFrom != 0) copyType(entry, index);
   return index;
 }
 
-void ItemTree::setOccurs(const DataEntry& entry, Construct& construct) {
-  if (!entry.repeats) return;
+void ItemTree::setOccurs(const DataEntry& entry, int item) {
+  Construct& construct = at(item);
   construct.repeats = true;
-  setFlag(construct, entry.isVariable, variableSize);
   const auto bounded = [](std::int64_t value) {
     return static_cast<std::uint32_t>(std::clamp<std::int64_t>(value, 0, 0xFFFFFFFF));
   };
@@ -263,45 +268,35 @@ void ItemTree::setOccurs(const DataEntry& entry, Construct& construct) {
                              : "OCCURS without a usable count counts once");
   }
   construct.occursMin = entry.occursLast != 0 || entry.isUnbounded ? bounded(first.value_or(0)) : construct.occurs;
-  if (entry.isVariable && entry.occursLast == 0 && !entry.isUnbounded) construct.occursMin = 0;
-  for (const auto count_token : {entry.occursFirst, entry.occursLast}) {
-    if (count_token == 0 || token(count_token).kind != TokenKind::word) continue;
-    m_analysis.references.push_back({.role = DataReference::Role::occursCount,
-                                     .token = count_token,
-                                     .at = token(count_token).position(),
-                                     .program = m_program,
-                                     .construct = static_cast<int>(m_analysis.constructs.size()),
-                                     .file = m_file});
-  }
+  const bool isVariable = (entry.flags & variableSize) != 0;
+  if (isVariable && entry.occursLast == 0 && !entry.isUnbounded) construct.occursMin = 0;
+  for (const auto countToken : {entry.occursFirst, entry.occursLast})
+    if (countToken != 0 && token(countToken).kind == TokenKind::word)
+      refer(DataReference::Role::occursCount, countToken, item);
 }
 
-void ItemTree::setRedefines(const DataEntry& entry, int item, int previousSibling) {
+/// Before the item is one of its parent's children itself.
+void ItemTree::setRedefines(const DataEntry& entry, int item) {
   Construct& construct = at(item);
+  construct.redefines = findSibling(token(entry.redefines).text, construct.parent);
   if (construct.redefines < 0) {
-    construct.redefines = previousSibling;
+    construct.redefines = lastChild(construct.parent);
     remark(Code::RedefinesUnknown, Severity::warning, entry.redefines,
            "REDEFINES names no item of this group; the item before it is taken");
   }
-  m_analysis.references.push_back({.role = DataReference::Role::redefines,
-                                   .token = entry.redefines,
-                                   .at = token(entry.redefines).position(),
-                                   .target = construct.redefines,
-                                   .program = m_program,
-                                   .construct = item,
-                                   .file = m_file});
+  refer(DataReference::Role::redefines, entry.redefines, item).target = construct.redefines;
 }
 
 void ItemTree::addIndex(std::uint32_t nameToken, int table) {
-  Construct construct;
+  Construct& construct = append();
   construct.name = m_stream.textOf(token(nameToken));
   construct.kind = Kind::index;
   construct.parent = table;
-  construct.record = at(table).record;
+  putInto(construct, at(table).record);
   construct.declared = token(nameToken).position();
   construct.token = nameToken;
   construct.usage = nameOf(Usage::index);
   setFlag(construct, token(nameToken).has(replaced), nameReplaced);
-  place(std::move(construct), {});
 }
 
 /// Gives the item the form of another one: its picture and usage, and a copy of everything below it.
@@ -316,12 +311,13 @@ void ItemTree::copyType(const DataEntry& entry, int item) {
   while (end < count && end < item && at(end).parent >= source)
     ++end;
   if (at(source).picture.size() > 0 && at(item).picture.empty()) at(item).picture = at(source).picture;
-  if (facts(item).own == Usage::none) facts(item).own = facts(item).usage = facts(source).usage;
-  if (facts(item).sign == DataEntry::Sign::unset) facts(item).sign = facts(source).sign;
+  if (facts(item).own == Usage::none) facts(item).own = facts(item).held.usage = facts(source).held.usage;
+  if (facts(item).held.sign == Representation::Sign::unset) facts(item).held.sign = facts(source).held.sign;
   if (facts(item).pictureToken == 0) facts(item).pictureToken = facts(source).pictureToken;
+  if (facts(item).picture == 0) facts(item).picture = facts(source).picture;
   if (facts(item).fixedBytes == 0) facts(item).fixedBytes = facts(source).fixedBytes;
-  facts(item).noSign = facts(source).noSign;
-  facts(item).isUnsigned = facts(source).isUnsigned;
+  facts(item).held.noSign = facts(source).held.noSign;
+  facts(item).held.isUnsigned = facts(source).held.isUnsigned;
   const auto inside = [&](int below) {
     for (int up = item; up >= 0; up = at(up).parent)
       if (up == below) return true;
@@ -339,18 +335,23 @@ void ItemTree::copyType(const DataEntry& entry, int item) {
     facts(item).lastChild = moved(facts(source).lastChild);
   }
   for (int old = source + 1; old < end; ++old) {
-    Construct copy = at(old);
-    Facts known = facts(old);
+    Construct& copy = append();
+    copy = at(old);
+    copy.program = m_blank.program;
+    copy.section = m_blank.section;
+    copy.file = m_blank.file;
     copy.parent = copy.kind == Kind::renames ? item : moved(copy.parent);
     copy.firstChild = moved(copy.firstChild);
     copy.nextSibling = moved(copy.nextSibling);
     copy.redefines = moved(copy.redefines);
     copy.renamesFirst = moved(copy.renamesFirst);
     copy.renamesLast = moved(copy.renamesLast);
-    copy.record = at(item).record;
+    putInto(copy, at(item).record);
+    Facts& known = m_facts.back();
+    known = facts(old);
     known.lastChild = moved(known.lastChild);
     known.syncBelow = facts(item).syncBelow;
-    place(std::move(copy), known);
+    makeKnown(last(), known.name);
   }
 }
 
@@ -363,24 +364,17 @@ void ItemTree::referPictureCounts(std::uint32_t pictureToken, int construct) {
     if (inside.empty() || (inside.front() >= '0' && inside.front() <= '9' && integerOf(inside))) continue;
     const NameId name = m_stream.names.find(inside);
     if (name == 0) continue;
-    Position place = token(pictureToken).position();
-    place.column += static_cast<std::uint32_t>(open + 1);
-    place.length = static_cast<std::uint32_t>(inside.size());
-    m_analysis.references.push_back({.role = DataReference::Role::pictureCount,
-                                     .token = pictureToken,
-                                     .at = place,
-                                     .name = name,
-                                     .program = m_program,
-                                     .construct = construct,
-                                     .file = m_file});
+    DataReference& reference = refer(DataReference::Role::pictureCount, pictureToken, construct);
+    reference.name = name;
+    reference.at.column += static_cast<std::uint32_t>(open + 1);
+    reference.at.length = static_cast<std::uint32_t>(inside.size());
   }
 }
 
-int ItemTree::findSibling(NameId name, int parent, int before) const {
+int ItemTree::findSibling(NameId name, int parent) const {
   const int stop = parent < 0 ? static_cast<int>(m_begin) : parent;
-  for (int found = m_lastOfName[name]; found >= stop; found = facts(found).previousSameName)
-    if (found < before && at(found).program == m_program && at(found).parent == parent &&
-        at(found).kind != Kind::renames)
+  for (int found = m_named[name].item; found >= stop; found = facts(found).previousSameName)
+    if (at(found).program == m_blank.program && at(found).parent == parent && at(found).kind != Kind::renames)
       return found;
   return -1;
 }
@@ -405,14 +399,14 @@ bool ItemTree::qualifiersMatch(std::uint32_t nameToken, int item) const {
 
 int ItemTree::findInRecord(std::uint32_t nameToken, int record) const {
   if (record < 0) return -1;
-  for (int found = m_lastOfName[token(nameToken).text]; found >= record; found = facts(found).previousSameName)
+  for (int found = m_named[token(nameToken).text].item; found >= record; found = facts(found).previousSameName)
     if (at(found).record == record && at(found).kind != Kind::renames && qualifiersMatch(nameToken, found))
       return found;
   return -1;
 }
 
 int ItemTree::findAnywhere(std::uint32_t nameToken, int except) const {
-  for (int found = m_lastOfName[token(nameToken).text]; found >= 0; found = facts(found).previousSameName)
+  for (int found = m_named[token(nameToken).text].item; found >= 0; found = facts(found).previousSameName)
     if (found != except && at(found).kind != Kind::renames && qualifiersMatch(nameToken, found)) return found;
   return -1;
 }
@@ -452,6 +446,18 @@ std::optional<std::int64_t> ItemTree::constantOf(std::uint32_t from, std::uint32
   return result;
 }
 
+inline bool ItemTree::finishLeaf(Construct& construct, const Facts& known) {
+  const Shape& shape = knownShape(known);
+  construct.length = known.fixedBytes > 0 ? known.fixedBytes : shape.bytes;
+  if (construct.usage.empty()) construct.usage = shape.usage;
+  construct.digits = shape.digits;
+  construct.scale = shape.scale;
+  construct.isSigned = shape.isSigned;
+  if (known.syncBelow) setFlag(construct, true, synchronized_);
+  if (construct.length == 0 && known.noStorage) construct.length = known.literalLength;
+  return shape.isValid && (construct.length != 0 || known.picture != 0 || known.noStorage);
+}
+
 /// Bytes of one occurrence of an item that is declared before, or characters of a literal.
 std::optional<std::int64_t> ItemTree::lengthOf(std::uint32_t index) {
   if (token(index).kind == TokenKind::literal) return characters(m_stream.textOf(token(index)));
@@ -466,14 +472,15 @@ std::optional<std::int64_t> ItemTree::lengthOf(std::uint32_t index) {
   for (std::size_t i = static_cast<std::size_t>(record); i < aside.constructs.size(); ++i) {
     Construct& leaf = aside.constructs[i];
     if (leaf.record == record && leaf.hasStorage() && leaf.kind != Kind::renames && !leaf.isGroup())
-      finishLeaf(leaf, m_facts[i], unheard);
+      finishLeaf(leaf, m_facts[i]);
   }
-  m_pictures.clear();
+  forgetShapes();
   RecordLayout(aside, m_options, unheard).layOut(record);
   return aside.constructs[static_cast<std::size_t>(item)].length;
 }
 
 std::string_view ItemTree::valueText(std::uint32_t from, std::uint32_t to) {
+  if (to - from == 1 && token(from).kind != TokenKind::literal) return m_stream.textOf(token(from));
   std::string& result = m_value;
   result.clear();
   for (auto i = from; i < to; ++i) {
@@ -491,18 +498,22 @@ int ItemTree::addAt(const MadeItem& item, std::uint32_t nameToken) {
   Construct& construct = at(index);
   construct.flags = static_cast<std::uint16_t>(construct.flags & ~implicit_);
   setFlag(construct, token(nameToken).has(replaced), nameReplaced);
-  facts(index).name = token(nameToken).text;
-  facts(index).previousSameName = m_lastOfName[token(nameToken).text];
-  m_lastOfName[token(nameToken).text] = index;
+  makeKnown(index, token(nameToken).text);
   return index;
 }
 
+/// Records that a system supplies have the same picture many times over.
+std::uint32_t ItemTree::madePicture(std::string_view text) {
+  const bool isSame = text.data() == m_madeText.data() && text.size() == m_madeText.size();
+  if (!isSame) m_madePicture = pictureNumber(m_stream.names.find(text), text);
+  m_madeText = text;
+  return m_madePicture;
+}
+
 int ItemTree::addMade(const MadeItem& item, std::uint32_t nameToken) {
-  while (!m_stack.empty() && m_stack.back().level >= item.level)
-    m_stack.pop_back();
-  const int parent = m_stack.empty() ? -1 : m_stack.back().item;
-  const int index = static_cast<int>(m_analysis.constructs.size());
-  Construct construct;
+  const int parent = enclosing(item.level);
+  Construct& construct = append();
+  const int index = last();
   construct.level = item.level;
   construct.name = item.name.empty() ? "FILLER" : item.name;
   construct.kind = item.name.empty() ? Kind::filler : Kind::elementary;
@@ -511,32 +522,17 @@ int ItemTree::addMade(const MadeItem& item, std::uint32_t nameToken) {
   construct.flags = implicit_;
   construct.picture = item.picture;
   construct.parent = parent;
-  if (parent < 0) m_record = index;
-  construct.record = m_record;
+  if (parent >= 0) putInto(construct, m_record);
   if (item.occurs > 0) {
     construct.repeats = true;
     construct.occurs = construct.occursMin = item.occurs;
   }
-  if (parent < 0) construct.record = -1;
-  if (item.redefinesLast) construct.redefines = parent < 0 ? m_lastRoot : facts(parent).lastChild;
-  Facts known;
-  known.own = known.usage = item.usage;
-  place(std::move(construct), known);
-  hang(index, parent, item.level);
+  if (item.redefinesLast) construct.redefines = lastChild(parent);
+  Facts& known = facts(index);
+  known.own = known.held.usage = item.usage;
+  known.picture = madePicture(item.picture);
+  hang(index, parent);
   return index;
-}
-
-void ItemTree::hang(int index, int parent, int level) {
-  if (parent < 0) {
-    at(index).record = index;
-    m_lastRoot = index;
-    if (m_file >= 0) m_analysis.dataFiles[static_cast<std::size_t>(m_file)].records.push_back(index);
-  } else {
-    (facts(parent).lastChild < 0 ? at(parent).firstChild : at(facts(parent).lastChild).nextSibling) = index;
-    facts(parent).lastChild = index;
-  }
-  m_stack.push_back({level, index});
-  m_lastItem = index;
 }
 
 void ItemTree::finish() {
@@ -545,7 +541,7 @@ void ItemTree::finish() {
     const Facts& known = m_facts[i];
     if (!construct.hasStorage() || construct.kind == Kind::renames) continue;
     if (construct.firstChild < 0) {
-      finishLeaf(construct, known, m_diagnostics);
+      if (!finishLeaf(construct, known)) remarkPicture(construct, known);
       continue;
     }
     if (construct.kind != Kind::filler) construct.kind = Kind::group;
@@ -555,40 +551,34 @@ void ItemTree::finish() {
   }
 }
 
-// A program has many items and few pictures; equal ones are one text.
-const Picture& ItemTree::pictureOf(const Construct& construct) {
-  const auto [known, isNew] = m_pictures.try_emplace(construct.picture.data());
-  if (isNew) known->second = readPicture(construct.picture, m_rules);
-  return known->second;
+/// One that stands nowhere in the stream (id 0) is always a new one.
+std::uint32_t ItemTree::addPicture(NameId name, std::string_view text) {
+  if (text.empty()) return 0;
+  const auto number = static_cast<std::uint32_t>(m_pictures.size());
+  m_pictures.push_back({.text = text, .hasNames = hasNames(text), .held = {}, .shape = {}});
+  if (name != 0) m_named[name].picture = number;
+  return number;
 }
 
-void ItemTree::finishLeaf(Construct& construct, const Facts& known, Diagnostics& diagnostics) {
-  const auto remark = [&](Code code, std::uint32_t at, std::string text) {
-    diagnostics.add(code, Severity::warning, token(at).position(), std::move(text));
-  };
-  const bool hasPicture = !construct.picture.empty();
-  const Picture picture = hasPicture ? pictureOf(construct) : Picture{};
-  if (hasPicture && !picture.isValid)
-    remark(Code::PictureBad, known.pictureToken != 0 ? known.pictureToken : construct.token,
-           "not a PICTURE: " + std::string(construct.picture.substr(0, 60)));
-  const ItemForm form{.usage = effectiveUsage(known.usage, hasPicture ? &picture : nullptr),
-                      .picture = hasPicture ? &picture : nullptr,
-                      .signSeparate = known.sign == DataEntry::Sign::separate,
-                      .noSign = known.noSign};
-  const bool separable = form.usage == Usage::display || form.usage == Usage::national;
-  construct.length = known.fixedBytes > 0
-                         ? known.fixedBytes
-                         : bytesOf({form.usage, form.picture, form.signSeparate && separable, form.noSign}, m_options);
-  if (construct.usage.empty()) construct.usage = nameOf(form.usage);
-  construct.digits = picture.digits;
-  construct.scale = picture.scale;
-  construct.isSigned = picture.isSigned ||
-                       (form.usage >= Usage::binaryChar && form.usage <= Usage::binaryDouble && !known.isUnsigned) ||
-                       form.usage == Usage::comp1 || form.usage == Usage::comp2;
-  if (known.syncBelow) setFlag(construct, true, synchronized_);
-  if (construct.length == 0 && known.noStorage) construct.length = known.literalLength;
-  if (construct.length == 0 && !hasPicture && !known.noStorage)
-    remark(Code::PictureMissing, construct.token, "neither PICTURE nor subordinate items");
+void ItemTree::readShape(KnownPicture& memory, const Facts& known) {
+  const bool hasPicture = known.picture != 0;
+  const Picture picture = hasPicture ? readPicture(memory.text, m_rules) : Picture{};
+  memory.shape = shapeOf(hasPicture ? &picture : nullptr, known.held, m_options);
+  memory.held = known.held;
+  memory.isShaped = true;
+}
+
+/// Pictures mean something else once rules or constants are others.
+void ItemTree::forgetShapes() {
+  for (KnownPicture& picture : m_pictures)
+    picture.isShaped = false;
+}
+
+void ItemTree::remarkPicture(const Construct& construct, const Facts& known) {
+  if (known.picture == 0)
+    return remark(Code::PictureMissing, Severity::warning, construct.token, "neither PICTURE nor subordinate items");
+  remark(Code::PictureBad, Severity::warning, known.pictureToken != 0 ? known.pictureToken : construct.token,
+         "not a PICTURE: " + std::string(construct.picture.substr(0, 60)));
 }
 
 } // namespace cobol

@@ -226,7 +226,7 @@ bool isText(const Picture& picture) {
 }
 
 /// Sizes that the usage alone decides; 0: the picture is needed.
-std::int64_t bytesOfUsage(Usage usage, const Options& options) {
+int bytesOfUsage(Usage usage, int pointerBytes) {
   switch (usage) {
   case Usage::comp1:
   case Usage::binaryLong:
@@ -252,7 +252,7 @@ std::int64_t bytesOfUsage(Usage usage, const Options& options) {
   case Usage::functionPointer:
   case Usage::programPointer:
   case Usage::objectReference:
-    return options.pointerBytes;
+    return pointerBytes;
   default:
     return 0;
   }
@@ -295,8 +295,7 @@ std::string_view nameOf(Usage usage) {
 }
 
 bool needsNoPicture(Usage usage) {
-  static const Options options; // whether it is 0 is the same with all of them
-  return bytesOfUsage(usage, options) > 0;
+  return bytesOfUsage(usage, 4) > 0;
 }
 
 Picture readPicture(std::string_view text, const PictureRules& rules) {
@@ -306,6 +305,15 @@ Picture readPicture(std::string_view text, const PictureRules& rules) {
   while (runs.next(run))
     counter.take(run);
   return counter.result(runs.valid && !text.empty());
+}
+
+bool hasNames(std::string_view picture) {
+  bool inside = false;
+  for (const char c : picture) {
+    if (inside && c != ')' && !isDigit(c)) return true;
+    inside = c == '(' || (inside && c != ')');
+  }
+  return false;
 }
 
 Usage effectiveUsage(Usage given, const Picture* picture) {
@@ -325,7 +333,7 @@ Usage effectiveUsage(Usage given, const Picture* picture) {
 }
 
 std::int64_t bytesOf(const ItemForm& form, const Options& options) {
-  if (const auto bytes = bytesOfUsage(form.usage, options)) return bytes;
+  if (const int bytes = bytesOfUsage(form.usage, options.pointerBytes)) return bytes;
   if (form.picture == nullptr) return 0;
   const Picture& picture = *form.picture;
   const int sign = form.signSeparate && picture.isSigned ? 1 : 0;
@@ -351,6 +359,24 @@ std::int64_t bytesOf(const ItemForm& form, const Options& options) {
     }
   }
   return picture.bytes + sign;
+}
+
+Shape shapeOf(const Picture* picture, const Representation& held, const Options& options) {
+  const Usage usage = effectiveUsage(held.usage, picture);
+  const bool separable = usage == Usage::display || usage == Usage::national;
+  const ItemForm form{.usage = usage,
+                      .picture = picture,
+                      .signSeparate = separable && held.sign == Representation::Sign::separate,
+                      .noSign = held.noSign};
+  Shape shape{.bytes = bytesOf(form, options), .usage = nameOf(usage)};
+  shape.isSigned = (usage >= Usage::binaryChar && usage <= Usage::binaryDouble && !held.isUnsigned) ||
+                   usage == Usage::comp1 || usage == Usage::comp2;
+  if (picture == nullptr) return shape;
+  shape.digits = picture->digits;
+  shape.scale = picture->scale;
+  shape.isSigned = shape.isSigned || picture->isSigned;
+  shape.isValid = picture->isValid;
+  return shape;
 }
 
 } // namespace cobol

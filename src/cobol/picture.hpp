@@ -76,6 +76,9 @@ struct Picture {
 /// position and makes it invalid. Counts are cut at 2^31-1.
 Picture readPicture(std::string_view text, const PictureRules& rules);
 
+/// Whether constants stand as counts in a picture, as in `9(NAME)`.
+bool hasNames(std::string_view picture);
+
 /// One elementary item as far as its size depends on it.
 struct ItemForm {
   Usage usage = Usage::none;
@@ -90,5 +93,27 @@ std::int64_t bytesOf(const ItemForm& form, const Options& options);
 /// The usage an item really has: that of its picture (N national, G DISPLAY-1, U UTF-8) where none or DISPLAY is given,
 /// DISPLAY for texts that inherit a numeric usage.
 Usage effectiveUsage(Usage given, const Picture* picture);
+
+/// How an item holds its value, as far as clauses tell that groups may have in its stead.
+struct Representation {
+  enum class Sign : std::uint8_t { unset, together, separate };
+  Usage usage = Usage::none;
+  Sign sign = Sign::unset;
+  bool noSign = false;
+  bool isUnsigned = false;
+
+  bool operator==(const Representation&) const = default;
+};
+
+/// What picture and representation make of an elementary item.
+struct Shape {
+  std::int64_t bytes = 0;
+  std::string_view usage; ///< the name of the usage it really has
+  int digits = 0;
+  int scale = 0;
+  bool isSigned = false;
+  bool isValid = true; ///< as Picture::isValid
+};
+Shape shapeOf(const Picture* picture, const Representation& held, const Options& options);
 
 } // namespace cobol

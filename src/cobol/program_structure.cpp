@@ -45,19 +45,14 @@ class EventScan {
   EventScan(const TokenStream& stream, const Words& words) : m_stream(stream), m_words(words) {}
 
   void run() {
-    const auto count = static_cast<std::uint32_t>(m_stream.tokens.size());
-    for (std::uint32_t i = 0; i < count; ++i) {
-      const Token& token = m_stream.tokens[i];
-      if (token.kind == TokenKind::number && periodAt(i - 1)) ++entries;
-      if (token.kind != TokenKind::word) continue;
-      const Word word = m_words.of(token.text);
-      if (!kLookedAt[static_cast<std::size_t>(word)]) continue;
-      if (token.has(inExec)) {
-        if (word == Word::cics && i > 0 && wordAt(i - 1, true) == Word::exec) m_cics.push_back(i);
-        if (word == Word::dli && i > 0 && wordAt(i - 1, true) == Word::exec) m_dli.push_back(i);
-        continue;
+    const Token* const first = m_stream.tokens.data();
+    for (const Token& token : m_stream.tokens) {
+      if (token.kind == TokenKind::word) {
+        const Word word = m_words.of(token.text);
+        if (kLookedAt[static_cast<std::size_t>(word)]) lookAt(static_cast<std::uint32_t>(&token - first), word);
+      } else if (token.kind == TokenKind::number && &token != first && (&token - 1)->kind == TokenKind::period) {
+        ++entries;
       }
-      header(i, word);
     }
   }
 
@@ -78,6 +73,11 @@ class EventScan {
   }
   bool periodAt(std::uint32_t index) const {
     return index < m_stream.tokens.size() && m_stream.tokens[index].kind == TokenKind::period;
+  }
+  void lookAt(std::uint32_t i, Word word) {
+    if (!m_stream.tokens[i].has(inExec)) return header(i, word);
+    if (word == Word::cics && i > 0 && wordAt(i - 1, true) == Word::exec) m_cics.push_back(i);
+    if (word == Word::dli && i > 0 && wordAt(i - 1, true) == Word::exec) m_dli.push_back(i);
   }
   void add(Mark mark, std::uint32_t from, State state) {
     // IDENTIFICATION DIVISION stands in front of PROGRAM-ID, or of the factory or the object of a class.

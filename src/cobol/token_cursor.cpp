@@ -22,10 +22,6 @@ void TokenCursor::takeFillers() {
   }
 }
 
-void TokenCursor::skipPeriod() {
-  if (isPeriod()) next();
-}
-
 void TokenCursor::skipSentence() {
   while (!atEnd() && !isPeriod())
     next();
@@ -47,7 +43,7 @@ std::optional<std::uint32_t> TokenCursor::takeName() {
   const auto name = m_at;
   next();
   while ((word() == Word::of || word() == Word::in) && kind(1) == TokenKind::word)
-    m_at += 2;
+    moveTo(m_at + 2);
   while (isSymbol("("))
     skipParentheses();
   return name;
