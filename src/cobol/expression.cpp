@@ -13,7 +13,7 @@ constexpr std::uint32_t kPairsPerRelation = 4096;
 
 } // namespace
 
-bool StatementReader::isImpliedFunction() const {
+bool StatementReader::namesFunction() const {
   const Token& t = token();
   if (t.kind != TokenKind::word) return false;
   const bool inRepository = m_resolver.isFunction(t.text);
@@ -42,9 +42,8 @@ bool StatementReader::acceptFunction() {
   return true;
 }
 
-void StatementReader::takeTerm() {
-  const bool measured =
-      m_levels.back().sort == Level::Sort::function && m_levels.back().function == FunctionKind::length;
+/// `measured` tells that only the operand's length counts.
+void StatementReader::takeTerm(bool measured) {
   Operand taken = operand();
   if (measured && taken.isItem()) taken.sort = Operand::Sort::lengthOf;
   touch(taken, Access::read);
@@ -122,6 +121,14 @@ bool StatementReader::acceptArithmeticOperator() {
   return true;
 }
 
+// Without a sign, a parenthesis or a function it is one operand.
+TermRange StatementReader::primary() {
+  if (token().kind == TokenKind::symbol || atFunction()) return terms(false);
+  const std::uint32_t first = termCount();
+  if (atOperand()) takeTerm();
+  return {first, termCount()};
+}
+
 TermRange StatementReader::terms(bool operators) {
   const auto size = [this] { return static_cast<std::uint32_t>(m_terms.size()); };
   const std::uint32_t first = size();
@@ -167,7 +174,7 @@ TermRange StatementReader::terms(bool operators) {
       if (acceptFunction()) {
         expectsOperand = m_levels.size() > depth;
       } else if (atOperand()) {
-        takeTerm();
+        takeTerm(level.isMeasured());
         expectsOperand = false;
       } else if (level.sort == Level::Sort::function) {
         ++m_at; // LEADING, TRAILING, ALL …
@@ -347,7 +354,7 @@ void StatementReader::condition(TermRange subject) {
       } else if (acceptFunction()) {
         expectsOperand = m_levels.size() > depth;
       } else if (atOperand()) {
-        takeTerm();
+        takeTerm(m_levels.back().isMeasured());
         expectsOperand = false;
       } else if (m_levels.back().sort == Level::Sort::function) {
         ++m_at;

@@ -35,12 +35,13 @@ class ProcedureText {
       m_reader.advance();
       return;
     }
-    if (acceptHeader()) return;
-    m_sentenceStart = false;
-    if (m_reader.isVerb(t)) {
+    if (m_reader.isVerb(t)) { // no verb is a paragraph's name
+      m_sentenceStart = false;
       readStatement();
       return;
     }
+    if (acceptHeader()) return;
+    m_sentenceStart = false;
     const Keyword word = m_reader.keyword();
     if (word == Keyword::When) {
       closeToSelection();

@@ -8,6 +8,7 @@
 namespace cobol {
 
 Operand StatementReader::operand(Demand demand) {
+  if (isPlainName(token())) return reference(demand);
   const Keyword word = keyword();
   const bool length = word == Keyword::Length || word == Keyword::ByteLength;
   if ((length || (word == Keyword::Address && keyword(1) == Keyword::Of)) && !m_resolver.isDeclared(token().text)) {
@@ -30,14 +31,21 @@ Operand StatementReader::plainOperand(Demand demand) {
     return constant;
   }
   if (!atName() || atBoundary()) return {};
-  if ((token().text == m_responseCode || token().text == m_cicsValue) && isSymbol(token(1), '(')) {
-    const Operand constant{Operand::Sort::literal, m_at, 0, 0};
-    while (!atEnd() && !atSymbol(')') && token().kind != TokenKind::period)
-      ++m_at;
-    acceptSymbol(')');
-    return constant;
+  return reference(demand);
+}
+
+/// At a name.
+Operand StatementReader::reference(Demand demand) {
+  if (const Token& next = token(1); next.kind == TokenKind::symbol) {
+    if ((token().text == m_responseCode || token().text == m_cicsValue) && isSymbol(next, '(')) {
+      const Operand constant{Operand::Sort::literal, m_at, 0, 0};
+      while (!atEnd() && !atSymbol(')') && token().kind != TokenKind::period)
+        ++m_at;
+      acceptSymbol(')');
+      return constant;
+    }
+    if (next.text == m_inlineMethod) return methodCalled();
   }
-  if (token(1).kind == TokenKind::symbol && token(1).text == m_inlineMethod) return methodCalled();
   Operand result = named(demand);
   if (atSymbol('(')) result.part = parentheses(result);
   return result;
@@ -79,6 +87,9 @@ Operand StatementReader::named(Demand demand) {
     m_qualifiers.push_back(token(1).text);
     m_qualifierTokens.push_back(m_at + 1);
     m_at += 2;
+  }
+  if (m_qualifiers.empty()) {
+    if (const auto only = m_resolver.declaredOnce(name)) return operandOf(*only, result.token);
   }
   lookUp(result, name, demand);
   return result;

@@ -9,7 +9,6 @@ namespace cobol {
 
 namespace {
 
-constexpr std::uint32_t kNone = 0xFFFFFFFFU;
 constexpr std::size_t kMaxCandidates = 256;
 constexpr std::size_t kOften = 32;
 

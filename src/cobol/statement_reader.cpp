@@ -5,8 +5,8 @@
 namespace cobol {
 
 StatementReader::StatementReader(const TokenStream& stream, Analysis& analysis, Diagnostics& diagnostics)
-    : m_stream(stream), m_analysis(analysis), m_diagnostics(diagnostics), m_resolver(stream, analysis),
-      m_relations(stream, analysis, diagnostics) {
+    : m_stream(stream), m_tokens(stream.tokens.data()), m_analysis(analysis), m_diagnostics(diagnostics),
+      m_resolver(stream, analysis), m_relations(stream, analysis, diagnostics) {
   for (const char symbol : std::string_view("()+-*/=<>:&")) {
     m_symbolIds[static_cast<unsigned char>(symbol)] = stream.names.find({&symbol, 1});
   }
@@ -16,31 +16,13 @@ StatementReader::StatementReader(const TokenStream& stream, Analysis& analysis, 
   m_cicsValue = stream.names.find("DFHVALUE");
 }
 
-bool StatementReader::accept(Keyword word) {
-  if (!at(word)) return false;
-  ++m_at;
-  return true;
-}
-
 void StatementReader::skip(std::initializer_list<Keyword> words) {
   while (m_at < m_end && std::find(words.begin(), words.end(), keyword()) != words.end())
     ++m_at;
 }
 
-bool StatementReader::isSymbol(const Token& t, char symbol) const {
-  return t.kind == TokenKind::symbol && t.text == m_symbolIds[static_cast<unsigned char>(symbol)];
-}
-
-bool StatementReader::acceptSymbol(char symbol) {
-  if (!atSymbol(symbol)) return false;
-  ++m_at;
-  return true;
-}
-
-bool StatementReader::atName(std::uint32_t ahead) const {
-  const Token& t = token(ahead);
-  if (t.kind != TokenKind::word) return false;
-  switch (classOf(t.text)) {
+bool StatementReader::isNameHere(NameId word) const {
+  switch (classOf(word)) {
   case WordClass::none:
   case WordClass::context:
   case WordClass::specialRegister:
@@ -49,72 +31,19 @@ bool StatementReader::atName(std::uint32_t ahead) const {
   case WordClass::terminator:
     return false;
   default:
-    return m_resolver.isDeclared(t.text);
+    return m_resolver.isDeclared(word);
   }
 }
 
-bool StatementReader::atConstant() const {
-  const Token& t = token();
-  switch (t.kind) {
-  case TokenKind::number:
-  case TokenKind::literal:
-    return true;
-  case TokenKind::symbol:
-    return (isSymbol(t, '+') || isSymbol(t, '-')) && token(1).kind == TokenKind::number;
-  case TokenKind::word: {
-    const Keyword word = keywordOf(t.text);
-    if (word == Keyword::All)
-      return token(1).kind == TokenKind::literal || classOf(keyword(1)) == WordClass::figurative;
-    return classOf(word) == WordClass::figurative || word == Keyword::True || word == Keyword::False;
-  }
-  default:
-    return false;
-  }
+bool StatementReader::isConstantHere(Keyword word) const {
+  if (word == Keyword::All) return token(1).kind == TokenKind::literal || classOf(keyword(1)) == WordClass::figurative;
+  return classOf(word) == WordClass::figurative || word == Keyword::True || word == Keyword::False;
 }
 
-bool StatementReader::atOperand() const {
-  if (atBoundary()) return false;
-  if (atConstant() || atName()) return true;
+bool StatementReader::atOperandWord() const {
   const Keyword word = keyword();
   if (word == Keyword::Address) return keyword(1) == Keyword::Of;
   return word == Keyword::Length || word == Keyword::ByteLength || word == Keyword::Function;
-}
-
-bool StatementReader::isVerb(const Token& t) const {
-  if (t.kind != TokenKind::word) return false;
-  const Keyword word = keywordOf(t.text);
-  if (classOf(word) != WordClass::verb) return false;
-  switch (word) {
-  // Names that only some compilers reserve: a declaration decides.
-  case Keyword::Allocate:
-  case Keyword::Chain:
-  case Keyword::Commit:
-  case Keyword::Destroy:
-  case Keyword::Disable:
-  case Keyword::Enable:
-  case Keyword::Enter:
-  case Keyword::Examine:
-  case Keyword::Exhibit:
-  case Keyword::Free:
-  case Keyword::Json:
-  case Keyword::Modify:
-  case Keyword::Purge:
-  case Keyword::Raise:
-  case Keyword::Ready:
-  case Keyword::Receive:
-  case Keyword::Reset:
-  case Keyword::Resume:
-  case Keyword::Rollback:
-  case Keyword::Send:
-  case Keyword::Service:
-  case Keyword::Transform:
-  case Keyword::Unlock:
-  case Keyword::Validate:
-  case Keyword::Xml:
-    return !m_resolver.isDeclared(t.text);
-  default:
-    return true;
-  }
 }
 
 std::uint32_t StatementReader::phraseLength() const {
@@ -159,45 +88,20 @@ bool StatementReader::atProcedureName(bool sentenceStart) const {
   return isSection || token(1).kind == TokenKind::period || (sentenceStart && token(1).has(TokenFlag::lineStart));
 }
 
-bool StatementReader::atBoundary() const {
-  const Token& t = token();
-  if (m_at >= m_end || t.kind == TokenKind::period || t.kind == TokenKind::end) return true;
-  if (t.kind != TokenKind::word) return false;
-  if (t.has(TokenFlag::areaA) && atProcedureName(false)) return true;
-  if (t.text >= keywordCount()) return false;
-  const Keyword word = keywordOf(t.text);
-  switch (classOf(word)) {
-  case WordClass::verb:
-    return isVerb(t);
-  case WordClass::terminator:
-    return true;
-  case WordClass::none:
-  case WordClass::context:
-  case WordClass::figurative:
+bool StatementReader::endsStatement(const Token& word) const {
+  if (word.has(TokenFlag::areaA) && atProcedureName(false)) return true;
+  switch (endingOf(word.text)) {
+  case Ending::none:
     return false;
-  default:
-    break;
-  }
-  switch (word) {
-  case Keyword::Else:
-  case Keyword::When:
+  case Ending::verb:
+  case Ending::closer:
     return true;
-  case Keyword::Next:
-    return keyword(1) == Keyword::Sentence;
-  case Keyword::Not:
-  case Keyword::On:
-  case Keyword::At:
-  case Keyword::Size:
-  case Keyword::Invalid:
-  case Keyword::Exception:
-  case Keyword::Overflow:
-  case Keyword::End:
-  case Keyword::EndOfPage:
-  case Keyword::Eop:
-    return phraseLength() > 0;
-  default:
-    return false;
+  case Ending::softVerb:
+    return !m_resolver.isDeclared(word.text);
+  case Ending::phrase:
+    return keywordOf(word.text) == Keyword::Next ? keyword(1) == Keyword::Sentence : phraseLength() > 0;
   }
+  return false;
 }
 
 void StatementReader::touch(std::uint32_t construct, std::uint32_t token, Access access) {
@@ -330,11 +234,11 @@ void StatementReader::generic() {
 }
 
 void StatementReader::diagnose(Code code, Severity severity, std::uint32_t token, std::string text) {
-  m_diagnostics.add(code, severity, m_stream.tokens[token].position(), std::move(text));
+  m_diagnostics.add(code, severity, m_tokens[token].position(), std::move(text));
 }
 
 void StatementReader::addPlace(std::string_view kindWord, std::string_view name, std::uint32_t token) {
-  m_analysis.places.push_back({kindWord, m_analysis.texts->keep(name), m_stream.tokens[token].position()});
+  m_analysis.places.push_back({kindWord, m_analysis.texts->keep(name), m_tokens[token].position()});
 }
 
 // Stable. Declarations, references of clauses and statements come as runs in which nothing has far to go.
@@ -374,7 +278,7 @@ void StatementReader::finish() {
     const Noted& n = m_noted[i];
     const bool again = i > 0 && m_noted[i - 1].token == n.token && m_noted[i - 1].construct == n.construct;
     if (again) continue;
-    const Token& token = m_stream.tokens[n.token];
+    const Token& token = m_tokens[n.token];
     Position at = token.position();
     std::uint16_t further = token.further;
     if (token.kind == TokenKind::picture) {

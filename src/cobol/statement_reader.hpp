@@ -13,6 +13,7 @@
 #include "cobol/relations.hpp"
 #include "cobol/resolve.hpp"
 #include "cobol/special_registers.hpp"
+#include "cobol/statements.hpp"
 #include "cobol/token.hpp"
 
 namespace cobol {
@@ -73,31 +74,58 @@ class StatementReader {
   void moveTo(std::uint32_t index) { m_at = index; }
   void advance(std::uint32_t count = 1) { m_at += count; }
   const Token& token(std::uint32_t ahead = 0) const {
-    return m_at + ahead < m_end ? m_stream.tokens[m_at + ahead] : m_nothing;
+    return m_at + ahead < m_end ? m_tokens[m_at + ahead] : m_nothing;
   }
   Keyword keyword(std::uint32_t ahead = 0) const {
     const Token& t = token(ahead);
     return t.kind == TokenKind::word ? keywordOf(t.text) : Keyword::None;
   }
   bool at(Keyword word) const { return keyword() == word; }
-  bool accept(Keyword word);
+  bool accept(Keyword word) {
+    if (!at(word)) return false;
+    ++m_at;
+    return true;
+  }
   /// Passes over any of the words, in any order and number.
   void skip(std::initializer_list<Keyword> words);
   bool atSymbol(char symbol) const { return isSymbol(token(), symbol); }
-  bool acceptSymbol(char symbol);
-  bool isSymbol(const Token& t, char symbol) const;
+  bool acceptSymbol(char symbol) {
+    if (!atSymbol(symbol)) return false;
+    ++m_at;
+    return true;
+  }
+  bool isSymbol(const Token& t, char symbol) const {
+    return t.kind == TokenKind::symbol && t.text == m_symbolIds[static_cast<unsigned char>(symbol)];
+  }
   std::string_view text(const Token& t) const { return m_stream.textOf(t); }
   /// A word that can be a data name here: not reserved, or declared all the same.
-  bool atName(std::uint32_t ahead = 0) const;
+  bool atName(std::uint32_t ahead = 0) const {
+    const Token& t = token(ahead);
+    return t.kind == TokenKind::word && (t.text >= keywordCount() || isNameHere(t.text));
+  }
   /// A number, a literal or a figurative constant.
-  bool atConstant() const;
+  bool atConstant() const {
+    const Token& t = token();
+    if (t.kind == TokenKind::number || t.kind == TokenKind::literal) return true;
+    return t.kind == TokenKind::word ? t.text < keywordCount() && isConstantHere(keywordOf(t.text)) : atSignedNumber();
+  }
   /// A name, a constant, LENGTH OF, ADDRESS OF or FUNCTION.
-  bool atOperand() const;
+  bool atOperand() const {
+    return isPlainName(token()) || (!atBoundary() && (atConstant() || atName() || atOperandWord()));
+  }
   /// A function, with the word FUNCTION or without it.
   bool atFunction() const { return at(Keyword::Function) || isImpliedFunction(); }
-  bool isVerb(const Token& t) const;
+  bool isVerb(const Token& t) const {
+    if (t.kind != TokenKind::word) return false;
+    const Ending ending = endingOf(t.text);
+    return ending == Ending::verb || (ending == Ending::softVerb && !m_resolver.isDeclared(t.text));
+  }
   /// Where the statement's operands end: period, verb, scope terminator, ELSE, WHEN, a conditional phrase.
-  bool atBoundary() const;
+  bool atBoundary() const {
+    const Token& t = token();
+    if (t.kind != TokenKind::word) return t.kind == TokenKind::period || t.kind == TokenKind::end;
+    return !isPlainName(t) && endsStatement(t);
+  }
   /// The name of a section or paragraph where it is defined: `sentenceStart` tells that a period stands before.
   bool atProcedureName(bool sentenceStart) const;
   /// How many words the conditional phrase here has (ON SIZE ERROR, NOT AT END …); 0: there is none.
@@ -133,7 +161,7 @@ class StatementReader {
   /// An arithmetic expression; every dataname is read.
   TermRange expression() { return terms(true); }
   /// One operand, perhaps a function with its arguments.
-  TermRange primary() { return terms(false); }
+  TermRange primary();
   /// A condition, or one object of EVALUATE if `subject` is given. Pairs compared are related.
   void condition(TermRange subject = {});
   /// Whether the condition read last held a test of its own, so that its value is true or false.
@@ -194,6 +222,8 @@ class StatementReader {
     bool related = false;   ///< the group holds a condition
     TermRange subject{};
     std::uint32_t side = 0; ///< first term of the side that is being read
+
+    bool isMeasured() const { return sort == Sort::function && function == FunctionKind::length; }
   };
   struct Mark {
     std::uint32_t begin;
@@ -209,7 +239,18 @@ class StatementReader {
     std::uint32_t pending = 0; ///< first of the operands read inside
   };
 
+  /// A name that no compiler reserves and that begins no paragraph: nearly every operand is one.
+  static bool isPlainName(const Token& t) {
+    return t.kind == TokenKind::word && t.text >= keywordCount() && !t.has(TokenFlag::areaA);
+  }
+  bool isNameHere(NameId word) const;
+  bool isConstantHere(Keyword word) const;
+  bool atSignedNumber() const { return (atSymbol('+') || atSymbol('-')) && token(1).kind == TokenKind::number; }
+  bool atOperandWord() const;
+  bool endsStatement(const Token& word) const;
+
   Operand plainOperand(Demand demand);
+  Operand reference(Demand demand);
   Operand methodCalled();
   Operand named(Demand demand);
   void lookUp(Operand& operand, NameId name, Demand demand);
@@ -220,10 +261,11 @@ class StatementReader {
   bool openParenthesis(const Operand& base);
   void closeParenthesis();
   /// A function whose name stands without the word FUNCTION.
-  bool isImpliedFunction() const;
+  bool isImpliedFunction() const { return (isSymbol(token(1), '(') || m_resolver.hasRepository()) && namesFunction(); }
+  bool namesFunction() const;
   bool acceptFunction();
   TermRange terms(bool operators);
-  void takeTerm();
+  void takeTerm(bool measured = false);
   static void endChain(Level& level, std::uint32_t size, std::vector<Mark>& marks);
   static void endSum(Level& level, std::uint32_t size, std::vector<Mark>& marks);
   void closeFunction(const Level& level);
@@ -239,6 +281,7 @@ class StatementReader {
   bool acceptArithmeticOperator();
 
   const TokenStream& m_stream;
+  const Token* m_tokens;
   Analysis& m_analysis;
   Diagnostics& m_diagnostics;
   Resolver m_resolver;
