@@ -14,6 +14,7 @@ StatementReader::StatementReader(const TokenStream& stream, Analysis& analysis, 
   m_inlineMethod = stream.names.find("::");
   m_responseCode = stream.names.find("DFHRESP");
   m_cicsValue = stream.names.find("DFHVALUE");
+  m_noted.reserve(2 * analysis.constructs.size());
 }
 
 void StatementReader::skip(std::initializer_list<Keyword> words) {
@@ -104,10 +105,6 @@ bool StatementReader::endsStatement(const Token& word) const {
   return false;
 }
 
-void StatementReader::touch(std::uint32_t construct, std::uint32_t token, Access access) {
-  m_noted.push_back({token, construct, m_verb, access});
-}
-
 void StatementReader::touch(const Operand& operand, Access access) {
   if (operand.sort == Operand::Sort::lengthOf || (operand.sort == Operand::Sort::addressOf && access == Access::read)) {
     access = Access::named;
@@ -121,14 +118,8 @@ void StatementReader::touchPlaced(NameId name, std::uint32_t token, Position at)
   m_resolver.find(name, {}, found);
   for (const std::uint32_t construct : found) {
     touch(construct, token, Access::read);
-    m_placed.try_emplace({token, construct}, at);
+    m_placed.try_emplace(placeOf(token, construct), at);
   }
-}
-
-Operand StatementReader::operandOf(std::uint32_t construct, std::uint32_t token) {
-  Operand made{Operand::Sort::item, token, static_cast<std::uint32_t>(m_pool.size()), 1};
-  m_pool.push_back(construct);
-  return made;
 }
 
 Operand StatementReader::recordsOf(int file, std::uint32_t token) {
@@ -269,23 +260,19 @@ void sortRuns(std::vector<Item>& items, Before before) {
 }
 
 void StatementReader::finish() {
-  const auto inTextOrder = [](const Noted& a, const Noted& b) {
-    return a.token != b.token ? a.token < b.token : a.construct < b.construct;
-  };
-  sortRuns(m_noted, inTextOrder);
+  sortRuns(m_noted, [](const Noted& a, const Noted& b) { return a.place < b.place; });
   m_analysis.instances.reserve(m_noted.size());
-  for (std::size_t i = 0; i < m_noted.size(); ++i) {
-    const Noted& n = m_noted[i];
-    const bool again = i > 0 && m_noted[i - 1].token == n.token && m_noted[i - 1].construct == n.construct;
-    if (again) continue;
-    const Token& token = m_tokens[n.token];
-    Position at = token.position();
-    std::uint16_t further = token.further;
+  std::uint64_t last = 0;
+  for (const Noted& noted : m_noted) {
+    if (noted.place == last && !m_analysis.instances.empty()) continue;
+    last = noted.place;
+    const Token& token = m_tokens[noted.place >> 32];
+    Instance made{static_cast<std::uint32_t>(noted.place), noted.access, token.further, token.position(), noted.verb};
     if (token.kind == TokenKind::picture) {
-      further = 0;
-      if (const auto placed = m_placed.find({n.token, n.construct}); placed != m_placed.end()) at = placed->second;
+      made.further = 0;
+      if (const auto placed = m_placed.find(noted.place); placed != m_placed.end()) made.at = placed->second;
     }
-    m_analysis.instances.push_back({n.construct, n.access, further, at, n.verb});
+    m_analysis.instances.push_back(made);
   }
   m_relations.finish();
 }

@@ -5,7 +5,6 @@
 #include <map>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "cobol/analysis.hpp"
@@ -140,7 +139,9 @@ class StatementReader {
   /// Reads names and touches them until something else comes.
   void readAll(Access access, Demand demand = Demand::dataName);
   void touch(const Operand& operand, Access access);
-  void touch(std::uint32_t construct, std::uint32_t token, Access access);
+  void touch(std::uint32_t construct, std::uint32_t token, Access access) {
+    m_noted.push_back({placeOf(token, construct), m_verb, access});
+  }
   /// A name inside a token, such as a constant in a PICTURE; it is read if it is declared.
   void touchPlaced(NameId name, std::uint32_t token, Position at);
   std::uint32_t candidate(const Operand& operand, std::uint32_t k) const { return m_pool[operand.first + k]; }
@@ -151,7 +152,10 @@ class StatementReader {
   /// In EXEC text: a host variable behind its colon, `A.B` meaning B OF A.
   Operand hostVariable();
   /// An operand that stands for one construct.
-  Operand operandOf(std::uint32_t construct, std::uint32_t token);
+  Operand operandOf(std::uint32_t construct, std::uint32_t token) {
+    m_pool.push_back(construct);
+    return {Operand::Sort::item, token, static_cast<std::uint32_t>(m_pool.size() - 1), 1};
+  }
   /// An operand for every record of a file.
   Operand recordsOf(int file, std::uint32_t token);
   /// A file's name, if one stands here; the word is passed over.
@@ -203,11 +207,13 @@ class StatementReader {
 
  private:
   struct Noted {
-    std::uint32_t token;
-    std::uint32_t construct;
+    std::uint64_t place; ///< token in the upper half, construct in the lower: the order of instances
     NameId verb;
     Access access;
   };
+  static std::uint64_t placeOf(std::uint32_t token, std::uint32_t construct) {
+    return (std::uint64_t{token} << 32) | construct;
+  }
   struct Level {
     enum class Sort : std::uint8_t { group, function };
     Sort sort = Sort::group;
@@ -303,7 +309,7 @@ class StatementReader {
   std::vector<NameId> m_qualifiers;
   std::vector<std::uint32_t> m_qualifierTokens;
   std::vector<Noted> m_noted;
-  std::map<std::pair<std::uint32_t, std::uint32_t>, Position> m_placed; ///< token and construct: where inside the token
+  std::map<std::uint64_t, Position> m_placed; ///< by `place`: where inside the token
   std::vector<int> m_ancestors;
   NameId m_power = 0;
   NameId m_inlineMethod = 0;
