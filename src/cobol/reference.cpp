@@ -7,8 +7,7 @@
 
 namespace cobol {
 
-Operand StatementReader::operand(Demand demand) {
-  if (isPlainName(token())) return reference(demand);
+Operand StatementReader::otherOperand(Demand demand) {
   const Keyword word = keyword();
   const bool length = word == Keyword::Length || word == Keyword::ByteLength;
   if ((length || (word == Keyword::Address && keyword(1) == Keyword::Of)) && !m_resolver.isDeclared(token().text)) {
@@ -77,21 +76,24 @@ void StatementReader::readAll(Access access, Demand demand) {
 }
 
 Operand StatementReader::named(Demand demand) {
+  const std::uint32_t nameToken = m_at++;
+  if (!atQualifier()) {
+    if (const auto only = m_resolver.declaredOnce(m_tokens[nameToken].text)) return operandOf(*only, nameToken);
+  }
+  return qualified(nameToken, demand);
+}
+
+/// Behind the name: its qualifiers, if there are any.
+Operand StatementReader::qualified(std::uint32_t nameToken, Demand demand) {
   Operand result;
-  result.token = m_at;
-  const NameId name = token().text;
-  ++m_at;
+  result.token = nameToken;
   m_qualifiers.clear();
   m_qualifierTokens.clear();
-  while ((at(Keyword::Of) || at(Keyword::In)) && token(1).kind == TokenKind::word) {
+  for (; atQualifier(); m_at += 2) {
     m_qualifiers.push_back(token(1).text);
     m_qualifierTokens.push_back(m_at + 1);
-    m_at += 2;
   }
-  if (m_qualifiers.empty()) {
-    if (const auto only = m_resolver.declaredOnce(name)) return operandOf(*only, result.token);
-  }
-  lookUp(result, name, demand);
+  lookUp(result, m_tokens[nameToken].text, demand);
   return result;
 }
 

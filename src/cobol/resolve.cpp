@@ -23,12 +23,13 @@ Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
       m_next(analysis.constructs.size(), kNone), m_ofProgram(analysis.programs.size()),
       m_head(stream.names.size(), kNone) {
   const auto& constructs = analysis.constructs;
-  for (std::uint32_t i = 0; i < constructs.size(); ++i) {
+  const auto count = static_cast<std::uint32_t>(constructs.size());
+  for (std::uint32_t i = 0, begin = 0; i < count; ++i) {
     m_names[i] = idOf(constructs[i]);
-    const auto program = static_cast<std::size_t>(constructs[i].program);
-    if (program >= m_ofProgram.size()) continue;
-    if (i == 0 || constructs[i - 1].program != constructs[i].program) m_ofProgram[program].push_back({i, i});
-    m_ofProgram[program].back().end = i + 1;
+    const int program = constructs[i].program;
+    if (i + 1 < count && constructs[i + 1].program == program) continue;
+    m_ofProgram[static_cast<std::size_t>(program)].push_back({begin, i + 1});
+    begin = i + 1;
   }
   for (std::size_t i = 0; i < analysis.dataFiles.size(); ++i) {
     m_fileNames.push_back(stream.names.find(analysis.dataFiles[i].name));

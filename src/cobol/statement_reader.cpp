@@ -89,20 +89,11 @@ bool StatementReader::atProcedureName(bool sentenceStart) const {
   return isSection || token(1).kind == TokenKind::period || (sentenceStart && token(1).has(TokenFlag::lineStart));
 }
 
-bool StatementReader::endsStatement(const Token& word) const {
+bool StatementReader::endsHere(const Token& word, Ending ending) const {
   if (word.has(TokenFlag::areaA) && atProcedureName(false)) return true;
-  switch (endingOf(word.text)) {
-  case Ending::none:
-    return false;
-  case Ending::verb:
-  case Ending::closer:
-    return true;
-  case Ending::softVerb:
-    return !m_resolver.isDeclared(word.text);
-  case Ending::phrase:
-    return keywordOf(word.text) == Keyword::Next ? keyword(1) == Keyword::Sentence : phraseLength() > 0;
-  }
-  return false;
+  if (ending == Ending::softVerb) return !m_resolver.isDeclared(word.text);
+  if (ending != Ending::phrase) return false;
+  return keywordOf(word.text) == Keyword::Next ? keyword(1) == Keyword::Sentence : phraseLength() > 0;
 }
 
 void StatementReader::touch(const Operand& operand, Access access) {

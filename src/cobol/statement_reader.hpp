@@ -123,7 +123,9 @@ class StatementReader {
   bool atBoundary() const {
     const Token& t = token();
     if (t.kind != TokenKind::word) return t.kind == TokenKind::period || t.kind == TokenKind::end;
-    return !isPlainName(t) && endsStatement(t);
+    if (isPlainName(t)) return false;
+    const Ending ending = endingOf(t.text);
+    return ending == Ending::verb || ending == Ending::closer || endsHere(t, ending);
   }
   /// The name of a section or paragraph where it is defined: `sentenceStart` tells that a period stands before.
   bool atProcedureName(bool sentenceStart) const;
@@ -133,7 +135,9 @@ class StatementReader {
   // References
   /// Reads `name {OF name} [(subscripts)] [(from:length)]`, LENGTH OF, ADDRESS OF or a constant. Instances are recorded
   /// for qualifiers and for what the parentheses hold; the operand itself is recorded by `touch`.
-  Operand operand(Demand demand = Demand::dataName);
+  Operand operand(Demand demand = Demand::dataName) {
+    return isPlainName(token()) ? reference(demand) : otherOperand(demand);
+  }
   /// Reads a name where one stands and touches it; otherwise nothing happens and the result is none.
   Operand read(Access access, Demand demand = Demand::dataName);
   /// Reads names and touches them until something else comes.
@@ -253,10 +257,16 @@ class StatementReader {
   bool isConstantHere(Keyword word) const;
   bool atSignedNumber() const { return (atSymbol('+') || atSymbol('-')) && token(1).kind == TokenKind::number; }
   bool atOperandWord() const;
-  bool endsStatement(const Token& word) const;
+  bool endsHere(const Token& word, Ending ending) const;
 
+  Operand otherOperand(Demand demand);
   Operand plainOperand(Demand demand);
   Operand reference(Demand demand);
+  bool atQualifier() const {
+    const Keyword word = keyword();
+    return (word == Keyword::Of || word == Keyword::In) && token(1).kind == TokenKind::word;
+  }
+  Operand qualified(std::uint32_t nameToken, Demand demand);
   Operand methodCalled();
   Operand named(Demand demand);
   void lookUp(Operand& operand, NameId name, Demand demand);

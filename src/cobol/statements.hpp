@@ -12,8 +12,8 @@ class StatementReader;
 enum class Ending : std::uint8_t {
   none,     ///< nothing: it belongs to the statement
   verb,     ///< begins the next one
-  softVerb, ///< a verb that only some compilers reserve: a declaration makes a name of it
   closer,   ///< ends it: a scope terminator, ELSE, WHEN
+  softVerb, ///< a verb that only some compilers reserve: a declaration makes a name of it
   phrase,   ///< may begin a conditional phrase, such as ON SIZE ERROR, or NEXT SENTENCE: the next words tell
 };
 extern const std::array<Ending, keywordCount()> kEndings;
