@@ -7,7 +7,8 @@
 
 namespace cobol {
 
-Operand StatementReader::otherOperand(Demand demand) {
+Operand StatementReader::longOperand(Demand demand) {
+  if (isPlainName(token())) return reference(demand);
   const Keyword word = keyword();
   const bool length = word == Keyword::Length || word == Keyword::ByteLength;
   if ((length || (word == Keyword::Address && keyword(1) == Keyword::Of)) && !m_resolver.isDeclared(token().text)) {

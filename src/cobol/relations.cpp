@@ -23,7 +23,6 @@ constexpr std::size_t kStepsPerMove = 2'000'000;
 
 /// A copybook that is copied twice gives the same place twice, not side by side.
 void dropRepeats(std::vector<cobol::Position>& sites, std::size_t from) {
-  if (sites.size() - from < 2) return;
   const auto begin = sites.begin() + static_cast<std::ptrdiff_t>(from);
   const bool ascend = std::adjacent_find(begin, sites.end(), std::greater_equal<>()) == sites.end();
   if (ascend) return;
@@ -363,7 +362,7 @@ void Relations::finish() {
   sites.reserve(m_entries.size());
   const auto close = [&] {
     if (all.empty()) return;
-    dropRepeats(sites, all.back().firstSite);
+    if (sites.size() - all.back().firstSite > 1) dropRepeats(sites, all.back().firstSite);
     all.back().siteCount = static_cast<std::uint32_t>(sites.size()) - all.back().firstSite;
   };
   const Entry* last = nullptr;

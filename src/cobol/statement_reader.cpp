@@ -74,7 +74,7 @@ std::uint32_t StatementReader::phraseLength() const {
   return ahead + length;
 }
 
-bool StatementReader::atProcedureName(bool sentenceStart) const {
+bool StatementReader::definesProcedure(bool sentenceStart) const {
   const Token& t = token();
   const bool canBe = t.kind == TokenKind::number || t.kind == TokenKind::word;
   if (!canBe || t.has(TokenFlag::inExec)) return false;
@@ -96,7 +96,7 @@ bool StatementReader::endsHere(const Token& word, Ending ending) const {
   return keywordOf(word.text) == Keyword::Next ? keyword(1) == Keyword::Sentence : phraseLength() > 0;
 }
 
-void StatementReader::touch(const Operand& operand, Access access) {
+void StatementReader::touchEach(const Operand& operand, Access access) {
   if (operand.sort == Operand::Sort::lengthOf || (operand.sort == Operand::Sort::addressOf && access == Access::read)) {
     access = Access::named;
   }
@@ -230,7 +230,8 @@ void sortRuns(std::vector<Item>& items, Before before) {
   constexpr std::size_t kManyRuns = 16;
   std::vector<std::ptrdiff_t> runs{0};
   const auto begin = items.begin();
-  for (std::ptrdiff_t next = 1; next < std::ssize(items); ++next) {
+  const std::ptrdiff_t size = std::ssize(items);
+  for (std::ptrdiff_t next = 1; next < size; ++next) {
     if (!before(begin[next], begin[next - 1])) continue;
     const std::ptrdiff_t limit = std::max(runs.back(), next - kFar);
     std::ptrdiff_t place = next - 1;

@@ -128,7 +128,9 @@ class StatementReader {
     return ending == Ending::verb || ending == Ending::closer || endsHere(t, ending);
   }
   /// The name of a section or paragraph where it is defined: `sentenceStart` tells that a period stands before.
-  bool atProcedureName(bool sentenceStart) const;
+  bool atProcedureName(bool sentenceStart) const {
+    return (sentenceStart || token().has(TokenFlag::areaA)) && definesProcedure(sentenceStart);
+  }
   /// How many words the conditional phrase here has (ON SIZE ERROR, NOT AT END …); 0: there is none.
   std::uint32_t phraseLength() const;
 
@@ -136,13 +138,22 @@ class StatementReader {
   /// Reads `name {OF name} [(subscripts)] [(from:length)]`, LENGTH OF, ADDRESS OF or a constant. Instances are recorded
   /// for qualifiers and for what the parentheses hold; the operand itself is recorded by `touch`.
   Operand operand(Demand demand = Demand::dataName) {
-    return isPlainName(token()) ? reference(demand) : otherOperand(demand);
+    if (atLoneName()) {
+      if (const auto only = m_resolver.declaredOnce(token().text)) return operandOf(*only, m_at++);
+    }
+    return longOperand(demand);
   }
   /// Reads a name where one stands and touches it; otherwise nothing happens and the result is none.
   Operand read(Access access, Demand demand = Demand::dataName);
   /// Reads names and touches them until something else comes.
   void readAll(Access access, Demand demand = Demand::dataName);
-  void touch(const Operand& operand, Access access);
+  void touch(const Operand& operand, Access access) {
+    if (operand.isItem() && operand.count == 1) {
+      touch(candidate(operand, 0), operand.token, access);
+    } else {
+      touchEach(operand, access);
+    }
+  }
   void touch(std::uint32_t construct, std::uint32_t token, Access access) {
     m_noted.push_back({placeOf(token, construct), m_verb, access});
   }
@@ -205,6 +216,7 @@ class StatementReader {
 
   std::vector<Block> blocks;     ///< open statements that own later words
   std::vector<Subject> subjects; ///< of the EVALUATE statements among them
+  std::vector<Operand> targets;  ///< of the SET in hand
 
   /// Orders the instances by their place and hands them and the relations to the analysis.
   void finish();
@@ -257,15 +269,25 @@ class StatementReader {
   bool isConstantHere(Keyword word) const;
   bool atSignedNumber() const { return (atSymbol('+') || atSymbol('-')) && token(1).kind == TokenKind::number; }
   bool atOperandWord() const;
+  bool definesProcedure(bool sentenceStart) const;
   bool endsHere(const Token& word, Ending ending) const;
 
-  Operand otherOperand(Demand demand);
+  /// A plain name without qualifiers, subscripts, a part or a method behind it.
+  bool atLoneName() const {
+    if (!isPlainName(token())) return false;
+    const Token& next = token(1);
+    if (next.kind == TokenKind::symbol) return !isSymbol(next, '(') && next.text != m_inlineMethod;
+    return next.kind != TokenKind::word || !isQualifying(next.text);
+  }
+  static bool isQualifying(NameId word) { return word == idOf(Keyword::Of) || word == idOf(Keyword::In); }
+  bool atQualifier() const {
+    const Token& t = token();
+    return t.kind == TokenKind::word && isQualifying(t.text) && token(1).kind == TokenKind::word;
+  }
+  void touchEach(const Operand& operand, Access access);
+  Operand longOperand(Demand demand);
   Operand plainOperand(Demand demand);
   Operand reference(Demand demand);
-  bool atQualifier() const {
-    const Keyword word = keyword();
-    return (word == Keyword::Of || word == Keyword::In) && token(1).kind == TokenKind::word;
-  }
   Operand qualified(std::uint32_t nameToken, Demand demand);
   Operand methodCalled();
   Operand named(Demand demand);
