@@ -23,13 +23,8 @@ bool StatementReader::namesFunction() const {
   return inRepository || kind != FunctionKind::none;
 }
 
-/// Passes over the name of a function and, if it has arguments, opens a level for them.
-bool StatementReader::acceptFunction() {
-  if (at(Keyword::Function)) {
-    ++m_at;
-  } else if (!isImpliedFunction()) {
-    return false;
-  }
+bool StatementReader::openFunction() {
+  accept(Keyword::Function);
   const FunctionKind kind = functionKind(text(token()));
   ++m_at;
   if (acceptSymbol('(')) {

@@ -22,14 +22,14 @@ Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
     : m_stream(stream), m_analysis(analysis), m_names(analysis.constructs.size()),
       m_next(analysis.constructs.size(), kNone), m_ofProgram(analysis.programs.size()),
       m_head(stream.names.size(), kNone) {
-  const auto& constructs = analysis.constructs;
-  const auto count = static_cast<std::uint32_t>(constructs.size());
-  for (std::uint32_t i = 0, begin = 0; i < count; ++i) {
-    m_names[i] = idOf(constructs[i]);
-    const int program = constructs[i].program;
-    if (i + 1 < count && constructs[i + 1].program == program) continue;
-    m_ofProgram[static_cast<std::size_t>(program)].push_back({begin, i + 1});
-    begin = i + 1;
+  int last = -1;
+  std::uint32_t i = 0;
+  for (const Construct& construct : analysis.constructs) {
+    auto& own = m_ofProgram[static_cast<std::size_t>(construct.program)];
+    if (construct.program != last) own.push_back({i, i});
+    last = construct.program;
+    m_names[i] = idOf(construct);
+    own.back().end = ++i;
   }
   for (std::size_t i = 0; i < analysis.dataFiles.size(); ++i) {
     m_fileNames.push_back(stream.names.find(analysis.dataFiles[i].name));

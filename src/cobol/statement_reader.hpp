@@ -301,7 +301,9 @@ class StatementReader {
   /// A function whose name stands without the word FUNCTION.
   bool isImpliedFunction() const { return (isSymbol(token(1), '(') || m_resolver.hasRepository()) && namesFunction(); }
   bool namesFunction() const;
-  bool acceptFunction();
+  /// Passes over the name of a function and, if it has arguments, opens a level for them.
+  bool acceptFunction() { return atFunction() && openFunction(); }
+  bool openFunction();
   TermRange terms(bool operators);
   void takeTerm(bool measured = false);
   static void endChain(Level& level, std::uint32_t size, std::vector<Mark>& marks);
