@@ -26,7 +26,7 @@ bool StatementReader::namesFunction() const {
 bool StatementReader::openFunction() {
   accept(Keyword::Function);
   const FunctionKind kind = functionKind(text(token()));
-  ++m_at;
+  advance();
   if (acceptSymbol('(')) {
     Level level;
     level.sort = Level::Sort::function;
@@ -111,7 +111,7 @@ bool StatementReader::acceptArithmeticOperator() {
   const bool isOperator =
       isSymbol(t, '+') || isSymbol(t, '-') || isSymbol(t, '*') || isSymbol(t, '/') || t.text == m_power;
   if (!isOperator) return false;
-  ++m_at;
+  advance();
   acceptSymbol('*'); // `**` in two pieces
   return true;
 }
@@ -138,7 +138,7 @@ TermRange StatementReader::terms(bool operators) {
     if (!expectsOperand && !nested && !operators) break;
     if (expectsOperand && (atSymbol('+') || atSymbol('-'))) {
       level.sawAdd = level.sawAdd || (atSymbol('-') && token(1).kind != TokenKind::number);
-      ++m_at;
+      advance();
     } else if (expectsOperand && acceptSymbol('(')) {
       Level group;
       group.begin = group.chain = group.side = size();
@@ -152,7 +152,7 @@ TermRange StatementReader::terms(bool operators) {
     } else if (!expectsOperand && (atSymbol('+') || atSymbol('-'))) {
       endChain(level, size(), m_marks);
       level.sawAdd = true;
-      ++m_at;
+      advance();
       expectsOperand = true;
     } else if (!expectsOperand && acceptArithmeticOperator()) {
       level.sawMultiply = true;
@@ -172,7 +172,7 @@ TermRange StatementReader::terms(bool operators) {
         takeTerm(level.isMeasured());
         expectsOperand = false;
       } else if (level.sort == Level::Sort::function) {
-        ++m_at; // LEADING, TRAILING, ALL …
+        advance(); // LEADING, TRAILING, ALL …
         expectsOperand = false;
       } else {
         break;
@@ -193,7 +193,7 @@ bool StatementReader::acceptRelationalOperator() {
     const std::string_view symbol = text(t);
     if (symbol != "=" && symbol != "<" && symbol != ">" && symbol != "<=" && symbol != ">=" && symbol != "<>")
       return false;
-    ++m_at;
+    advance();
     if (symbol == "<") acceptSymbol('>');
     if (symbol == "<" || symbol == ">") acceptSymbol('=');
     accept(Keyword::To);
@@ -201,20 +201,20 @@ bool StatementReader::acceptRelationalOperator() {
   }
   const Keyword word = keyword();
   if (word == Keyword::Equal || word == Keyword::Equals) {
-    ++m_at;
+    advance();
     accept(Keyword::To);
     return true;
   }
   if (word == Keyword::Greater || word == Keyword::Less) {
-    ++m_at;
+    advance();
     accept(Keyword::Than);
-    if (at(Keyword::Or) && keyword(1) == Keyword::Equal) m_at += 2;
+    if (at(Keyword::Or) && keyword(1) == Keyword::Equal) advance(2);
     accept(Keyword::To);
     return true;
   }
   const bool isOld = t.kind == TokenKind::word && (text(t) == "UNEQUAL" || text(t) == "EXCEEDS");
   if (!isOld || m_resolver.isDeclared(t.text)) return false;
-  ++m_at;
+  advance();
   accept(Keyword::To);
   return true;
 }
@@ -233,7 +233,7 @@ bool StatementReader::acceptClass() {
   case Keyword::Dbcs:
   case Keyword::Kanji:
   case Keyword::Omitted:
-    ++m_at;
+    advance();
     return true;
   default:
     break;
@@ -241,7 +241,7 @@ bool StatementReader::acceptClass() {
   // The name of a CLASS of SPECIAL-NAMES.
   if (token().kind != TokenKind::word || classOf(token().text) != WordClass::none) return false;
   if (m_resolver.isDeclared(token().text)) return false;
-  ++m_at;
+  advance();
   return true;
 }
 
@@ -301,14 +301,14 @@ bool StatementReader::closeGroup() {
 
 /// Behind an operand: a relational operator, a class or a sign.
 bool StatementReader::acceptTest() {
-  const std::uint32_t before = m_at;
+  const std::uint32_t before = index();
   Level& level = m_levels.back();
   accept(Keyword::Is);
-  if (at(Keyword::Not) && phraseLength() == 0) ++m_at;
+  if (at(Keyword::Not) && phraseLength() == 0) advance();
   const auto size = static_cast<std::uint32_t>(m_terms.size());
   const bool isRelation = acceptRelationalOperator();
   if (!isRelation && (level.pending || !acceptClass())) {
-    m_at = before;
+    moveTo(before);
     return false;
   }
   level.subject = {level.side, size};
@@ -331,11 +331,11 @@ void StatementReader::condition(TermRange subject) {
     const std::size_t depth = m_levels.size();
     if (expectsOperand) {
       if (at(Keyword::Not) && phraseLength() == 0) {
-        ++m_at;
+        advance();
       } else if (at(Keyword::Is)) {
-        ++m_at;
+        advance();
       } else if ((atSymbol('+') || atSymbol('-')) && token(1).kind != TokenKind::number) {
-        ++m_at;
+        advance();
       } else if (m_levels.back().hasSubject && acceptRelationalOperator()) {
         m_levels.back().pending = true;
         m_levels.back().related = true;
@@ -352,7 +352,7 @@ void StatementReader::condition(TermRange subject) {
         takeTerm(m_levels.back().isMeasured());
         expectsOperand = false;
       } else if (m_levels.back().sort == Level::Sort::function) {
-        ++m_at;
+        advance();
       } else {
         break;
       }
@@ -368,7 +368,7 @@ void StatementReader::condition(TermRange subject) {
     } else if (closeGroup()) {
       expectsOperand = false;
     } else if (at(Keyword::And) || at(Keyword::Or) || at(Keyword::Xor) || at(Keyword::Thru) || at(Keyword::Through)) {
-      ++m_at;
+      advance();
       endRelation(m_levels.back());
       m_levels.back().connected = true;
       m_levels.back().related = true;
@@ -391,7 +391,8 @@ void StatementReader::condition(TermRange subject) {
 TermRange StatementReader::subjectTerms(std::uint32_t from, std::uint32_t ordinal) {
   const auto begin = static_cast<std::uint32_t>(m_terms.size());
   for (std::size_t i = from; i < subjects.size(); ++i) {
-    if (subjects[i].ordinal == ordinal) m_terms.push_back({operandOf(subjects[i].construct, m_at), Term::Flow::plain});
+    if (subjects[i].ordinal == ordinal)
+      m_terms.push_back({operandOf(subjects[i].construct, index()), Term::Flow::plain});
   }
   return {begin, static_cast<std::uint32_t>(m_terms.size())};
 }

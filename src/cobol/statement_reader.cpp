@@ -18,8 +18,8 @@ StatementReader::StatementReader(const TokenStream& stream, Analysis& analysis, 
 }
 
 void StatementReader::skip(std::initializer_list<Keyword> words) {
-  while (m_at < m_end && std::find(words.begin(), words.end(), keyword()) != words.end())
-    ++m_at;
+  while (!atEnd() && std::find(words.begin(), words.end(), keyword()) != words.end())
+    advance();
 }
 
 bool StatementReader::isNameHere(NameId word) const {
@@ -127,7 +127,7 @@ int StatementReader::fileName() {
   const Token& t = token();
   if (t.kind != TokenKind::word || atBoundary()) return -1;
   const int file = m_resolver.findFile(t.text);
-  if (file >= 0 || classOf(t.text) == WordClass::none) ++m_at;
+  if (file >= 0 || classOf(t.text) == WordClass::none) advance();
   return file;
 }
 
@@ -210,7 +210,7 @@ void StatementReader::generic() {
     if (atName()) {
       touch(operand(Demand::declared), Access::read);
     } else {
-      ++m_at;
+      advance();
     }
   }
 }

@@ -66,15 +66,13 @@ class StatementReader {
 
   // Tokens
   /// Reads the tokens [from, to) next.
-  void open(std::uint32_t from, std::uint32_t to) { m_at = from, m_end = to; }
-  bool atEnd() const { return m_at >= m_end; }
-  std::uint32_t index() const { return m_at; }
-  std::uint32_t end() const { return m_end; }
-  void moveTo(std::uint32_t index) { m_at = index; }
-  void advance(std::uint32_t count = 1) { m_at += count; }
-  const Token& token(std::uint32_t ahead = 0) const {
-    return m_at + ahead < m_end ? m_tokens[m_at + ahead] : m_nothing;
-  }
+  void open(std::uint32_t from, std::uint32_t to) { m_here = m_tokens + from, m_limit = m_tokens + to; }
+  bool atEnd() const { return m_here >= m_limit; }
+  std::uint32_t index() const { return static_cast<std::uint32_t>(m_here - m_tokens); }
+  std::uint32_t end() const { return static_cast<std::uint32_t>(m_limit - m_tokens); }
+  void moveTo(std::uint32_t index) { m_here = m_tokens + index; }
+  void advance(std::uint32_t count = 1) { m_here += count; }
+  const Token& token(std::uint32_t ahead = 0) const { return m_here + ahead < m_limit ? m_here[ahead] : m_nothing; }
   Keyword keyword(std::uint32_t ahead = 0) const {
     const Token& t = token(ahead);
     return t.kind == TokenKind::word ? keywordOf(t.text) : Keyword::None;
@@ -82,7 +80,7 @@ class StatementReader {
   bool at(Keyword word) const { return keyword() == word; }
   bool accept(Keyword word) {
     if (!at(word)) return false;
-    ++m_at;
+    ++m_here;
     return true;
   }
   /// Passes over any of the words, in any order and number.
@@ -90,7 +88,7 @@ class StatementReader {
   bool atSymbol(char symbol) const { return isSymbol(token(), symbol); }
   bool acceptSymbol(char symbol) {
     if (!atSymbol(symbol)) return false;
-    ++m_at;
+    ++m_here;
     return true;
   }
   bool isSymbol(const Token& t, char symbol) const {
@@ -139,7 +137,10 @@ class StatementReader {
   /// for qualifiers and for what the parentheses hold; the operand itself is recorded by `touch`.
   Operand operand(Demand demand = Demand::dataName) {
     if (atLoneName()) {
-      if (const auto only = m_resolver.declaredOnce(token().text)) return operandOf(*only, m_at++);
+      if (const auto only = m_resolver.declaredOnce(token().text)) {
+        advance();
+        return operandOf(*only, index() - 1);
+      }
     }
     return longOperand(demand);
   }
@@ -327,8 +328,8 @@ class StatementReader {
   Resolver m_resolver;
   Relations m_relations;
   Token m_nothing{};
-  std::uint32_t m_at = 0;
-  std::uint32_t m_end = 0;
+  const Token* m_here = m_tokens; ///< at the end: at or behind `m_limit`
+  const Token* m_limit = m_tokens;
   NameId m_verb = 0;
   bool m_hadTest = false;
   int m_preferredParent = -1;
