@@ -208,14 +208,6 @@ void readDeclaredExec(StatementReader& reader, std::uint32_t from, std::uint32_t
   if (reader.accept(Keyword::Exec) || reader.accept(Keyword::Execute)) readExec(reader);
 }
 
-void addLiterals(const TokenStream& stream, Analysis& analysis) {
-  const auto next = [end = stream.tokens.end()](auto from) {
-    return std::find_if(from, end, [](const Token& token) { return token.kind == TokenKind::literal; });
-  };
-  for (auto token = next(stream.tokens.begin()); token != stream.tokens.end(); token = next(token + 1))
-    analysis.places.push_back({"LIT", stream.textOf(*token), token->position()});
-}
-
 } // namespace
 
 void readProcedures(const TokenStream& stream, const Options&, Analysis& analysis, Diagnostics& diagnostics) {
@@ -239,7 +231,9 @@ void readProcedures(const TokenStream& stream, const Options&, Analysis& analysi
     for (const auto& [from, to] : ranges)
       text.read(from, to);
   }
-  addLiterals(stream, analysis);
+  for (const Token& token : stream.tokens) {
+    if (token.kind == TokenKind::literal) analysis.places.push_back({"LIT", stream.textOf(token), token.position()});
+  }
   reader.finish();
 }
 

@@ -328,8 +328,8 @@ void Relations::takeDeclared(const std::vector<Relationship>& declared) {
   }
 }
 
-/// By their ends, kinds and sites; ends are so many that few entries share the first one.
-std::vector<Relations::Entry> Relations::sorted() const {
+// By ends, kind and site. Counting puts together what begins at the same construct; these are few each time.
+void Relations::sortEntries() {
   const auto fromOf = [](const Entry& entry) { return static_cast<std::size_t>(entry.ends >> 32); };
   std::vector<std::uint32_t> next(m_analysis.constructs.size() + 1);
   for (const Entry& entry : m_entries)
@@ -347,7 +347,7 @@ std::vector<Relations::Entry> Relations::sorted() const {
     if (end - begin > 1) std::sort(begin, end, before);
     begin = end;
   }
-  return entries;
+  m_entries = std::move(entries);
 }
 
 void Relations::finish() {
@@ -356,6 +356,7 @@ void Relations::finish() {
   for (Entry& entry : m_entries)
     entry.site += static_cast<std::uint32_t>(declaredSites.size());
   takeDeclared(declared);
+  sortEntries();
   std::vector<Relationship> all;
   std::vector<cobol::Position> sites;
   all.reserve(m_entries.size());
@@ -366,8 +367,7 @@ void Relations::finish() {
     all.back().siteCount = static_cast<std::uint32_t>(sites.size()) - all.back().firstSite;
   };
   const Entry* last = nullptr;
-  const std::vector<Entry> entries = sorted();
-  for (const Entry& entry : entries) {
+  for (const Entry& entry : m_entries) {
     if (last == nullptr || last->ends != entry.ends || last->kind != entry.kind) {
       close();
       all.push_back({static_cast<std::uint32_t>(entry.ends >> 32), static_cast<std::uint32_t>(entry.ends), entry.kind,

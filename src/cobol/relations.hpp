@@ -75,14 +75,14 @@ class Relations {
   void cutLeaves(std::uint32_t item, Part part, std::vector<Leaf>& leaves) const;
   bool align(const Meeting& meeting);
   void takeDeclared(const std::vector<Relationship>& declared);
-  std::vector<Entry> sorted() const;
+  void sortEntries();
 
   const TokenStream& m_stream;
   Analysis& m_analysis;
   Diagnostics& m_diagnostics;
   std::vector<Entry> m_entries;
-  std::map<Meeting, std::pair<std::size_t, std::size_t>> m_aligned; ///< by `align`, as the same moves come again: where
-                                                                    ///< in `m_pairs` its result begins and ends
+  /// Where the result of `align` begins and ends in `m_pairs`: the same moves come again.
+  std::map<Meeting, std::pair<std::size_t, std::size_t>> m_aligned;
   std::vector<Pair> m_pairs;
   std::vector<Open> m_open;
   std::vector<Leaf> m_left; ///< of the move in hand, as the next two

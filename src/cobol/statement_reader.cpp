@@ -254,9 +254,9 @@ void sortRuns(std::vector<Item>& items, Before before) {
 void StatementReader::finish() {
   sortRuns(m_noted, [](const Noted& a, const Noted& b) { return a.place < b.place; });
   m_analysis.instances.reserve(m_noted.size());
-  std::uint64_t last = 0;
+  std::uint64_t last = ~std::uint64_t{0}; // no place
   for (const Noted& noted : m_noted) {
-    if (noted.place == last && !m_analysis.instances.empty()) continue;
+    if (noted.place == last) continue;
     last = noted.place;
     const Token& token = m_tokens[noted.place >> 32];
     Instance made{static_cast<std::uint32_t>(noted.place), noted.access, token.further, token.position(), noted.verb};
