@@ -23,13 +23,13 @@ Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
       m_next(analysis.constructs.size(), kNone), m_ofProgram(analysis.programs.size()),
       m_head(stream.names.size(), kNone) {
   int last = -1;
-  std::uint32_t i = 0;
+  std::uint32_t index = 0;
   for (const Construct& construct : analysis.constructs) {
     auto& own = m_ofProgram[static_cast<std::size_t>(construct.program)];
-    if (construct.program != last) own.push_back({i, i});
+    if (construct.program != last) own.push_back({index, index});
     last = construct.program;
-    m_names[i] = idOf(construct);
-    own.back().end = ++i;
+    m_names[index] = idOf(construct);
+    own.back().end = ++index;
   }
   for (std::size_t i = 0; i < analysis.dataFiles.size(); ++i) {
     m_fileNames.push_back(stream.names.find(analysis.dataFiles[i].name));
