@@ -29,6 +29,7 @@ class CicsCommand {
  public:
   explicit CicsCommand(StatementReader& r) {
     const std::uint32_t last = r.end();
+    options.reserve(16); // most commands have fewer
     while (!r.atEnd()) {
       if (r.token().kind != TokenKind::word) {
         r.advance();

@@ -13,7 +13,7 @@ constexpr std::uint32_t kPairsPerRelation = 4096;
 
 } // namespace
 
-bool StatementReader::isImpliedFunction() const {
+bool StatementReader::namesFunction() const {
   const Token& t = token();
   if (t.kind != TokenKind::word) return false;
   const bool inRepository = m_resolver.isFunction(t.text);
@@ -23,15 +23,10 @@ bool StatementReader::isImpliedFunction() const {
   return inRepository || kind != FunctionKind::none;
 }
 
-/// Passes over the name of a function and, if it has arguments, opens a level for them.
-bool StatementReader::acceptFunction() {
-  if (at(Keyword::Function)) {
-    ++m_at;
-  } else if (!isImpliedFunction()) {
-    return false;
-  }
+bool StatementReader::openFunction() {
+  accept(Keyword::Function);
   const FunctionKind kind = functionKind(text(token()));
-  ++m_at;
+  advance();
   if (acceptSymbol('(')) {
     Level level;
     level.sort = Level::Sort::function;
@@ -42,9 +37,8 @@ bool StatementReader::acceptFunction() {
   return true;
 }
 
-void StatementReader::takeTerm() {
-  const bool measured =
-      m_levels.back().sort == Level::Sort::function && m_levels.back().function == FunctionKind::length;
+/// `measured` tells that only the operand's length counts.
+void StatementReader::takeTerm(bool measured) {
   Operand taken = operand();
   if (measured && taken.isItem()) taken.sort = Operand::Sort::lengthOf;
   touch(taken, Access::read);
@@ -117,9 +111,17 @@ bool StatementReader::acceptArithmeticOperator() {
   const bool isOperator =
       isSymbol(t, '+') || isSymbol(t, '-') || isSymbol(t, '*') || isSymbol(t, '/') || t.text == m_power;
   if (!isOperator) return false;
-  ++m_at;
+  advance();
   acceptSymbol('*'); // `**` in two pieces
   return true;
+}
+
+// Without a sign, a parenthesis or a function it is one operand.
+TermRange StatementReader::primary() {
+  if (token().kind == TokenKind::symbol || atFunction()) return terms(false);
+  const std::uint32_t first = termCount();
+  if (atOperand()) takeTerm();
+  return {first, termCount()};
 }
 
 TermRange StatementReader::terms(bool operators) {
@@ -136,7 +138,7 @@ TermRange StatementReader::terms(bool operators) {
     if (!expectsOperand && !nested && !operators) break;
     if (expectsOperand && (atSymbol('+') || atSymbol('-'))) {
       level.sawAdd = level.sawAdd || (atSymbol('-') && token(1).kind != TokenKind::number);
-      ++m_at;
+      advance();
     } else if (expectsOperand && acceptSymbol('(')) {
       Level group;
       group.begin = group.chain = group.side = size();
@@ -150,7 +152,7 @@ TermRange StatementReader::terms(bool operators) {
     } else if (!expectsOperand && (atSymbol('+') || atSymbol('-'))) {
       endChain(level, size(), m_marks);
       level.sawAdd = true;
-      ++m_at;
+      advance();
       expectsOperand = true;
     } else if (!expectsOperand && acceptArithmeticOperator()) {
       level.sawMultiply = true;
@@ -167,10 +169,10 @@ TermRange StatementReader::terms(bool operators) {
       if (acceptFunction()) {
         expectsOperand = m_levels.size() > depth;
       } else if (atOperand()) {
-        takeTerm();
+        takeTerm(level.isMeasured());
         expectsOperand = false;
       } else if (level.sort == Level::Sort::function) {
-        ++m_at; // LEADING, TRAILING, ALL …
+        advance(); // LEADING, TRAILING, ALL …
         expectsOperand = false;
       } else {
         break;
@@ -191,7 +193,7 @@ bool StatementReader::acceptRelationalOperator() {
     const std::string_view symbol = text(t);
     if (symbol != "=" && symbol != "<" && symbol != ">" && symbol != "<=" && symbol != ">=" && symbol != "<>")
       return false;
-    ++m_at;
+    advance();
     if (symbol == "<") acceptSymbol('>');
     if (symbol == "<" || symbol == ">") acceptSymbol('=');
     accept(Keyword::To);
@@ -199,20 +201,20 @@ bool StatementReader::acceptRelationalOperator() {
   }
   const Keyword word = keyword();
   if (word == Keyword::Equal || word == Keyword::Equals) {
-    ++m_at;
+    advance();
     accept(Keyword::To);
     return true;
   }
   if (word == Keyword::Greater || word == Keyword::Less) {
-    ++m_at;
+    advance();
     accept(Keyword::Than);
-    if (at(Keyword::Or) && keyword(1) == Keyword::Equal) m_at += 2;
+    if (at(Keyword::Or) && keyword(1) == Keyword::Equal) advance(2);
     accept(Keyword::To);
     return true;
   }
   const bool isOld = t.kind == TokenKind::word && (text(t) == "UNEQUAL" || text(t) == "EXCEEDS");
   if (!isOld || m_resolver.isDeclared(t.text)) return false;
-  ++m_at;
+  advance();
   accept(Keyword::To);
   return true;
 }
@@ -231,7 +233,7 @@ bool StatementReader::acceptClass() {
   case Keyword::Dbcs:
   case Keyword::Kanji:
   case Keyword::Omitted:
-    ++m_at;
+    advance();
     return true;
   default:
     break;
@@ -239,7 +241,7 @@ bool StatementReader::acceptClass() {
   // The name of a CLASS of SPECIAL-NAMES.
   if (token().kind != TokenKind::word || classOf(token().text) != WordClass::none) return false;
   if (m_resolver.isDeclared(token().text)) return false;
-  ++m_at;
+  advance();
   return true;
 }
 
@@ -299,14 +301,14 @@ bool StatementReader::closeGroup() {
 
 /// Behind an operand: a relational operator, a class or a sign.
 bool StatementReader::acceptTest() {
-  const std::uint32_t before = m_at;
+  const std::uint32_t before = index();
   Level& level = m_levels.back();
   accept(Keyword::Is);
-  if (at(Keyword::Not) && phraseLength() == 0) ++m_at;
+  if (at(Keyword::Not) && phraseLength() == 0) advance();
   const auto size = static_cast<std::uint32_t>(m_terms.size());
   const bool isRelation = acceptRelationalOperator();
   if (!isRelation && (level.pending || !acceptClass())) {
-    m_at = before;
+    moveTo(before);
     return false;
   }
   level.subject = {level.side, size};
@@ -329,11 +331,11 @@ void StatementReader::condition(TermRange subject) {
     const std::size_t depth = m_levels.size();
     if (expectsOperand) {
       if (at(Keyword::Not) && phraseLength() == 0) {
-        ++m_at;
+        advance();
       } else if (at(Keyword::Is)) {
-        ++m_at;
+        advance();
       } else if ((atSymbol('+') || atSymbol('-')) && token(1).kind != TokenKind::number) {
-        ++m_at;
+        advance();
       } else if (m_levels.back().hasSubject && acceptRelationalOperator()) {
         m_levels.back().pending = true;
         m_levels.back().related = true;
@@ -347,10 +349,10 @@ void StatementReader::condition(TermRange subject) {
       } else if (acceptFunction()) {
         expectsOperand = m_levels.size() > depth;
       } else if (atOperand()) {
-        takeTerm();
+        takeTerm(m_levels.back().isMeasured());
         expectsOperand = false;
       } else if (m_levels.back().sort == Level::Sort::function) {
-        ++m_at;
+        advance();
       } else {
         break;
       }
@@ -366,7 +368,7 @@ void StatementReader::condition(TermRange subject) {
     } else if (closeGroup()) {
       expectsOperand = false;
     } else if (at(Keyword::And) || at(Keyword::Or) || at(Keyword::Xor) || at(Keyword::Thru) || at(Keyword::Through)) {
-      ++m_at;
+      advance();
       endRelation(m_levels.back());
       m_levels.back().connected = true;
       m_levels.back().related = true;
@@ -389,7 +391,8 @@ void StatementReader::condition(TermRange subject) {
 TermRange StatementReader::subjectTerms(std::uint32_t from, std::uint32_t ordinal) {
   const auto begin = static_cast<std::uint32_t>(m_terms.size());
   for (std::size_t i = from; i < subjects.size(); ++i) {
-    if (subjects[i].ordinal == ordinal) m_terms.push_back({operandOf(subjects[i].construct, m_at), Term::Flow::plain});
+    if (subjects[i].ordinal == ordinal)
+      m_terms.push_back({operandOf(subjects[i].construct, index()), Term::Flow::plain});
   }
   return {begin, static_cast<std::uint32_t>(m_terms.size())};
 }

@@ -35,12 +35,13 @@ class ProcedureText {
       m_reader.advance();
       return;
     }
-    if (acceptHeader()) return;
-    m_sentenceStart = false;
-    if (m_reader.isVerb(t)) {
-      readStatement();
+    if (m_reader.isVerb(t)) { // no verb is a paragraph's name
+      m_sentenceStart = false;
+      readStatement(t.text);
       return;
     }
+    if (acceptHeader()) return;
+    m_sentenceStart = false;
     const Keyword word = m_reader.keyword();
     if (word == Keyword::When) {
       closeToSelection();
@@ -65,13 +66,12 @@ class ProcedureText {
     }
   }
 
-  void readStatement() {
+  void readStatement(NameId verb) {
     const std::uint32_t verbAt = m_reader.index();
-    const Keyword verb = m_reader.keyword();
-    m_reader.beginStatement(m_reader.token().text);
+    m_reader.beginStatement(verb);
     m_reader.advance();
     ++m_analysis.statements;
-    const StatementHandler handler = handlerOf(verb);
+    const StatementHandler handler = handlerOf(keywordOf(verb));
     if (handler == nullptr) {
       misunderstood(verbAt);
       return;

@@ -7,11 +7,12 @@
 
 namespace cobol {
 
-Operand StatementReader::operand(Demand demand) {
+Operand StatementReader::longOperand(Demand demand) {
+  if (isPlainName(token())) return reference(demand);
   const Keyword word = keyword();
   const bool length = word == Keyword::Length || word == Keyword::ByteLength;
   if ((length || (word == Keyword::Address && keyword(1) == Keyword::Of)) && !m_resolver.isDeclared(token().text)) {
-    ++m_at;
+    advance();
     accept(Keyword::Of);
     Operand result = plainOperand(demand);
     if (result.isItem()) result.sort = length ? Operand::Sort::lengthOf : Operand::Sort::addressOf;
@@ -22,22 +23,29 @@ Operand StatementReader::operand(Demand demand) {
 
 Operand StatementReader::plainOperand(Demand demand) {
   if (atConstant()) {
-    const Operand constant{Operand::Sort::literal, m_at, 0, 0};
-    if (at(Keyword::All) || token().kind == TokenKind::symbol) ++m_at;
-    ++m_at;
+    const Operand constant{Operand::Sort::literal, index(), 0, 0};
+    if (at(Keyword::All) || token().kind == TokenKind::symbol) advance();
+    advance();
     while (atSymbol('&') && token(1).kind == TokenKind::literal)
-      m_at += 2;
+      advance(2);
     return constant;
   }
   if (!atName() || atBoundary()) return {};
-  if ((token().text == m_responseCode || token().text == m_cicsValue) && isSymbol(token(1), '(')) {
-    const Operand constant{Operand::Sort::literal, m_at, 0, 0};
-    while (!atEnd() && !atSymbol(')') && token().kind != TokenKind::period)
-      ++m_at;
-    acceptSymbol(')');
-    return constant;
+  return reference(demand);
+}
+
+/// At a name.
+Operand StatementReader::reference(Demand demand) {
+  if (const Token& next = token(1); next.kind == TokenKind::symbol) {
+    if ((token().text == m_responseCode || token().text == m_cicsValue) && isSymbol(next, '(')) {
+      const Operand constant{Operand::Sort::literal, index(), 0, 0};
+      while (!atEnd() && !atSymbol(')') && token().kind != TokenKind::period)
+        advance();
+      acceptSymbol(')');
+      return constant;
+    }
+    if (next.text == m_inlineMethod) return methodCalled();
   }
-  if (token(1).kind == TokenKind::symbol && token(1).text == m_inlineMethod) return methodCalled();
   Operand result = named(demand);
   if (atSymbol('(')) result.part = parentheses(result);
   return result;
@@ -45,10 +53,10 @@ Operand StatementReader::plainOperand(Demand demand) {
 
 // `object::"method" (arguments)…`: object and arguments are read, what comes of it is not known.
 Operand StatementReader::methodCalled() {
-  const Operand result{Operand::Sort::literal, m_at, 0, 0};
+  const Operand result{Operand::Sort::literal, index(), 0, 0};
   touch(named(Demand::declared), Access::read); // a class is no dataname
   while (token().kind == TokenKind::symbol && token().text == m_inlineMethod) {
-    m_at += 2;
+    advance(2);
     if (atSymbol('(')) parentheses({});
   }
   return result;
@@ -62,41 +70,48 @@ Operand StatementReader::read(Access access, Demand demand) {
 
 void StatementReader::readAll(Access access, Demand demand) {
   while (atOperand()) {
-    const std::uint32_t before = m_at;
+    const std::uint32_t before = index();
     read(access, demand);
-    if (m_at == before) break;
+    if (index() == before) break;
   }
 }
 
 Operand StatementReader::named(Demand demand) {
+  const std::uint32_t nameToken = index();
+  advance();
+  if (!atQualifier()) {
+    if (const auto only = m_resolver.declaredOnce(m_tokens[nameToken].text)) return operandOf(*only, nameToken);
+  }
+  return qualified(nameToken, demand);
+}
+
+/// Behind the name: its qualifiers, if there are any.
+Operand StatementReader::qualified(std::uint32_t nameToken, Demand demand) {
   Operand result;
-  result.token = m_at;
-  const NameId name = token().text;
-  ++m_at;
+  result.token = nameToken;
   m_qualifiers.clear();
   m_qualifierTokens.clear();
-  while ((at(Keyword::Of) || at(Keyword::In)) && token(1).kind == TokenKind::word) {
+  for (; atQualifier(); advance(2)) {
     m_qualifiers.push_back(token(1).text);
-    m_qualifierTokens.push_back(m_at + 1);
-    m_at += 2;
+    m_qualifierTokens.push_back(index() + 1);
   }
-  lookUp(result, name, demand);
+  lookUp(result, m_tokens[nameToken].text, demand);
   return result;
 }
 
 Operand StatementReader::hostVariable() {
   Operand result;
-  result.token = m_at;
+  result.token = index();
   m_qualifiers.clear();
   m_qualifierTokens.clear();
   while (text(token(1)) == "." && token(1).kind == TokenKind::symbol && token(2).kind == TokenKind::word) {
     m_qualifiers.insert(m_qualifiers.begin(), token().text);
-    m_qualifierTokens.insert(m_qualifierTokens.begin(), m_at);
-    m_at += 2;
-    result.token = m_at;
+    m_qualifierTokens.insert(m_qualifierTokens.begin(), index());
+    advance(2);
+    result.token = index();
   }
   const NameId name = token().text;
-  ++m_at;
+  advance();
   lookUp(result, name, Demand::dataName);
   if (atSymbol('(') && token().has(TokenFlag::joined)) parentheses(result);
   return result;
@@ -201,10 +216,10 @@ Part StatementReader::parentheses(const Operand& base) {
     } else if (atBoundary()) {
       break; // never closed: what was read inside stays
     } else if (at(Keyword::Function)) {
-      m_at += 2;
+      advance(2);
       if (acceptSymbol('(')) m_parentheses.push_back({});
     } else if ((at(Keyword::Length) || at(Keyword::Address) || at(Keyword::ByteLength)) && keyword(1) == Keyword::Of) {
-      m_at += 2;
+      advance(2);
       if (!atName()) continue;
       const Operand named_ = named(Demand::dataName);
       touch(named_, Access::named);
@@ -215,7 +230,7 @@ Part StatementReader::parentheses(const Operand& base) {
       m_pending.push_back(inner);
       openParenthesis(inner);
     } else {
-      ++m_at; // a number, an operator, ALL, the name of a function
+      advance(); // a number, an operator, ALL, the name of a function
     }
   }
   return m_part;

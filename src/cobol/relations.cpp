@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <limits>
+#include <numeric>
 #include <set>
 #include <string>
 #include <string_view>
@@ -134,7 +135,8 @@ void Relations::addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site
   addLeaves(from, to, site, fromPart, toPart);
 }
 
-void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) const {
+void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) {
+  leaves.clear();
   const auto& constructs = m_analysis.constructs;
   if (isElementary(item)) {
     leaves.push_back({0, constructs[item].length, item});
@@ -143,12 +145,6 @@ void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) con
   // A 66 has the items of its record that lie in its range.
   const bool renames = constructs[item].kind == Kind::renames;
   const auto top = renames ? static_cast<std::uint32_t>(constructs[item].parent) : item;
-  struct Open {
-    int construct;
-    std::int64_t begin;
-    std::uint64_t copies; ///< how often the enclosing tables repeat it
-  };
-  std::vector<Open> open;
   const std::int64_t origin = constructs[item].position;
   const std::int64_t length = constructs[item].length;
   const auto add = [&](std::int64_t begin, std::int64_t end, int construct) {
@@ -164,20 +160,20 @@ void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) con
     for (int child = constructs[static_cast<std::size_t>(group)].firstChild; child >= 0;
          child = constructs[static_cast<std::size_t>(child)].nextSibling) {
       const Construct& c = constructs[static_cast<std::size_t>(child)];
-      open.push_back({child, begin + c.position - from, copies});
+      m_open.push_back({child, begin + c.position - from, copies});
     }
   };
   push(static_cast<int>(top), constructs[top].position, 1);
-  while (!open.empty()) {
-    const Open next = open.back();
-    open.pop_back();
+  while (!m_open.empty()) {
+    const Open next = m_open.back();
+    m_open.pop_back();
     const Construct& c = constructs[static_cast<std::size_t>(next.construct)];
     if (!c.hasStorage() || c.size == 0 || (c.kind == Kind::filler && !c.isGroup())) continue;
     const std::uint64_t copies = next.copies * std::max<std::uint32_t>(1, c.occurs);
     const std::int64_t begin = next.begin - origin;
     if (renames && (begin >= length || begin + c.size <= 0)) continue;
     // Past the limit a table counts as the span of its first occurrence's place to its last one's end.
-    const bool spanOnly = copies > kLeavesPerItem || leaves.size() + open.size() + c.occurs > kLeavesPerItem;
+    const bool spanOnly = copies > kLeavesPerItem || leaves.size() + m_open.size() + c.occurs > kLeavesPerItem;
     if (!c.isGroup() && spanOnly) {
       add(begin, begin + c.size, next.construct);
       continue;
@@ -208,12 +204,13 @@ void Relations::cutLeaves(std::uint32_t item, Part part, std::vector<Leaf>& leav
   }
 }
 
-std::vector<Relations::Pair> Relations::align(const Meeting& meeting, bool& capped) const {
+/// Appends the pairs to `m_pairs`; whether there were too many, so that none was kept.
+bool Relations::align(const Meeting& meeting) {
   const auto& [ends, fromPart, toPart] = meeting;
   const auto from = static_cast<std::uint32_t>(ends >> 32);
   const auto to = static_cast<std::uint32_t>(ends);
-  std::vector<Leaf> left;
-  std::vector<Leaf> right;
+  auto& left = m_left;
+  auto& right = m_right;
   collectLeaves(from, left);
   collectLeaves(to, right);
   cutLeaves(from, fromPart, left);
@@ -224,11 +221,12 @@ std::vector<Relations::Pair> Relations::align(const Meeting& meeting, bool& capp
   std::sort(left.begin(), left.end(), byBegin);
   std::sort(right.begin(), right.end(), byBegin);
   // Redefinitions make leaves of one side overlap each other: the greatest end so far tells where a search must start.
-  std::vector<std::int64_t> reach(right.size());
-  for (std::size_t i = 0; i < right.size(); ++i)
-    reach[i] = std::max(right[i].end, i == 0 ? 0 : reach[i - 1]);
+  auto& reach = m_reach;
+  reach.clear();
+  for (const Leaf& leaf : right)
+    reach.push_back(std::max(leaf.end, reach.empty() ? 0 : reach.back()));
 
-  std::vector<Pair> pairs;
+  const std::size_t before = m_pairs.size();
   std::size_t steps = 0;
   for (const Leaf& a : left) {
     auto i = static_cast<std::size_t>(std::upper_bound(reach.begin(), reach.end(), a.begin) - reach.begin());
@@ -236,33 +234,34 @@ std::vector<Relations::Pair> Relations::align(const Meeting& meeting, bool& capp
       const Leaf& b = right[i];
       if (++steps > kStepsPerMove) break;
       if (b.end <= a.begin || a.construct == b.construct) continue;
-      pairs.push_back({a.construct, b.construct, a.begin == b.begin && a.end == b.end && a.whole && b.whole});
+      m_pairs.push_back({a.construct, b.construct, a.begin == b.begin && a.end == b.end && a.whole && b.whole});
     }
   }
-  std::sort(pairs.begin(), pairs.end(), [](const Pair& a, const Pair& b) {
+  const auto begin = m_pairs.begin() + static_cast<std::ptrdiff_t>(before);
+  std::sort(begin, m_pairs.end(), [](const Pair& a, const Pair& b) {
     return std::tie(a.from, a.to, b.exact) < std::tie(b.from, b.to, a.exact);
   });
-  pairs.erase(std::unique(pairs.begin(), pairs.end(),
-                          [](const Pair& a, const Pair& b) { return a.from == b.from && a.to == b.to; }),
-              pairs.end());
-  capped = pairs.size() > kPairsPerMove || steps > kStepsPerMove;
-  if (capped) pairs.clear();
-  return pairs;
+  m_pairs.erase(
+      std::unique(begin, m_pairs.end(), [](const Pair& a, const Pair& b) { return a.from == b.from && a.to == b.to; }),
+      m_pairs.end());
+  const bool capped = m_pairs.size() - before > kPairsPerMove || steps > kStepsPerMove;
+  if (capped) m_pairs.resize(before);
+  return capped;
 }
 
 void Relations::addLeaves(std::uint32_t from, std::uint32_t to, std::uint32_t site, Part fromPart, Part toPart) {
   if (fromPart.begin == Part::kUnknown || toPart.begin == Part::kUnknown) return;
   if (!m_analysis.constructs[from].hasStorage() || !m_analysis.constructs[to].hasStorage()) return;
   if (isElementary(from) && isElementary(to)) return;
-  if (m_alignedPairs > kCachedPairs) {
+  if (m_pairs.size() + m_aligned.size() > kCachedPairs) {
     m_aligned.clear();
-    m_alignedPairs = 0;
+    m_pairs.clear();
   }
   const auto [found, isNew] = m_aligned.try_emplace({endsOf(from, to), fromPart, toPart});
   if (isNew) {
-    bool capped = false;
-    found->second = align(found->first, capped);
-    m_alignedPairs += found->second.size() + 1;
+    const std::size_t before = m_pairs.size();
+    const bool capped = align(found->first);
+    found->second = {before, m_pairs.size()};
     if (capped) {
       m_diagnostics.add(Code::PairsCapped, Severity::information, m_stream.tokens[site].position(),
                         "more than 4096 parts of " + std::string(m_analysis.constructs[from].name) + " meet parts of " +
@@ -270,13 +269,15 @@ void Relations::addLeaves(std::uint32_t from, std::uint32_t to, std::uint32_t si
     }
   }
   if (m_leafEntries > kPairsPerSource) return;
-  m_leafEntries += found->second.size();
+  const auto [begin, end] = found->second;
+  m_leafEntries += end - begin;
   if (m_leafEntries > kPairsPerSource) {
     m_diagnostics.add(Code::PairsCapped, Severity::warning, m_stream.tokens[site].position(),
                       "too many parts of groups are moved; from here on only the moves of whole groups are kept");
     return;
   }
-  for (const Pair& pair : found->second) {
+  for (std::size_t i = begin; i < end; ++i) {
+    const Pair& pair = m_pairs[i];
     add(pair.exact ? RelationKind::PartMove : RelationKind::OverlapMove, pair.from, pair.to, site);
   }
 }
@@ -318,47 +319,65 @@ void Relations::addCorresponding(RelationKind kind, std::uint32_t from, std::uin
   }
 }
 
+/// What the analysis holds already becomes entries, whose sites stand before those of all tokens.
+void Relations::takeDeclared(const std::vector<Relationship>& declared) {
+  for (const Relationship& r : declared) {
+    for (std::uint32_t i = 0; i < r.siteCount; ++i) {
+      if (r.from != r.to) m_entries.push_back({endsOf(r.from, r.to), r.firstSite + i, r.kind});
+    }
+  }
+}
+
+// By ends, kind and site. Counting puts together what begins at the same construct; these are few each time.
+void Relations::sortEntries() {
+  const auto fromOf = [](const Entry& entry) { return static_cast<std::size_t>(entry.ends >> 32); };
+  std::vector<std::uint32_t> next(m_analysis.constructs.size() + 1);
+  for (const Entry& entry : m_entries)
+    ++next[fromOf(entry) + 1];
+  std::partial_sum(next.begin(), next.end(), next.begin());
+  std::vector<Entry> entries(m_entries.size());
+  for (const Entry& entry : m_entries)
+    entries[next[fromOf(entry)]++] = entry;
+  const auto before = [](const Entry& a, const Entry& b) {
+    return a.ends != b.ends ? a.ends < b.ends : a.kind != b.kind ? a.kind < b.kind : a.site < b.site;
+  };
+  auto begin = entries.begin();
+  while (begin != entries.end()) {
+    const auto end = entries.begin() + next[fromOf(*begin)];
+    if (end - begin > 1) std::sort(begin, end, before);
+    begin = end;
+  }
+  m_entries = std::move(entries);
+}
+
 void Relations::finish() {
-  std::sort(m_entries.begin(), m_entries.end(), [](const Entry& a, const Entry& b) {
-    return std::tie(a.ends, a.kind, a.site) < std::tie(b.ends, b.kind, b.site);
-  });
-  const auto triple = [](const Relationship& r) { return std::tuple(r.from, r.to, r.kind); };
-  std::vector<Relationship> declared = std::move(m_analysis.relationships);
+  const std::vector<Relationship> declared = std::move(m_analysis.relationships);
   const std::vector<cobol::Position> declaredSites = std::move(m_analysis.sites);
-  std::erase_if(declared, [](const Relationship& r) { return r.from == r.to; });
-  std::stable_sort(declared.begin(), declared.end(),
-                   [&](const Relationship& a, const Relationship& b) { return triple(a) < triple(b); });
+  for (Entry& entry : m_entries)
+    entry.site += static_cast<std::uint32_t>(declaredSites.size());
+  takeDeclared(declared);
+  sortEntries();
   std::vector<Relationship> all;
   std::vector<cobol::Position> sites;
-  all.reserve(declared.size() + m_entries.size());
-  sites.reserve(declaredSites.size() + m_entries.size());
+  all.reserve(m_entries.size());
+  sites.reserve(m_entries.size());
   const auto close = [&] {
     if (all.empty()) return;
-    dropRepeats(sites, all.back().firstSite);
+    if (sites.size() - all.back().firstSite > 1) dropRepeats(sites, all.back().firstSite);
     all.back().siteCount = static_cast<std::uint32_t>(sites.size()) - all.back().firstSite;
   };
-  const auto open = [&](std::uint32_t from, std::uint32_t to, RelationKind kind) {
-    if (!all.empty() && triple(all.back()) == std::tuple(from, to, kind)) return;
-    close();
-    all.push_back({from, to, kind, static_cast<std::uint32_t>(sites.size()), 0});
-  };
-  auto before = declared.begin();
-  const auto takeDeclared = [&] {
-    open(before->from, before->to, before->kind);
-    for (std::uint32_t i = 0; i < before->siteCount; ++i)
-      sites.push_back(declaredSites[before->firstSite + i]);
-    ++before;
-  };
+  const Entry* last = nullptr;
   for (const Entry& entry : m_entries) {
-    const auto from = static_cast<std::uint32_t>(entry.ends >> 32);
-    const auto to = static_cast<std::uint32_t>(entry.ends);
-    while (before != declared.end() && triple(*before) <= std::tuple(from, to, entry.kind))
-      takeDeclared();
-    open(from, to, entry.kind);
-    sites.push_back(m_stream.tokens[entry.site].position());
+    if (last == nullptr || last->ends != entry.ends || last->kind != entry.kind) {
+      close();
+      all.push_back({static_cast<std::uint32_t>(entry.ends >> 32), static_cast<std::uint32_t>(entry.ends), entry.kind,
+                     static_cast<std::uint32_t>(sites.size()), 0});
+    }
+    last = &entry;
+    const bool isDeclared = entry.site < declaredSites.size();
+    sites.push_back(isDeclared ? declaredSites[entry.site]
+                               : m_stream.tokens[entry.site - declaredSites.size()].position());
   }
-  while (before != declared.end())
-    takeDeclared();
   close();
   m_analysis.relationships = std::move(all);
   m_analysis.sites = std::move(sites);

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "cobol/analysis.hpp"
@@ -53,6 +54,12 @@ class Relations {
     std::uint32_t to;
     bool exact;
   };
+  /// An item below a group whose leaves are collected.
+  struct Open {
+    int construct;
+    std::int64_t begin;
+    std::uint64_t copies; ///< how often the enclosing tables repeat it
+  };
   struct Entry {
     std::uint64_t ends; ///< from in the upper half, to in the lower
     std::uint32_t site;
@@ -64,16 +71,23 @@ class Relations {
   bool isElementary(std::uint32_t construct) const;
   const Construct* onlyLeaf(std::uint32_t group) const;
   bool takesPart(const Construct& construct) const;
-  void collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) const;
+  void collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves);
   void cutLeaves(std::uint32_t item, Part part, std::vector<Leaf>& leaves) const;
-  std::vector<Pair> align(const Meeting& meeting, bool& capped) const;
+  bool align(const Meeting& meeting);
+  void takeDeclared(const std::vector<Relationship>& declared);
+  void sortEntries();
 
   const TokenStream& m_stream;
   Analysis& m_analysis;
   Diagnostics& m_diagnostics;
   std::vector<Entry> m_entries;
-  std::map<Meeting, std::vector<Pair>> m_aligned; ///< results of `align`, as the same moves come again
-  std::size_t m_alignedPairs = 0;
+  /// Where the result of `align` begins and ends in `m_pairs`: the same moves come again.
+  std::map<Meeting, std::pair<std::size_t, std::size_t>> m_aligned;
+  std::vector<Pair> m_pairs;
+  std::vector<Open> m_open;
+  std::vector<Leaf> m_left; ///< of the move in hand, as the next two
+  std::vector<Leaf> m_right;
+  std::vector<std::int64_t> m_reach;
   std::size_t m_leafEntries = 0;
 };
 

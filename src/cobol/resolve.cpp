@@ -9,7 +9,6 @@ namespace cobol {
 
 namespace {
 
-constexpr std::uint32_t kNone = 0xFFFFFFFFU;
 constexpr std::size_t kMaxCandidates = 256;
 constexpr std::size_t kOften = 32;
 
@@ -20,22 +19,17 @@ std::uint64_t keyOf(int program, NameId name) {
 } // namespace
 
 Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
-    : m_stream(stream), m_analysis(analysis), m_ofProgram(analysis.programs.size()),
+    : m_stream(stream), m_analysis(analysis), m_names(analysis.constructs.size()),
+      m_next(analysis.constructs.size(), kNone), m_ofProgram(analysis.programs.size()),
       m_head(stream.names.size(), kNone) {
-  const auto& constructs = analysis.constructs;
-  m_names.reserve(constructs.size());
-  m_next.assign(constructs.size(), kNone);
-  for (std::uint32_t i = 0; i < constructs.size(); ++i) {
-    m_names.push_back(idOf(constructs[i]));
-    const auto program = static_cast<std::size_t>(constructs[i].program);
-    if (program < m_ofProgram.size()) m_ofProgram[program].push_back(i);
-  }
-  m_subtreeEnd.resize(constructs.size());
-  for (std::size_t i = constructs.size(); i-- > 0;) {
-    m_subtreeEnd[i] = std::max(m_subtreeEnd[i], static_cast<std::uint32_t>(i + 1));
-    if (constructs[i].parent < 0) continue;
-    auto& end = m_subtreeEnd[static_cast<std::size_t>(constructs[i].parent)];
-    end = std::max(end, m_subtreeEnd[i]);
+  int last = -1;
+  std::uint32_t index = 0;
+  for (const Construct& construct : analysis.constructs) {
+    auto& own = m_ofProgram[static_cast<std::size_t>(construct.program)];
+    if (construct.program != last) own.push_back({index, index});
+    last = construct.program;
+    m_names[index] = idOf(construct);
+    own.back().end = ++index;
   }
   for (std::size_t i = 0; i < analysis.dataFiles.size(); ++i) {
     m_fileNames.push_back(stream.names.find(analysis.dataFiles[i].name));
@@ -46,15 +40,13 @@ Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
     if (program.parent >= 0) containsOthers[static_cast<std::size_t>(program.parent)] = true;
   }
   for (std::size_t p = 0; p < m_ofProgram.size(); ++p) {
-    for (auto i = m_ofProgram[p].rbegin(); i != m_ofProgram[p].rend(); ++i) {
-      if (m_names[*i] == 0) continue;
-      m_next[*i] = m_head[m_names[*i]];
-      m_head[m_names[*i]] = *i;
+    if (!containsOthers[p]) continue;
+    enter(m_ofProgram[p]);
+    for (const Run& run : m_ofProgram[p]) {
+      for (std::uint32_t i = run.begin; i < run.end; ++i)
+        m_globalHead.try_emplace(keyOf(static_cast<int>(p), m_names[i]), i);
     }
-    for (const std::uint32_t i : m_ofProgram[p]) {
-      if (containsOthers[p]) m_globalHead.try_emplace(keyOf(static_cast<int>(p), m_names[i]), i);
-      m_head[m_names[i]] = kNone;
-    }
+    leave(m_ofProgram[p]);
   }
 }
 
@@ -65,11 +57,26 @@ NameId Resolver::idOf(const Construct& construct) const {
   return m_stream.names.text(id).data() == construct.name.data() ? id : m_stream.names.find(construct.name);
 }
 
-void Resolver::enterProgram(int program) {
-  if (m_program >= 0) {
-    for (const std::uint32_t i : m_ofProgram[static_cast<std::size_t>(m_program)])
+void Resolver::enter(const std::vector<Run>& own) {
+  for (auto run = own.rbegin(); run != own.rend(); ++run) {
+    for (std::uint32_t i = run->end; i-- > run->begin;) {
+      const NameId name = m_names[i];
+      if (name == 0) continue;
+      m_next[i] = m_head[name];
+      m_head[name] = i;
+    }
+  }
+}
+
+void Resolver::leave(const std::vector<Run>& own) {
+  for (const Run& run : own) {
+    for (std::uint32_t i = run.begin; i < run.end; ++i)
       m_head[m_names[i]] = kNone;
   }
+}
+
+void Resolver::enterProgram(int program) {
+  if (m_program >= 0) leave(m_ofProgram[static_cast<std::size_t>(m_program)]);
   m_program = program;
   m_hasRepository = false;
   for (int p = program; p >= 0; p = m_analysis.programs[static_cast<std::size_t>(p)].parent) {
@@ -78,10 +85,7 @@ void Resolver::enterProgram(int program) {
   }
   m_occurrences.clear();
   m_foundBefore.clear();
-  const auto& own = m_ofProgram[static_cast<std::size_t>(program)];
-  for (auto i = own.rbegin(); i != own.rend(); ++i) {
-    if (m_names[*i] != 0) m_head[m_names[*i]] = *i;
-  }
+  enter(m_ofProgram[static_cast<std::size_t>(program)]);
 }
 
 int Resolver::fileOf(std::uint32_t construct) const {
@@ -164,6 +168,17 @@ bool Resolver::isDeclaredOften(NameId name) const {
   return count > kOften;
 }
 
+void Resolver::findSubtrees() {
+  const auto& constructs = m_analysis.constructs;
+  m_subtreeEnd.resize(constructs.size());
+  for (std::size_t i = constructs.size(); i-- > 0;) {
+    m_subtreeEnd[i] = std::max(m_subtreeEnd[i], static_cast<std::uint32_t>(i + 1));
+    if (constructs[i].parent < 0) continue;
+    auto& end = m_subtreeEnd[static_cast<std::size_t>(constructs[i].parent)];
+    end = std::max(end, m_subtreeEnd[i]);
+  }
+}
+
 void Resolver::collectAmongMany(NameId name, std::span<const NameId> qualifiers, std::vector<std::uint32_t>& found) {
   std::vector<NameId> written{name};
   written.insert(written.end(), qualifiers.begin(), qualifiers.end());
@@ -172,6 +187,7 @@ void Resolver::collectAmongMany(NameId name, std::span<const NameId> qualifiers,
   if (isNew && (qualifiers.empty() || isDeclaredOften(qualifiers.back()) || findFile(qualifiers.back()) >= 0)) {
     collect(m_head[name], qualifiers, false, candidates);
   } else if (isNew) {
+    if (m_subtreeEnd.empty()) findSubtrees();
     auto& all = m_occurrences[name];
     for (std::uint32_t i = all.empty() ? m_head[name] : kNone; i != kNone; i = m_next[i])
       all.push_back(i);

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -24,6 +25,11 @@ class Resolver {
   void enterProgram(int program);
   int program() const { return m_program; }
 
+  /// The construct of a name that the program entered declares only once, so that nothing else can be meant.
+  std::optional<std::uint32_t> declaredOnce(NameId name) const {
+    const std::uint32_t head = m_head[name];
+    return head != kNone && m_next[head] == kNone ? std::optional(head) : std::nullopt;
+  }
   /// Appends every candidate to `found`, in declaration order; more than one means an ambiguous name.
   void find(NameId name, std::span<const NameId> qualifiers, std::vector<std::uint32_t>& found);
 
@@ -34,6 +40,8 @@ class Resolver {
 
   /// Whether SPECIAL-NAMES gives the name to something that is no construct: a mnemonic, class, alphabet, character.
   bool isOtherName(NameId name) const;
+  /// Whether the program or one around it has a REPOSITORY of functions.
+  bool hasRepository() const { return m_hasRepository; }
   /// Whether REPOSITORY lets the name stand for a function without the word FUNCTION in front.
   bool isFunction(NameId name) const { return m_hasRepository && isInRepository(name); }
   /// The file, report or communication description of that name as the program sees it; -1: none.
@@ -50,11 +58,21 @@ class Resolver {
   std::uint32_t fileSlot(std::string_view name, std::uint32_t token);
 
  private:
+  static constexpr std::uint32_t kNone = 0xFFFFFFFFU;
+  /// Constructs of one program that follow each other.
+  struct Run {
+    std::uint32_t begin;
+    std::uint32_t end;
+  };
   using Chain = std::unordered_map<std::uint64_t, std::uint32_t>;
 
+  /// Makes the names of a program's constructs those that are looked up first; `leave` forgets them.
+  void enter(const std::vector<Run>& own);
+  void leave(const std::vector<Run>& own);
   /// Own candidates of a name that the program declares very often: only the subtrees of the last qualifier are
   /// searched, and what was found is kept.
   void collectAmongMany(NameId name, std::span<const NameId> qualifiers, std::vector<std::uint32_t>& found);
+  void findSubtrees();
   bool isDeclaredOften(NameId name) const;
   NameId idOf(const Construct& construct) const;
   void collect(std::uint32_t head, std::span<const NameId> qualifiers, bool globalOnly,
@@ -69,12 +87,12 @@ class Resolver {
   const TokenStream& m_stream;
   Analysis& m_analysis;
   int m_program = -1;
-  bool m_hasRepository = false;                        ///< of functions, in the program entered or around it
-  std::vector<NameId> m_names;                         ///< of every construct
-  std::vector<NameId> m_fileNames;                     ///< of every data file
-  std::vector<std::uint32_t> m_next;                   ///< the next construct of the same name in the same program
-  std::vector<std::vector<std::uint32_t>> m_ofProgram; ///< its constructs in declaration order
-  std::vector<std::uint32_t> m_subtreeEnd;             ///< one behind the last construct below each
+  bool m_hasRepository = false;              ///< of functions, in the program entered or around it
+  std::vector<NameId> m_names;               ///< of every construct
+  std::vector<NameId> m_fileNames;           ///< of every data file
+  std::vector<std::uint32_t> m_next;         ///< the next construct of the same name in the same program
+  std::vector<std::vector<Run>> m_ofProgram; ///< its constructs in declaration order
+  std::vector<std::uint32_t> m_subtreeEnd;   ///< one behind the last construct below each; once it is needed
   std::unordered_map<NameId, std::vector<std::uint32_t>> m_occurrences; ///< of names declared often, in this program
   std::map<std::vector<NameId>, std::vector<std::uint32_t>>
       m_foundBefore;                                     ///< name and qualifiers: such names' candidates

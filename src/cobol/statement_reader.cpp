@@ -5,8 +5,8 @@
 namespace cobol {
 
 StatementReader::StatementReader(const TokenStream& stream, Analysis& analysis, Diagnostics& diagnostics)
-    : m_stream(stream), m_analysis(analysis), m_diagnostics(diagnostics), m_resolver(stream, analysis),
-      m_relations(stream, analysis, diagnostics) {
+    : m_stream(stream), m_tokens(stream.tokens.data()), m_analysis(analysis), m_diagnostics(diagnostics),
+      m_resolver(stream, analysis), m_relations(stream, analysis, diagnostics) {
   for (const char symbol : std::string_view("()+-*/=<>:&")) {
     m_symbolIds[static_cast<unsigned char>(symbol)] = stream.names.find({&symbol, 1});
   }
@@ -14,33 +14,16 @@ StatementReader::StatementReader(const TokenStream& stream, Analysis& analysis, 
   m_inlineMethod = stream.names.find("::");
   m_responseCode = stream.names.find("DFHRESP");
   m_cicsValue = stream.names.find("DFHVALUE");
-}
-
-bool StatementReader::accept(Keyword word) {
-  if (!at(word)) return false;
-  ++m_at;
-  return true;
+  m_noted.reserve(2 * analysis.constructs.size());
 }
 
 void StatementReader::skip(std::initializer_list<Keyword> words) {
-  while (m_at < m_end && std::find(words.begin(), words.end(), keyword()) != words.end())
-    ++m_at;
+  while (!atEnd() && std::find(words.begin(), words.end(), keyword()) != words.end())
+    advance();
 }
 
-bool StatementReader::isSymbol(const Token& t, char symbol) const {
-  return t.kind == TokenKind::symbol && t.text == m_symbolIds[static_cast<unsigned char>(symbol)];
-}
-
-bool StatementReader::acceptSymbol(char symbol) {
-  if (!atSymbol(symbol)) return false;
-  ++m_at;
-  return true;
-}
-
-bool StatementReader::atName(std::uint32_t ahead) const {
-  const Token& t = token(ahead);
-  if (t.kind != TokenKind::word) return false;
-  switch (classOf(t.text)) {
+bool StatementReader::isNameHere(NameId word) const {
+  switch (classOf(word)) {
   case WordClass::none:
   case WordClass::context:
   case WordClass::specialRegister:
@@ -49,72 +32,19 @@ bool StatementReader::atName(std::uint32_t ahead) const {
   case WordClass::terminator:
     return false;
   default:
-    return m_resolver.isDeclared(t.text);
+    return m_resolver.isDeclared(word);
   }
 }
 
-bool StatementReader::atConstant() const {
-  const Token& t = token();
-  switch (t.kind) {
-  case TokenKind::number:
-  case TokenKind::literal:
-    return true;
-  case TokenKind::symbol:
-    return (isSymbol(t, '+') || isSymbol(t, '-')) && token(1).kind == TokenKind::number;
-  case TokenKind::word: {
-    const Keyword word = keywordOf(t.text);
-    if (word == Keyword::All)
-      return token(1).kind == TokenKind::literal || classOf(keyword(1)) == WordClass::figurative;
-    return classOf(word) == WordClass::figurative || word == Keyword::True || word == Keyword::False;
-  }
-  default:
-    return false;
-  }
+bool StatementReader::isConstantHere(Keyword word) const {
+  if (word == Keyword::All) return token(1).kind == TokenKind::literal || classOf(keyword(1)) == WordClass::figurative;
+  return classOf(word) == WordClass::figurative || word == Keyword::True || word == Keyword::False;
 }
 
-bool StatementReader::atOperand() const {
-  if (atBoundary()) return false;
-  if (atConstant() || atName()) return true;
+bool StatementReader::atOperandWord() const {
   const Keyword word = keyword();
   if (word == Keyword::Address) return keyword(1) == Keyword::Of;
   return word == Keyword::Length || word == Keyword::ByteLength || word == Keyword::Function;
-}
-
-bool StatementReader::isVerb(const Token& t) const {
-  if (t.kind != TokenKind::word) return false;
-  const Keyword word = keywordOf(t.text);
-  if (classOf(word) != WordClass::verb) return false;
-  switch (word) {
-  // Names that only some compilers reserve: a declaration decides.
-  case Keyword::Allocate:
-  case Keyword::Chain:
-  case Keyword::Commit:
-  case Keyword::Destroy:
-  case Keyword::Disable:
-  case Keyword::Enable:
-  case Keyword::Enter:
-  case Keyword::Examine:
-  case Keyword::Exhibit:
-  case Keyword::Free:
-  case Keyword::Json:
-  case Keyword::Modify:
-  case Keyword::Purge:
-  case Keyword::Raise:
-  case Keyword::Ready:
-  case Keyword::Receive:
-  case Keyword::Reset:
-  case Keyword::Resume:
-  case Keyword::Rollback:
-  case Keyword::Send:
-  case Keyword::Service:
-  case Keyword::Transform:
-  case Keyword::Unlock:
-  case Keyword::Validate:
-  case Keyword::Xml:
-    return !m_resolver.isDeclared(t.text);
-  default:
-    return true;
-  }
 }
 
 std::uint32_t StatementReader::phraseLength() const {
@@ -144,7 +74,7 @@ std::uint32_t StatementReader::phraseLength() const {
   return ahead + length;
 }
 
-bool StatementReader::atProcedureName(bool sentenceStart) const {
+bool StatementReader::definesProcedure(bool sentenceStart) const {
   const Token& t = token();
   const bool canBe = t.kind == TokenKind::number || t.kind == TokenKind::word;
   if (!canBe || t.has(TokenFlag::inExec)) return false;
@@ -159,52 +89,14 @@ bool StatementReader::atProcedureName(bool sentenceStart) const {
   return isSection || token(1).kind == TokenKind::period || (sentenceStart && token(1).has(TokenFlag::lineStart));
 }
 
-bool StatementReader::atBoundary() const {
-  const Token& t = token();
-  if (m_at >= m_end || t.kind == TokenKind::period || t.kind == TokenKind::end) return true;
-  if (t.kind != TokenKind::word) return false;
-  if (t.has(TokenFlag::areaA) && atProcedureName(false)) return true;
-  if (t.text >= keywordCount()) return false;
-  const Keyword word = keywordOf(t.text);
-  switch (classOf(word)) {
-  case WordClass::verb:
-    return isVerb(t);
-  case WordClass::terminator:
-    return true;
-  case WordClass::none:
-  case WordClass::context:
-  case WordClass::figurative:
-    return false;
-  default:
-    break;
-  }
-  switch (word) {
-  case Keyword::Else:
-  case Keyword::When:
-    return true;
-  case Keyword::Next:
-    return keyword(1) == Keyword::Sentence;
-  case Keyword::Not:
-  case Keyword::On:
-  case Keyword::At:
-  case Keyword::Size:
-  case Keyword::Invalid:
-  case Keyword::Exception:
-  case Keyword::Overflow:
-  case Keyword::End:
-  case Keyword::EndOfPage:
-  case Keyword::Eop:
-    return phraseLength() > 0;
-  default:
-    return false;
-  }
+bool StatementReader::endsHere(const Token& word, Ending ending) const {
+  if (word.has(TokenFlag::areaA) && atProcedureName(false)) return true;
+  if (ending == Ending::softVerb) return !m_resolver.isDeclared(word.text);
+  if (ending != Ending::phrase) return false;
+  return keywordOf(word.text) == Keyword::Next ? keyword(1) == Keyword::Sentence : phraseLength() > 0;
 }
 
-void StatementReader::touch(std::uint32_t construct, std::uint32_t token, Access access) {
-  m_noted.push_back({token, construct, m_verb, access});
-}
-
-void StatementReader::touch(const Operand& operand, Access access) {
+void StatementReader::touchEach(const Operand& operand, Access access) {
   if (operand.sort == Operand::Sort::lengthOf || (operand.sort == Operand::Sort::addressOf && access == Access::read)) {
     access = Access::named;
   }
@@ -217,14 +109,8 @@ void StatementReader::touchPlaced(NameId name, std::uint32_t token, Position at)
   m_resolver.find(name, {}, found);
   for (const std::uint32_t construct : found) {
     touch(construct, token, Access::read);
-    m_placed.try_emplace({token, construct}, at);
+    m_placed.try_emplace(placeOf(token, construct), at);
   }
-}
-
-Operand StatementReader::operandOf(std::uint32_t construct, std::uint32_t token) {
-  Operand made{Operand::Sort::item, token, static_cast<std::uint32_t>(m_pool.size()), 1};
-  m_pool.push_back(construct);
-  return made;
 }
 
 Operand StatementReader::recordsOf(int file, std::uint32_t token) {
@@ -241,7 +127,7 @@ int StatementReader::fileName() {
   const Token& t = token();
   if (t.kind != TokenKind::word || atBoundary()) return -1;
   const int file = m_resolver.findFile(t.text);
-  if (file >= 0 || classOf(t.text) == WordClass::none) ++m_at;
+  if (file >= 0 || classOf(t.text) == WordClass::none) advance();
   return file;
 }
 
@@ -324,17 +210,17 @@ void StatementReader::generic() {
     if (atName()) {
       touch(operand(Demand::declared), Access::read);
     } else {
-      ++m_at;
+      advance();
     }
   }
 }
 
 void StatementReader::diagnose(Code code, Severity severity, std::uint32_t token, std::string text) {
-  m_diagnostics.add(code, severity, m_stream.tokens[token].position(), std::move(text));
+  m_diagnostics.add(code, severity, m_tokens[token].position(), std::move(text));
 }
 
 void StatementReader::addPlace(std::string_view kindWord, std::string_view name, std::uint32_t token) {
-  m_analysis.places.push_back({kindWord, m_analysis.texts->keep(name), m_stream.tokens[token].position()});
+  m_analysis.places.push_back({kindWord, m_analysis.texts->keep(name), m_tokens[token].position()});
 }
 
 // Stable. Declarations, references of clauses and statements come as runs in which nothing has far to go.
@@ -344,7 +230,8 @@ void sortRuns(std::vector<Item>& items, Before before) {
   constexpr std::size_t kManyRuns = 16;
   std::vector<std::ptrdiff_t> runs{0};
   const auto begin = items.begin();
-  for (std::ptrdiff_t next = 1; next < std::ssize(items); ++next) {
+  const std::ptrdiff_t size = std::ssize(items);
+  for (std::ptrdiff_t next = 1; next < size; ++next) {
     if (!before(begin[next], begin[next - 1])) continue;
     const std::ptrdiff_t limit = std::max(runs.back(), next - kFar);
     std::ptrdiff_t place = next - 1;
@@ -365,23 +252,19 @@ void sortRuns(std::vector<Item>& items, Before before) {
 }
 
 void StatementReader::finish() {
-  const auto inTextOrder = [](const Noted& a, const Noted& b) {
-    return a.token != b.token ? a.token < b.token : a.construct < b.construct;
-  };
-  sortRuns(m_noted, inTextOrder);
+  sortRuns(m_noted, [](const Noted& a, const Noted& b) { return a.place < b.place; });
   m_analysis.instances.reserve(m_noted.size());
-  for (std::size_t i = 0; i < m_noted.size(); ++i) {
-    const Noted& n = m_noted[i];
-    const bool again = i > 0 && m_noted[i - 1].token == n.token && m_noted[i - 1].construct == n.construct;
-    if (again) continue;
-    const Token& token = m_stream.tokens[n.token];
-    Position at = token.position();
-    std::uint16_t further = token.further;
+  std::uint64_t last = ~std::uint64_t{0}; // no place
+  for (const Noted& noted : m_noted) {
+    if (noted.place == last) continue;
+    last = noted.place;
+    const Token& token = m_tokens[noted.place >> 32];
+    Instance made{static_cast<std::uint32_t>(noted.place), noted.access, token.further, token.position(), noted.verb};
     if (token.kind == TokenKind::picture) {
-      further = 0;
-      if (const auto placed = m_placed.find({n.token, n.construct}); placed != m_placed.end()) at = placed->second;
+      made.further = 0;
+      if (const auto placed = m_placed.find(noted.place); placed != m_placed.end()) made.at = placed->second;
     }
-    m_analysis.instances.push_back({n.construct, n.access, further, at, n.verb});
+    m_analysis.instances.push_back(made);
   }
   m_relations.finish();
 }

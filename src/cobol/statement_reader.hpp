@@ -5,7 +5,6 @@
 #include <map>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 #include "cobol/analysis.hpp"
@@ -13,6 +12,7 @@
 #include "cobol/relations.hpp"
 #include "cobol/resolve.hpp"
 #include "cobol/special_registers.hpp"
+#include "cobol/statements.hpp"
 #include "cobol/token.hpp"
 
 namespace cobol {
@@ -66,53 +66,98 @@ class StatementReader {
 
   // Tokens
   /// Reads the tokens [from, to) next.
-  void open(std::uint32_t from, std::uint32_t to) { m_at = from, m_end = to; }
-  bool atEnd() const { return m_at >= m_end; }
-  std::uint32_t index() const { return m_at; }
-  std::uint32_t end() const { return m_end; }
-  void moveTo(std::uint32_t index) { m_at = index; }
-  void advance(std::uint32_t count = 1) { m_at += count; }
-  const Token& token(std::uint32_t ahead = 0) const {
-    return m_at + ahead < m_end ? m_stream.tokens[m_at + ahead] : m_nothing;
-  }
+  void open(std::uint32_t from, std::uint32_t to) { m_here = m_tokens + from, m_limit = m_tokens + to; }
+  bool atEnd() const { return m_here >= m_limit; }
+  std::uint32_t index() const { return static_cast<std::uint32_t>(m_here - m_tokens); }
+  std::uint32_t end() const { return static_cast<std::uint32_t>(m_limit - m_tokens); }
+  void moveTo(std::uint32_t index) { m_here = m_tokens + index; }
+  void advance(std::uint32_t count = 1) { m_here += count; }
+  const Token& token(std::uint32_t ahead = 0) const { return m_here + ahead < m_limit ? m_here[ahead] : m_nothing; }
   Keyword keyword(std::uint32_t ahead = 0) const {
     const Token& t = token(ahead);
     return t.kind == TokenKind::word ? keywordOf(t.text) : Keyword::None;
   }
   bool at(Keyword word) const { return keyword() == word; }
-  bool accept(Keyword word);
+  bool accept(Keyword word) {
+    if (!at(word)) return false;
+    ++m_here;
+    return true;
+  }
   /// Passes over any of the words, in any order and number.
   void skip(std::initializer_list<Keyword> words);
   bool atSymbol(char symbol) const { return isSymbol(token(), symbol); }
-  bool acceptSymbol(char symbol);
-  bool isSymbol(const Token& t, char symbol) const;
+  bool acceptSymbol(char symbol) {
+    if (!atSymbol(symbol)) return false;
+    ++m_here;
+    return true;
+  }
+  bool isSymbol(const Token& t, char symbol) const {
+    return t.kind == TokenKind::symbol && t.text == m_symbolIds[static_cast<unsigned char>(symbol)];
+  }
   std::string_view text(const Token& t) const { return m_stream.textOf(t); }
   /// A word that can be a data name here: not reserved, or declared all the same.
-  bool atName(std::uint32_t ahead = 0) const;
+  bool atName(std::uint32_t ahead = 0) const {
+    const Token& t = token(ahead);
+    return t.kind == TokenKind::word && (t.text >= keywordCount() || isNameHere(t.text));
+  }
   /// A number, a literal or a figurative constant.
-  bool atConstant() const;
+  bool atConstant() const {
+    const Token& t = token();
+    if (t.kind == TokenKind::number || t.kind == TokenKind::literal) return true;
+    return t.kind == TokenKind::word ? t.text < keywordCount() && isConstantHere(keywordOf(t.text)) : atSignedNumber();
+  }
   /// A name, a constant, LENGTH OF, ADDRESS OF or FUNCTION.
-  bool atOperand() const;
+  bool atOperand() const {
+    return isPlainName(token()) || (!atBoundary() && (atConstant() || atName() || atOperandWord()));
+  }
   /// A function, with the word FUNCTION or without it.
   bool atFunction() const { return at(Keyword::Function) || isImpliedFunction(); }
-  bool isVerb(const Token& t) const;
+  bool isVerb(const Token& t) const {
+    if (t.kind != TokenKind::word) return false;
+    const Ending ending = endingOf(t.text);
+    return ending == Ending::verb || (ending == Ending::softVerb && !m_resolver.isDeclared(t.text));
+  }
   /// Where the statement's operands end: period, verb, scope terminator, ELSE, WHEN, a conditional phrase.
-  bool atBoundary() const;
+  bool atBoundary() const {
+    const Token& t = token();
+    if (t.kind != TokenKind::word) return t.kind == TokenKind::period || t.kind == TokenKind::end;
+    if (isPlainName(t)) return false;
+    const Ending ending = endingOf(t.text);
+    return ending == Ending::verb || ending == Ending::closer || endsHere(t, ending);
+  }
   /// The name of a section or paragraph where it is defined: `sentenceStart` tells that a period stands before.
-  bool atProcedureName(bool sentenceStart) const;
+  bool atProcedureName(bool sentenceStart) const {
+    return (sentenceStart || token().has(TokenFlag::areaA)) && definesProcedure(sentenceStart);
+  }
   /// How many words the conditional phrase here has (ON SIZE ERROR, NOT AT END …); 0: there is none.
   std::uint32_t phraseLength() const;
 
   // References
   /// Reads `name {OF name} [(subscripts)] [(from:length)]`, LENGTH OF, ADDRESS OF or a constant. Instances are recorded
   /// for qualifiers and for what the parentheses hold; the operand itself is recorded by `touch`.
-  Operand operand(Demand demand = Demand::dataName);
+  Operand operand(Demand demand = Demand::dataName) {
+    if (atLoneName()) {
+      if (const auto only = m_resolver.declaredOnce(token().text)) {
+        advance();
+        return operandOf(*only, index() - 1);
+      }
+    }
+    return longOperand(demand);
+  }
   /// Reads a name where one stands and touches it; otherwise nothing happens and the result is none.
   Operand read(Access access, Demand demand = Demand::dataName);
   /// Reads names and touches them until something else comes.
   void readAll(Access access, Demand demand = Demand::dataName);
-  void touch(const Operand& operand, Access access);
-  void touch(std::uint32_t construct, std::uint32_t token, Access access);
+  void touch(const Operand& operand, Access access) {
+    if (operand.isItem() && operand.count == 1) {
+      touch(candidate(operand, 0), operand.token, access);
+    } else {
+      touchEach(operand, access);
+    }
+  }
+  void touch(std::uint32_t construct, std::uint32_t token, Access access) {
+    m_noted.push_back({placeOf(token, construct), m_verb, access});
+  }
   /// A name inside a token, such as a constant in a PICTURE; it is read if it is declared.
   void touchPlaced(NameId name, std::uint32_t token, Position at);
   std::uint32_t candidate(const Operand& operand, std::uint32_t k) const { return m_pool[operand.first + k]; }
@@ -123,7 +168,10 @@ class StatementReader {
   /// In EXEC text: a host variable behind its colon, `A.B` meaning B OF A.
   Operand hostVariable();
   /// An operand that stands for one construct.
-  Operand operandOf(std::uint32_t construct, std::uint32_t token);
+  Operand operandOf(std::uint32_t construct, std::uint32_t token) {
+    m_pool.push_back(construct);
+    return {Operand::Sort::item, token, static_cast<std::uint32_t>(m_pool.size() - 1), 1};
+  }
   /// An operand for every record of a file.
   Operand recordsOf(int file, std::uint32_t token);
   /// A file's name, if one stands here; the word is passed over.
@@ -133,7 +181,7 @@ class StatementReader {
   /// An arithmetic expression; every dataname is read.
   TermRange expression() { return terms(true); }
   /// One operand, perhaps a function with its arguments.
-  TermRange primary() { return terms(false); }
+  TermRange primary();
   /// A condition, or one object of EVALUATE if `subject` is given. Pairs compared are related.
   void condition(TermRange subject = {});
   /// Whether the condition read last held a test of its own, so that its value is true or false.
@@ -169,17 +217,20 @@ class StatementReader {
 
   std::vector<Block> blocks;     ///< open statements that own later words
   std::vector<Subject> subjects; ///< of the EVALUATE statements among them
+  std::vector<Operand> targets;  ///< of the SET in hand
 
   /// Orders the instances by their place and hands them and the relations to the analysis.
   void finish();
 
  private:
   struct Noted {
-    std::uint32_t token;
-    std::uint32_t construct;
+    std::uint64_t place; ///< token in the upper half, construct in the lower: the order of instances
     NameId verb;
     Access access;
   };
+  static std::uint64_t placeOf(std::uint32_t token, std::uint32_t construct) {
+    return (std::uint64_t{token} << 32) | construct;
+  }
   struct Level {
     enum class Sort : std::uint8_t { group, function };
     Sort sort = Sort::group;
@@ -194,6 +245,8 @@ class StatementReader {
     bool related = false;   ///< the group holds a condition
     TermRange subject{};
     std::uint32_t side = 0; ///< first term of the side that is being read
+
+    bool isMeasured() const { return sort == Sort::function && function == FunctionKind::length; }
   };
   struct Mark {
     std::uint32_t begin;
@@ -209,7 +262,34 @@ class StatementReader {
     std::uint32_t pending = 0; ///< first of the operands read inside
   };
 
+  /// A name that no compiler reserves and that begins no paragraph: nearly every operand is one.
+  static bool isPlainName(const Token& t) {
+    return t.kind == TokenKind::word && t.text >= keywordCount() && !t.has(TokenFlag::areaA);
+  }
+  bool isNameHere(NameId word) const;
+  bool isConstantHere(Keyword word) const;
+  bool atSignedNumber() const { return (atSymbol('+') || atSymbol('-')) && token(1).kind == TokenKind::number; }
+  bool atOperandWord() const;
+  bool definesProcedure(bool sentenceStart) const;
+  bool endsHere(const Token& word, Ending ending) const;
+
+  /// A plain name without qualifiers, subscripts, a part or a method behind it.
+  bool atLoneName() const {
+    if (!isPlainName(token())) return false;
+    const Token& next = token(1);
+    if (next.kind == TokenKind::symbol) return !isSymbol(next, '(') && next.text != m_inlineMethod;
+    return next.kind != TokenKind::word || !isQualifying(next.text);
+  }
+  static bool isQualifying(NameId word) { return word == idOf(Keyword::Of) || word == idOf(Keyword::In); }
+  bool atQualifier() const {
+    const Token& t = token();
+    return t.kind == TokenKind::word && isQualifying(t.text) && token(1).kind == TokenKind::word;
+  }
+  void touchEach(const Operand& operand, Access access);
+  Operand longOperand(Demand demand);
   Operand plainOperand(Demand demand);
+  Operand reference(Demand demand);
+  Operand qualified(std::uint32_t nameToken, Demand demand);
   Operand methodCalled();
   Operand named(Demand demand);
   void lookUp(Operand& operand, NameId name, Demand demand);
@@ -220,10 +300,13 @@ class StatementReader {
   bool openParenthesis(const Operand& base);
   void closeParenthesis();
   /// A function whose name stands without the word FUNCTION.
-  bool isImpliedFunction() const;
-  bool acceptFunction();
+  bool isImpliedFunction() const { return (isSymbol(token(1), '(') || m_resolver.hasRepository()) && namesFunction(); }
+  bool namesFunction() const;
+  /// Passes over the name of a function and, if it has arguments, opens a level for them.
+  bool acceptFunction() { return atFunction() && openFunction(); }
+  bool openFunction();
   TermRange terms(bool operators);
-  void takeTerm();
+  void takeTerm(bool measured = false);
   static void endChain(Level& level, std::uint32_t size, std::vector<Mark>& marks);
   static void endSum(Level& level, std::uint32_t size, std::vector<Mark>& marks);
   void closeFunction(const Level& level);
@@ -239,13 +322,14 @@ class StatementReader {
   bool acceptArithmeticOperator();
 
   const TokenStream& m_stream;
+  const Token* m_tokens;
   Analysis& m_analysis;
   Diagnostics& m_diagnostics;
   Resolver m_resolver;
   Relations m_relations;
   Token m_nothing{};
-  std::uint32_t m_at = 0;
-  std::uint32_t m_end = 0;
+  const Token* m_here = m_tokens; ///< at the end: at or behind `m_limit`
+  const Token* m_limit = m_tokens;
   NameId m_verb = 0;
   bool m_hadTest = false;
   int m_preferredParent = -1;
@@ -260,7 +344,7 @@ class StatementReader {
   std::vector<NameId> m_qualifiers;
   std::vector<std::uint32_t> m_qualifierTokens;
   std::vector<Noted> m_noted;
-  std::map<std::pair<std::uint32_t, std::uint32_t>, Position> m_placed; ///< token and construct: where inside the token
+  std::map<std::uint64_t, Position> m_placed; ///< by `place`: where inside the token
   std::vector<int> m_ancestors;
   NameId m_power = 0;
   NameId m_inlineMethod = 0;

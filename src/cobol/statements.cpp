@@ -79,6 +79,40 @@ constexpr std::pair<Keyword, StatementHandler> kHandlers[] = {
     {Keyword::Xml, readXml},
 };
 
+constexpr WordClass kClasses[] = {
+    WordClass::none,
+#define WORD(name, text, kind) WordClass::kind,
+#include "cobol/keyword_table.inc"
+#undef WORD
+};
+
+constexpr Keyword kSoftVerbs[] = {
+    Keyword::Allocate, Keyword::Chain,     Keyword::Commit,  Keyword::Destroy,  Keyword::Disable,
+    Keyword::Enable,   Keyword::Enter,     Keyword::Examine, Keyword::Exhibit,  Keyword::Free,
+    Keyword::Json,     Keyword::Modify,    Keyword::Purge,   Keyword::Raise,    Keyword::Ready,
+    Keyword::Receive,  Keyword::Reset,     Keyword::Resume,  Keyword::Rollback, Keyword::Send,
+    Keyword::Service,  Keyword::Transform, Keyword::Unlock,  Keyword::Validate, Keyword::Xml,
+};
+
+constexpr Keyword kPhraseWords[] = {
+    Keyword::Next,      Keyword::Not,      Keyword::On,  Keyword::At,        Keyword::Size, Keyword::Invalid,
+    Keyword::Exception, Keyword::Overflow, Keyword::End, Keyword::EndOfPage, Keyword::Eop,
+};
+
+constexpr std::array<Ending, keywordCount()> makeEndings() {
+  std::array<Ending, keywordCount()> endings{};
+  for (NameId id = 0; id < keywordCount(); ++id) {
+    if (kClasses[id] == WordClass::verb) endings[id] = Ending::verb;
+    if (kClasses[id] == WordClass::terminator) endings[id] = Ending::closer;
+  }
+  for (const Keyword word : kSoftVerbs)
+    endings[idOf(word)] = Ending::softVerb;
+  for (const Keyword word : kPhraseWords)
+    endings[idOf(word)] = Ending::phrase;
+  endings[idOf(Keyword::Else)] = endings[idOf(Keyword::When)] = Ending::closer;
+  return endings;
+}
+
 constexpr Table makeTable() {
   Table table{};
   for (const auto& [verb, handler] : kHandlers)
@@ -89,6 +123,8 @@ constexpr Table makeTable() {
 constexpr Table kTable = makeTable();
 
 } // namespace
+
+constexpr std::array<Ending, keywordCount()> kEndings = makeEndings();
 
 StatementHandler handlerOf(Keyword verb) {
   return kTable[idOf(verb)];

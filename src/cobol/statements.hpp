@@ -1,10 +1,25 @@
 #pragma once
 
+#include <array>
+
 #include "cobol/keywords.hpp"
 
 namespace cobol {
 
 class StatementReader;
+
+/// What a word does to the statement before it.
+enum class Ending : std::uint8_t {
+  none,     ///< nothing: it belongs to the statement
+  verb,     ///< begins the next one
+  closer,   ///< ends it: a scope terminator, ELSE, WHEN
+  softVerb, ///< a verb that only some compilers reserve: a declaration makes a name of it
+  phrase,   ///< may begin a conditional phrase, such as ON SIZE ERROR, or NEXT SENTENCE: the next words tell
+};
+extern const std::array<Ending, keywordCount()> kEndings;
+inline Ending endingOf(NameId id) {
+  return id < keywordCount() ? kEndings[id] : Ending::none;
+}
 
 /// Reads one statement; the verb is the token before. What it leaves before the boundary was not understood.
 using StatementHandler = void (*)(StatementReader&);

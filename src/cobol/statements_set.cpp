@@ -39,7 +39,8 @@ Demand demandOfTargets(const StatementReader& r) {
   for (std::uint32_t ahead = 0;; ++ahead) {
     const Token& t = r.token(ahead);
     if (t.kind == TokenKind::period || t.kind == TokenKind::end || r.isVerb(t)) return Demand::dataName;
-    if (r.keyword(ahead) == Keyword::To || r.keyword(ahead) == Keyword::Up || r.keyword(ahead) == Keyword::Down) {
+    const Keyword word = r.keyword(ahead);
+    if (word == Keyword::To || word == Keyword::Up || word == Keyword::Down) {
       const Keyword source = r.keyword(ahead + 1);
       return source == Keyword::On || source == Keyword::Off ? Demand::declared : Demand::dataName;
     }
@@ -96,7 +97,7 @@ void readSet(StatementReader& r) {
     r.generic();
     return;
   }
-  std::vector<Operand> targets;
+  std::vector<Operand>& targets = r.targets;
   while (!r.atBoundary()) {
     targets.clear();
     const Demand demand = demandOfTargets(r);

@@ -229,6 +229,22 @@ TEST(RelationKinds, JoinWhatTheyShouldAndNothingBesides) {
   EXPECT_EQ(pairsOf("01 T.\n  05 E PIC X OCCURS 5.\n01 IX INDEX.\nSET IX TO 1. DISPLAY E (IX).", "Index"), "");
 }
 
+// The same triple from a declaration and from statements is one relationship.
+TEST(RelationKinds, GiveTheSitesOfDeclarationsBeforeThoseOfStatements) {
+  const std::string source = programOf(textOf("SEARCH ELEM VARYING IX WHEN A = B CONTINUE.\nDISPLAY ELEM (IX).\n"
+                                              "SEARCH ELEM VARYING IX WHEN A = C CONTINUE."));
+  const cobol::Analysis analysis = cobol::analyse(source, {.format = cobol::FormatChoice::free}, {});
+  EXPECT_EQ(pairsOf(analysis, "Index"), "IX -> ELEM");
+  for (const cobol::Relationship& r : analysis.relationships) {
+    if (r.kind != cobol::RelationKind::Index) continue;
+    const auto sites = analysis.sitesOf(r);
+    ASSERT_EQ(sites.size(), 3U);
+    EXPECT_EQ(sites[0], analysis.constructs[r.from].declared);
+    EXPECT_LT(sites[0], sites[1]);
+    EXPECT_EQ(sites[1].line + 2, sites[2].line);
+  }
+}
+
 TEST(RelationKinds, EachHasARow) {
   std::set<std::string_view> rows;
   for (const Row& row : kRows)
