@@ -79,28 +79,21 @@ void Scanner::beginRange(const CodeLine& line) {
   m_column = 1;
   m_last = nullptr;
   m_first = true;
-  m_stopLine = false;
 }
 
 void Scanner::scanRange(const char* p, const char* end) {
   if (m_openQuote) p = continueLiteral(p, end);
-  while (p < end && !m_stopLine) {
-    const char c = *p;
-    const CharClass sort = charClass(c);
+  while (p < end) {
+    const CharClass sort = charClass(*p);
     if (sort == CharClass::blank) {
       ++p;
       if (p < end && *p == ' ') p = skipSpaces(p + 1, end);
       continue;
     }
-    if (m_expect != Expect::nothing || m_sqlComment || c == '*' || c == '/') {
-      if (const char* behind = commentIn(p, end)) {
-        p = behind;
-        continue;
-      }
-      if (m_expect != Expect::nothing) {
-        p = scanPicture(p, end);
-        continue;
-      }
+    if (m_expect != Expect::nothing || m_sqlComment) {
+      const char* behind = commentIn(p, end);
+      p = behind ? behind : scanPicture(p, end);
+      continue;
     }
     switch (sort) {
     case CharClass::letter:
@@ -226,6 +219,17 @@ const char* Scanner::addSign(TokenKind kind, const char* at) {
 }
 
 const char* Scanner::scanWord(const char* p, const char* end) {
+  if (m_inExec || end - p > static_cast<std::ptrdiff_t>(kTextLimit)) return scanRareWord(p, end);
+  const std::size_t length = takeWord(p, end, m_readable, m_upper.get());
+  const char* const behind = p + length;
+  if (length <= 2 && behind < end && charClass(*behind) == CharClass::quote) return scanRareWord(p, end);
+  const NameId id = m_names.intern({m_upper.get(), length});
+  add(TokenKind::word, id, p, behind);
+  return id < keywordCount() ? onWord(static_cast<Keyword>(id), behind, end) : behind;
+}
+
+// A word in EXEC text, one that may be the prefix of a literal, or one on a line that is too long for any word.
+const char* Scanner::scanRareWord(const char* p, const char* end) {
   const char* from = p;
   const char* const kept = end - from > static_cast<std::ptrdiff_t>(kTextLimit) ? from + kTextLimit : end;
   std::size_t length = takeWord(from, kept, m_readable, m_upper.get());
@@ -245,8 +249,7 @@ const char* Scanner::scanWord(const char* p, const char* end) {
   Token& token = add(TokenKind::word, id, from, p);
   if (length == kTextLimit && p - from > static_cast<std::ptrdiff_t>(kTextLimit)) remarkCut(token);
   if (afterColon) token.flags |= TokenFlag::hostMark;
-  if (id < keywordCount()) onWord(static_cast<Keyword>(id), p, end);
-  return m_stopLine ? end : p;
+  return id < keywordCount() ? onWord(static_cast<Keyword>(id), p, end) : p;
 }
 
 // A number, unless letters show that it is a word with leading digits.
@@ -287,6 +290,7 @@ const char* Scanner::scanPeriodOrComma(const char* p, const char* end) {
 
 const char* Scanner::scanSymbol(const char* p, const char* end) {
   if (end - p >= 2) {
+    if (const char* behind = *p == '*' || *p == '/' ? commentIn(p, end) : nullptr) return behind;
     if (m_inSql && p[0] == '-' && p[1] == '-') return end;
     const std::string_view two = view(p, p + 2);
     // In `:A::B:` the colons belong to words apart, as in EXEC text.

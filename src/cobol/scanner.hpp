@@ -54,6 +54,7 @@ class Scanner {
   // words; each takes the place where it begins and gives the one behind it
   void scanRange(const char* p, const char* end);
   const char* scanWord(const char* p, const char* end);
+  const char* scanRareWord(const char* p, const char* end);
   const char* scanNumber(const char* p, const char* end);
   const char* scanLiteral(const char* start, const char* quote, const char* end);
   const char* continueLiteral(const char* p, const char* end);
@@ -68,7 +69,7 @@ class Scanner {
   void placeRest(Token& token, std::size_t end);
   const char* addText(TokenKind kind, const char* from, const char* to);
   const char* addSign(TokenKind kind, const char* at);
-  void onWord(Keyword word, const char* behind, const char* end);
+  const char* onWord(Keyword word, const char* behind, const char* end);
   void onDivision();
   void onExecWord(Keyword word);
   bool closesExec(const CodeLine& line) const;
@@ -98,7 +99,6 @@ class Scanner {
   std::uint32_t m_column = 1;
   const char* m_last = nullptr; ///< end of the token before
   bool m_first = true;          ///< no token on this line yet
-  bool m_stopLine = false;
 
   // what came before
   enum class Expect { nothing, picture, pictureOrIs };

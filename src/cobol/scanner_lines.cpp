@@ -1,6 +1,7 @@
 // The line side of the scanner: directives, comment entries, continuation, and what single words change for the lines
 // behind.
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "cobol/characters.hpp"
@@ -48,6 +49,17 @@ bool mayBeListingWord(const CodeLine& line) {
     return line.from - line.begin < 6 || !startsWithSixSpaces(line.begin);
   }
 }
+
+// The words that change how the text behind them is read, outside EXEC text.
+constexpr auto kTurns = [] {
+  std::array<bool, static_cast<std::size_t>(Keyword::Count_)> turns{};
+  for (const Keyword word :
+       {Keyword::Pic, Keyword::Picture, Keyword::Copy, Keyword::Replace, Keyword::Exec, Keyword::Execute,
+        Keyword::Division, Keyword::ProgramId, Keyword::Comma, Keyword::Mode, Keyword::Author, Keyword::Installation,
+        Keyword::DateWritten, Keyword::DateCompiled, Keyword::Security, Keyword::Remarks})
+    turns[idOf(word)] = true;
+  return turns;
+}();
 
 } // namespace
 
@@ -205,9 +217,13 @@ Keyword Scanner::before(std::size_t back) const {
   return keywordOf(m_block.tokens[count - 1 - back].text);
 }
 
-// Words that change how the text behind them is read.
-void Scanner::onWord(Keyword word, const char* behind, const char* end) {
-  if (m_inExec) return onExecWord(word);
+// Does what a word changes; gives where to read on.
+const char* Scanner::onWord(Keyword word, const char* behind, const char* end) {
+  if (!m_inExec && !kTurns[idOf(word)]) return behind;
+  if (m_inExec) {
+    onExecWord(word);
+    return behind;
+  }
   switch (word) {
   case Keyword::Pic:
   case Keyword::Picture:
@@ -248,12 +264,14 @@ void Scanner::onWord(Keyword word, const char* behind, const char* end) {
     if (m_inIdentification && m_block.tokens.back().has(TokenFlag::lineStart)) {
       behind = skipBlanks(behind, end);
       if (behind < end && *behind == '.') addText(TokenKind::period, behind, behind + 1);
-      m_commentEntry = m_stopLine = true;
+      m_commentEntry = true;
+      return end;
     }
     break;
   default:
     break;
   }
+  return behind;
 }
 
 void Scanner::onDivision() {
