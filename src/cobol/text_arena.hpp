@@ -35,12 +35,18 @@ class TextArena {
   /// A view that lives as long as the arena.
   Text keep(std::string_view text) {
     if (text.empty()) return {};
-    if (text.size() > m_left) open(text.size());
-    char* const place = m_next;
+    char* const place = room(text.size());
     std::memcpy(place, text.data(), text.size());
-    m_next += text.size();
-    m_left -= text.size();
     return std::string_view(place, text.size());
+  }
+
+  /// Where a text of so many bytes is to be written by the caller.
+  char* room(std::size_t bytes) {
+    if (bytes > m_left) open(bytes);
+    char* const place = m_next;
+    m_next += bytes;
+    m_left -= bytes;
+    return place;
   }
 
  private:
