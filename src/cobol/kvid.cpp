@@ -3,6 +3,7 @@
 #include <array>
 #include <bit>
 #include <cstring>
+#include <unordered_map>
 
 namespace cobol {
 namespace {
@@ -48,34 +49,22 @@ void appendKey(std::string& key, std::string_view text) {
 /// Counts equal keys: open addressing over the constructs that were first to have theirs.
 class KeyTable {
  public:
-  explicit KeyTable(const std::vector<Construct>& constructs) : m_constructs(constructs) {
-    const auto size = std::bit_ceil(std::max<std::size_t>(constructs.size() * 2, 16));
-    m_slots = std::make_unique<Slot[]>(size);
-    m_mask = size - 1;
-    m_shift = std::countl_zero(m_mask);
-  }
+  explicit KeyTable(const std::vector<Construct>& constructs)
+      : m_constructs(constructs), m_slots(std::bit_ceil(std::max<std::size_t>(constructs.size() * 2, 16))),
+        m_shift(std::countl_zero(m_slots.size() - 1)) {}
 
-  /// How many constructs have the key of this one by now, itself included.
-  std::uint32_t add(std::uint32_t construct) {
-    const auto key = m_constructs[construct].kvid;
-    const auto hash = hashOf(key);
-    for (auto at = hash >> m_shift;; at = (at + 1) & m_mask) {
-      Slot& slot = m_slots[at];
-      if (slot.count == 0) {
-        slot = {hash, construct, 1};
+  /// How many constructs have had the key by now, this one included.
+  std::uint32_t add(std::string_view key, std::uint32_t construct) {
+    for (auto at = hashOf(key) >> m_shift;; at = (at + 1) & (m_slots.size() - 1)) {
+      if (m_slots[at] == 0) {
+        m_slots[at] = construct + 1;
         return 1;
       }
-      if (slot.hash == hash && m_constructs[slot.construct].kvid == key) return ++slot.count;
+      if (m_constructs[m_slots[at] - 1].kvid == key) return 1 + ++m_repetitions[m_slots[at]];
     }
   }
 
  private:
-  struct Slot {
-    std::uint64_t hash;
-    std::uint32_t construct;
-    std::uint32_t count;
-  };
-
   /// Eight bytes a step, the last ones overlap those before them; the upper bits are the good ones.
   static std::uint64_t hashOf(std::string_view key) {
     std::uint64_t hash = key.size();
@@ -96,15 +85,16 @@ class KeyTable {
   }
 
   const std::vector<Construct>& m_constructs;
-  std::unique_ptr<Slot[]> m_slots;
-  std::size_t m_mask = 0;
-  int m_shift = 0;
+  std::vector<std::uint32_t> m_slots; ///< a construct's number from 1; 0: free
+  int m_shift;
+  std::unordered_map<std::uint32_t, std::uint32_t> m_repetitions; ///< by slot's content
 };
 
 /// Goes over the constructs in their order: groups come before what they hold, siblings as they are declared.
 class KeyWriter {
  public:
-  explicit KeyWriter(Analysis& analysis) : m_analysis(analysis), m_lists(analysis.constructs.size()) {
+  explicit KeyWriter(Analysis& analysis)
+      : m_analysis(analysis), m_texts(*analysis.texts), m_lists(analysis.constructs.size()) {
     for (const auto& program : analysis.programs)
       m_programs.push_back(keyText(program.path) + ':');
   }
@@ -112,22 +102,23 @@ class KeyWriter {
   std::vector<std::uint32_t> run() {
     std::vector<std::uint32_t> repeated;
     KeyTable seen(m_analysis.constructs);
-    for (std::size_t i = 0; i < m_analysis.constructs.size(); ++i) {
-      auto& item = m_analysis.constructs[i];
-      item.kvid = keyOf(item, m_lists[i]);
+    std::uint32_t i = 0;
+    for (auto& item : m_analysis.constructs) {
+      const auto index = i++;
+      item.kvid = keyOf(item, m_lists[index]);
       if (item.kvid.size() > kLongest) {
         std::string key = item.kvid;
         shortenKey(key, kLongest);
-        item.kvid = m_analysis.texts->keep(key);
+        item.kvid = m_texts.keep(key);
       }
-      auto times = seen.add(static_cast<std::uint32_t>(i));
+      auto times = seen.add(item.kvid, index);
       if (times == 1) continue;
       // A name may hold the sign itself: `A#2` beside two of `A`.
       const Text key = item.kvid;
       do {
-        item.kvid = m_analysis.texts->keep(key + '#' + std::to_string(times++));
-      } while (seen.add(static_cast<std::uint32_t>(i)) > 1);
-      repeated.push_back(static_cast<std::uint32_t>(i));
+        item.kvid = m_texts.keep(key + '#' + std::to_string(times++));
+      } while (seen.add(item.kvid, index) > 1);
+      repeated.push_back(index);
     }
     return repeated;
   }
@@ -135,55 +126,47 @@ class KeyWriter {
  private:
   /// Items below one, or records of one section and file.
   struct List {
-    std::string_view prefix;          ///< of their keys: names from the outermost in, each with a period behind
-    const Construct* named = nullptr; ///< the last item that has a name
-    std::uint32_t fillers = 0;        ///< behind that one
+    std::string_view prefix;   ///< of their keys: names from the outermost in, each with a period behind
+    std::string_view named;    ///< step to the last item that has a name; without an address: there is none
+    std::uint32_t fillers = 0; ///< behind that one
   };
 
   /// The key in full, without a sign of repetition. `below` is the list of what the item holds.
   Text keyOf(const Construct& item, List& below) {
+    std::string_view prefix, step;
+    List* list = nullptr;
     switch (item.kind) {
     case Kind::group:
-    case Kind::elementary: {
-      List& list = listOf(item);
-      list.named = &item;
-      list.fillers = 0;
-      return namedKey(list.prefix, item, below);
-    }
+    case Kind::elementary:
+      list = &listOf(item);
+      prefix = list->prefix;
+      step = nameStep(item.name);
+      break;
     case Kind::filler:
-      below.prefix = listOf(item).prefix; // a filler's name is left out
-      return join(below.prefix, fillerStep(listOf(item)));
+      list = &listOf(item);
+      below.prefix = list->prefix; // its name is left out
+      return join(list->prefix, fillerStep(*list));
     case Kind::renames:
     case Kind::condition:
-      if (item.parent < 0) return namedKey(prefixOfRecords(item), item, below);
-      return namedKey(m_lists[static_cast<std::size_t>(item.parent)].prefix, item, below);
-    case Kind::switchName:
-    case Kind::constant:
-      return join(prefixOf(item), step({}, item.name));
-    case Kind::index:
-      return join(prefixOf(item), step("@", item.name));
-    case Kind::specialRegister:
-      return join(prefixOf(item), step("!REG.", item.name));
-    case Kind::callSlot:
-      return join(prefixOf(item), slotStep("!CALL.", item.name));
-    case Kind::fileSlot:
-      return join(prefixOf(item), slotStep("!FILE.", item.name));
-    case Kind::undeclared:
-      return join(prefixOf(item), undeclaredStep(item.name));
+      prefix = item.parent < 0 ? prefixOfRecords(item) : m_lists[static_cast<std::size_t>(item.parent)].prefix;
+      step = nameStep(item.name);
+      break;
+    default:
+      prefix = prefixOf(item);
+      step = stepOutside(item);
     }
-    return {};
-  }
-
-  Text namedKey(std::string_view prefix, const Construct& item, List& below) {
-    const std::string_view name = item.name;
-    const Text key = join(prefix, isKeyText(name) ? name : step({}, name));
+    const Text key = join(prefix, step);
     below.prefix = {key.data(), key.size() + 1};
+    if (list != nullptr) {
+      list->named = {key.data() + prefix.size(), step.size()};
+      list->fillers = 0;
+    }
     return key;
   }
 
   /// Both parts, with a period behind the view that is given.
   Text join(std::string_view prefix, std::string_view step) {
-    char* const key = m_analysis.texts->room(prefix.size() + step.size() + 1);
+    char* const key = m_texts.room(prefix.size() + step.size() + 1);
     char* const end = std::copy(step.begin(), step.end(), std::copy(prefix.begin(), prefix.end(), key));
     *end = '.';
     return std::string_view(key, end);
@@ -206,11 +189,31 @@ class KeyWriter {
 
   std::string_view prefixOfRecords(const Construct& item) {
     if (item.file < 0) return prefixOf(item);
-    const Text key = join(prefixOf(item), step({}, m_analysis.dataFiles[static_cast<std::size_t>(item.file)].name));
+    const Text key = join(prefixOf(item), nameStep(m_analysis.dataFiles[static_cast<std::size_t>(item.file)].name));
     return {key.data(), key.size() + 1};
   }
 
-  std::string_view step(std::string_view sign, std::string_view name) {
+  /// Of what is no item.
+  std::string_view stepOutside(const Construct& item) {
+    switch (item.kind) {
+    case Kind::index:
+      return signedStep("@", item.name);
+    case Kind::specialRegister:
+      return signedStep("!REG.", item.name);
+    case Kind::callSlot:
+      return slotStep("!CALL.", item.name);
+    case Kind::fileSlot:
+      return slotStep("!FILE.", item.name);
+    case Kind::undeclared:
+      return undeclaredStep(item.name);
+    default:
+      return nameStep(item.name);
+    }
+  }
+
+  std::string_view nameStep(std::string_view name) { return isKeyText(name) ? name : signedStep({}, name); }
+
+  std::string_view signedStep(std::string_view sign, std::string_view name) {
     m_step = sign;
     appendKey(m_step, name);
     return m_step;
@@ -218,7 +221,8 @@ class KeyWriter {
 
   /// Which FILLER it is behind which named sibling.
   std::string_view fillerStep(List& list) {
-    step("~", list.named != nullptr ? list.named->name : "^");
+    m_step = '~';
+    m_step += list.named.data() != nullptr ? list.named : "^";
     m_step += '+';
     return m_step += std::to_string(++list.fillers);
   }
@@ -226,8 +230,8 @@ class KeyWriter {
   /// `SUB(1)` is SUB.1.
   std::string_view slotStep(std::string_view sign, std::string_view name) {
     const auto open = name.rfind('(');
-    if (open == std::string_view::npos || !name.ends_with(')')) return step(sign, name);
-    step(sign, name.substr(0, open));
+    if (open == std::string_view::npos || !name.ends_with(')')) return signedStep(sign, name);
+    signedStep(sign, name.substr(0, open));
     m_step += '.';
     appendKey(m_step, name.substr(open + 1, name.size() - open - 2));
     return m_step;
@@ -253,6 +257,7 @@ class KeyWriter {
   }
 
   Analysis& m_analysis;
+  TextArena& m_texts;
   std::vector<std::string> m_programs; ///< what all keys of each begin with
   std::vector<List> m_lists;           ///< by construct: what stands below it
   List m_records;                      ///< those in hand
