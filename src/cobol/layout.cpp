@@ -1,5 +1,6 @@
 #include "cobol/layout.hpp"
 
+#include <optional>
 #include <unordered_map>
 
 #include "cobol/record_layout.hpp"
@@ -36,26 +37,35 @@ class Areas {
 class Layout {
  public:
   Layout(Analysis& analysis, const Options& options, Diagnostics& diagnostics)
-      : m_analysis(analysis), m_options(options), m_records(analysis, options, diagnostics),
+      : m_analysis(analysis), m_options(options), m_layout(analysis, options, diagnostics),
         m_areas(analysis.constructs.size()) {}
 
   void run() {
-    const int count = static_cast<int>(m_analysis.constructs.size());
-    for (int i = 0; i < count; ++i)
-      if (isRecord(i)) m_records.layOut(i);
-    for (int i = 0; i < count; ++i)
-      if (at(i).kind == Kind::renames) placeRenames(at(i));
+    layOutRecords();
     join();
     place();
-    markVariable();
-    for (int i = 0; i < count; ++i)
-      writeDims(at(i));
+    if (m_anyVariable) markVariable();
     layOutWithoutStorage(m_analysis, m_options);
   }
 
  private:
   Construct& at(int index) { return m_analysis.constructs[static_cast<std::size_t>(index)]; }
-  bool isRecord(int index) { return at(index).hasStorage() && at(index).kind != Kind::renames && at(index).parent < 0; }
+
+  void layOutRecords() {
+    std::vector<Construct*> renames;
+    for (auto& item : m_analysis.constructs) {
+      if (item.kind == Kind::renames) {
+        renames.push_back(&item);
+      } else if (item.hasStorage()) {
+        if (item.parent < 0) m_records.push_back(static_cast<int>(&item - m_analysis.constructs.data()));
+        m_anyVariable = m_anyVariable || (item.flags & variableSize) != 0;
+      }
+    }
+    for (const int record : m_records)
+      m_layout.layOut(record);
+    for (Construct* item : renames)
+      placeRenames(*item);
+  }
 
   void placeRenames(Construct& item) {
     if (item.renamesFirst < 0 || item.renamesLast < 0) {
@@ -71,10 +81,8 @@ class Layout {
 
   /// What shares an area.
   void join() {
-    const int count = static_cast<int>(m_analysis.constructs.size());
     std::unordered_map<std::string_view, int> externals;
-    for (int i = 0; i < count; ++i) {
-      if (!isRecord(i)) continue;
+    for (const int i : m_records) {
       if (at(i).redefines >= 0) m_areas.join(i, at(at(i).redefines).record);
       if ((at(i).flags & external) != 0 && at(i).file < 0 && at(i).kind != Kind::filler) {
         const auto [found, isNew] = externals.try_emplace(at(i).name, i);
@@ -97,14 +105,32 @@ class Layout {
     }
   }
 
-  /// Bases of the areas, then offsets of everything in them.
+  /// Bases of the areas, then offsets of everything in them and dims.
   void place() {
-    const int count = static_cast<int>(m_analysis.constructs.size());
-    std::vector<std::int64_t> bases(m_analysis.constructs.size(),
-                                    0); // by leading record: first its size, then its base
+    const auto bases = placeAreas();
+    int record = -1, area = -1;
+    std::int64_t base = 0;
+    for (auto& item : m_analysis.constructs) {
+      if (!item.hasStorage()) continue;
+      if (item.record >= 0) {
+        if (item.record != record) {
+          record = item.record;
+          const int leader = m_areas.find(record);
+          area = at(leader).area;
+          base = bases[static_cast<std::size_t>(leader)];
+        }
+        item.area = area;
+        item.offset = saturatingAdd(base, item.position);
+      }
+      writeDims(item);
+    }
+  }
+
+  /// By leading record: where its area begins.
+  std::vector<std::int64_t> placeAreas() {
+    std::vector<std::int64_t> bases(m_analysis.constructs.size(), 0); // first the sizes
     std::vector<int> leaders;
-    for (int i = 0; i < count; ++i) {
-      if (!isRecord(i)) continue;
+    for (const int i : m_records) {
       const int leader = m_areas.find(i);
       if (leader == i) {
         at(i).area = static_cast<int>(leaders.size());
@@ -117,17 +143,12 @@ class Layout {
     }
     std::int64_t next = 0;
     for (const int leader : leaders) {
-      const auto size = bases[static_cast<std::size_t>(leader)];
-      const auto base = next >= kOffsetLimit ? kOffsetLimit : (next + 15) / 16 * 16;
-      bases[static_cast<std::size_t>(leader)] = base;
+      auto& base = bases[static_cast<std::size_t>(leader)];
+      const auto size = base;
+      base = next >= kOffsetLimit ? kOffsetLimit : (next + 15) / 16 * 16;
       next = saturatingAdd(saturatingAdd(base, size), 16);
     }
-    for (int i = 0; i < count; ++i) {
-      if (!at(i).hasStorage() || at(i).record < 0) continue;
-      const int leader = m_areas.find(at(i).record);
-      at(i).area = at(leader).area;
-      at(i).offset = saturatingAdd(bases[static_cast<std::size_t>(leader)], at(i).position);
-    }
+    return bases;
   }
 
   /// Flag D: tables of variable count, the groups around them and what comes behind them. The readers flagged the
@@ -140,7 +161,7 @@ class Layout {
       if (!item.hasStorage() || item.kind == Kind::renames) continue;
       const auto parent = static_cast<std::size_t>(item.parent);
       if (item.redefines >= 0) {
-        behind[i] = behind[static_cast<std::size_t>(m_records.rootOf(static_cast<int>(i)))];
+        behind[i] = behind[static_cast<std::size_t>(m_layout.rootOf(static_cast<int>(i)))];
       } else {
         behind[i] = item.parent >= 0 && (behind[parent] || holds[parent]);
       }
@@ -154,7 +175,6 @@ class Layout {
   }
 
   void writeDims(Construct& item) {
-    if (!item.hasStorage()) return;
     if (item.parent >= 0 && item.kind != Kind::renames) item.dims = at(item.parent).dims;
     if (!item.repeats) return;
     m_dims = item.dims;
@@ -165,10 +185,27 @@ class Layout {
 
   Analysis& m_analysis;
   const Options& m_options;
-  RecordLayout m_records;
+  RecordLayout m_layout;
   Areas m_areas;
-  std::string m_dims; ///< the one in hand
+  std::vector<int> m_records;
+  bool m_anyVariable = false; ///< some table is of variable count
+  std::string m_dims;         ///< the one in hand
 };
+
+struct AreasEnd {
+  int areas = 0;
+  std::int64_t offset = 0;
+};
+
+AreasEnd endOf(const std::vector<Construct>& constructs) {
+  AreasEnd end;
+  for (const auto& item : constructs) {
+    if (item.area < 0) continue;
+    end.areas = std::max(end.areas, item.area + 1);
+    end.offset = std::max(end.offset, saturatingAdd(item.offset, item.size));
+  }
+  return end;
+}
 
 } // namespace
 
@@ -177,22 +214,17 @@ void layOut(Analysis& analysis, const Options& options, Diagnostics& diagnostics
 }
 
 void layOutWithoutStorage(Analysis& analysis, const Options& options) {
-  std::int64_t behind = 0;
-  int areas = 0;
-  for (const auto& item : analysis.constructs) {
-    if (item.area < 0) continue;
-    areas = std::max(areas, item.area + 1);
-    behind = std::max(behind, saturatingAdd(item.offset, item.size));
-  }
+  std::optional<AreasEnd> end; // sought for the first register that needs an area
   std::int64_t without = 0;
   for (auto& item : analysis.constructs) {
     if (item.hasStorage() && item.area >= 0) continue; // a 66 without a record has none
     if (item.kind == Kind::specialRegister && item.length > 0) {
       if (item.area >= 0) continue;
-      item.area = areas++;
+      if (!end) end = endOf(analysis.constructs);
+      item.area = end->areas++;
       item.size = item.length;
-      item.offset = saturatingAdd((saturatingAdd(behind, 16) + 15) / 16 * 16, 0);
-      behind = saturatingAdd(item.offset, item.size);
+      item.offset = (saturatingAdd(end->offset, 16) + 15) / 16 * 16;
+      end->offset = saturatingAdd(item.offset, item.size);
       continue;
     }
     item.offset = -++without;
