@@ -44,7 +44,7 @@ class Layout {
     layOutRecords();
     join();
     place();
-    if (m_anyVariable) markVariable();
+    if (m_variable >= 0) markVariable(static_cast<std::size_t>(m_variable));
     layOutWithoutStorage(m_analysis, m_options);
   }
 
@@ -58,7 +58,7 @@ class Layout {
         renames.push_back(&item);
       } else if (item.hasStorage()) {
         if (item.parent < 0) m_records.push_back(static_cast<int>(&item - m_analysis.constructs.data()));
-        m_anyVariable = m_anyVariable || (item.flags & variableSize) != 0;
+        if ((item.flags & variableSize) != 0 && m_variable < 0) m_variable = std::max(item.record, 0);
       }
     }
     for (const int record : m_records)
@@ -115,9 +115,8 @@ class Layout {
       if (item.record >= 0) {
         if (item.record != record) {
           record = item.record;
-          const int leader = m_areas.find(record);
-          area = at(leader).area;
-          base = bases[static_cast<std::size_t>(leader)];
+          area = at(m_areas.find(record)).area;
+          base = bases[static_cast<std::size_t>(area)];
         }
         item.area = area;
         item.offset = saturatingAdd(base, item.position);
@@ -126,24 +125,22 @@ class Layout {
     }
   }
 
-  /// By leading record: where its area begins.
+  /// Numbers the areas at their leading records; where each begins.
   std::vector<std::int64_t> placeAreas() {
-    std::vector<std::int64_t> bases(m_analysis.constructs.size(), 0); // first the sizes
-    std::vector<int> leaders;
+    std::vector<std::int64_t> bases; // first the sizes
     for (const int i : m_records) {
       const int leader = m_areas.find(i);
       if (leader == i) {
-        at(i).area = static_cast<int>(leaders.size());
-        leaders.push_back(i);
+        at(i).area = static_cast<int>(bases.size());
+        bases.push_back(0);
       }
-      auto& size = bases[static_cast<std::size_t>(leader)];
+      auto& size = bases[static_cast<std::size_t>(at(leader).area)];
       size = std::max(size, at(i).size);
       if (at(i).file >= 0)
         size = std::max(size, m_analysis.dataFiles[static_cast<std::size_t>(at(i).file)].minimumSize);
     }
     std::int64_t next = 0;
-    for (const int leader : leaders) {
-      auto& base = bases[static_cast<std::size_t>(leader)];
+    for (auto& base : bases) {
       const auto size = base;
       base = next >= kOffsetLimit ? kOffsetLimit : (next + 15) / 16 * 16;
       next = saturatingAdd(saturatingAdd(base, size), 16);
@@ -152,11 +149,11 @@ class Layout {
   }
 
   /// Flag D: tables of variable count, the groups around them and what comes behind them. The readers flagged the
-  /// tables.
-  void markVariable() {
+  /// tables; all that it can reach stands in their records.
+  void markVariable(std::size_t from) {
     const auto count = m_analysis.constructs.size();
     std::vector<bool> holds(count), behind(count);
-    for (std::size_t i = 0; i < count; ++i) {
+    for (auto i = from; i < count; ++i) {
       auto& item = m_analysis.constructs[i];
       if (!item.hasStorage() || item.kind == Kind::renames) continue;
       const auto parent = static_cast<std::size_t>(item.parent);
@@ -169,7 +166,7 @@ class Layout {
       for (int up = item.parent; up >= 0 && !holds[static_cast<std::size_t>(up)]; up = at(up).parent)
         holds[static_cast<std::size_t>(up)] = true;
     }
-    for (std::size_t i = 0; i < count; ++i)
+    for (auto i = from; i < count; ++i)
       if (holds[i] || behind[i])
         m_analysis.constructs[i].flags = static_cast<std::uint16_t>(m_analysis.constructs[i].flags | variableSize);
   }
@@ -188,8 +185,8 @@ class Layout {
   RecordLayout m_layout;
   Areas m_areas;
   std::vector<int> m_records;
-  bool m_anyVariable = false; ///< some table is of variable count
-  std::string m_dims;         ///< the one in hand
+  int m_variable = -1; ///< the first record with a table of variable count
+  std::string m_dims;  ///< the one in hand
 };
 
 struct AreasEnd {

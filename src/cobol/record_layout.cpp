@@ -39,12 +39,11 @@ void setSize(Construct& item, int boundaryInside) {
 } // namespace
 
 void RedefinitionRoots::seek() {
-  m_roots.reserve(m_analysis.constructs.size());
-  for (const auto& item : m_analysis.constructs) {
+  m_roots.resize(m_analysis.constructs.size());
+  for (std::size_t i = 0; i < m_roots.size(); ++i) {
     // A target stands before the item that redefines it.
-    const int index = static_cast<int>(m_roots.size());
-    const bool redefines = item.redefines >= 0 && item.redefines < index;
-    m_roots.push_back(redefines ? m_roots[static_cast<std::size_t>(item.redefines)] : index);
+    const int index = static_cast<int>(i), target = m_analysis.constructs[i].redefines;
+    m_roots[i] = target >= 0 && target < index ? m_roots[static_cast<std::size_t>(target)] : index;
   }
 }
 
@@ -102,7 +101,8 @@ std::int64_t RecordLayout::startOfRedefinition(int item) {
 }
 
 /// The size of the child at hand is known: moves its group on.
-void RecordLayout::advance(Frame& frame, const Construct& item, int boundaryInside) {
+void RecordLayout::advance(Frame& frame, int boundaryInside) {
+  const Construct& item = at(frame.child);
   const auto end = saturatingAdd(item.position, item.size);
   frame.boundary = std::max(frame.boundary, boundaryInside);
   if (item.redefines >= 0) {
@@ -123,13 +123,15 @@ void RecordLayout::compare(const Construct& item, const Construct& root) {
                     std::string(item.name) + " is longer than " + std::string(root.name) + ", which it redefines");
 }
 
-void RecordLayout::close(const Frame& frame) {
-  Construct& group = at(frame.group);
-  group.length = frame.current - frame.begin;
-  const bool isRecord = m_frames.empty();
-  if (isRecord && group.section == Section::report) group.length = std::max(group.length, m_farthest);
-  setSize(group, frame.boundary);
-  if (!isRecord) advance(m_frames.back(), group, frame.boundary);
+/// The group at hand is laid out up to its end; the boundary inside.
+int RecordLayout::close() {
+  const Frame done = m_frames.back();
+  m_frames.pop_back();
+  Construct& group = at(done.group);
+  group.length = done.current - done.begin;
+  if (m_frames.empty() && group.section == Section::report) group.length = std::max(group.length, m_farthest);
+  setSize(group, done.boundary);
+  return done.boundary;
 }
 
 void RecordLayout::layOut(int record) {
@@ -137,24 +139,24 @@ void RecordLayout::layOut(int record) {
   if (!at(record).isGroup()) return setSize(at(record), boundaryOf(at(record), m_options));
   open(record, 0);
   m_farthest = 0;
-  while (!m_frames.empty()) {
-    Frame& frame = m_frames.back();
+  for (;;) {
+    const Frame& frame = m_frames.back();
+    int boundary = 1;
     if (frame.child < 0) {
-      const Frame done = frame;
-      m_frames.pop_back();
-      close(done);
-      continue;
+      boundary = close();
+      if (m_frames.empty()) return;
+    } else {
+      Construct& item = at(frame.child);
+      item.position = startOf(frame);
+      if (item.isGroup()) {
+        open(frame.child, item.position);
+        continue;
+      }
+      boundary = boundaryOf(item, m_options);
+      setSize(item, boundary);
+      if (item.section == Section::report) m_farthest = std::max(m_farthest, saturatingAdd(item.position, item.size));
     }
-    Construct& item = at(frame.child);
-    item.position = startOf(frame);
-    if (item.isGroup()) {
-      open(frame.child, item.position);
-      continue;
-    }
-    const int boundary = boundaryOf(item, m_options);
-    setSize(item, boundary);
-    if (item.section == Section::report) m_farthest = std::max(m_farthest, saturatingAdd(item.position, item.size));
-    advance(frame, item, boundary);
+    advance(m_frames.back(), boundary);
   }
 }
 

@@ -56,10 +56,10 @@ class RecordLayout {
   };
 
   void open(int group, std::int64_t position);
-  void close(const Frame& frame);
+  int close();
   std::int64_t startOf(const Frame& frame);
   std::int64_t startOfRedefinition(int item);
-  void advance(Frame& frame, const Construct& item, int boundaryInside);
+  void advance(Frame& frame, int boundaryInside);
   void compare(const Construct& item, const Construct& root);
   void grow(int item, std::int64_t slack);
   int boundaryBefore(int item) const;
