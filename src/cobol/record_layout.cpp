@@ -48,10 +48,11 @@ void RedefinitionRoots::seek() {
 }
 
 /// Boundary of the elementary item that an item begins with.
-int RecordLayout::boundaryBefore(int item) const {
-  while (m_options.sync == SyncRule::ibm && at(item).isGroup())
-    item = at(item).firstChild;
-  return boundaryOf(at(item), m_options);
+int RecordLayout::boundaryBefore(const Construct& item) const {
+  const Construct* first = &item;
+  while (first->isGroup())
+    first = &at(first->firstChild);
+  return boundaryOf(*first, m_options);
 }
 
 /// The slack that an item needs belongs to the item before, at the level of the last elementary item of it, so every
@@ -72,8 +73,7 @@ void RecordLayout::open(int group, std::int64_t position) {
 }
 
 /// Where the child at hand begins.
-std::int64_t RecordLayout::startOf(const Frame& frame) {
-  const Construct& item = at(frame.child);
+std::int64_t RecordLayout::startOf(const Frame& frame, const Construct& item) {
   if (item.redefines >= 0) return startOfRedefinition(frame.child);
   if (item.section == Section::report) {
     // Lines of a report group lie over each other; COLUMN counts from the start of the line.
@@ -82,18 +82,15 @@ std::int64_t RecordLayout::startOf(const Frame& frame) {
     if (item.fixedPosition < -1) return saturatingAdd(frame.current, -item.fixedPosition - 2);
     return frame.current;
   }
-  const auto start = roundUp(frame.current, boundaryBefore(frame.child));
-  if (start > frame.current && m_options.sync == SyncRule::ibm && frame.previous >= 0)
-    grow(frame.previous, start - frame.current);
+  const bool ibm = m_options.sync == SyncRule::ibm;
+  const auto start = roundUp(frame.current, ibm ? boundaryBefore(item) : boundaryOf(item, m_options));
+  if (ibm && start > frame.current && frame.previous >= 0) grow(frame.previous, start - frame.current);
   return start;
 }
 
 std::int64_t RecordLayout::startOfRedefinition(int item) {
   const Construct& root = at(m_roots.of(item));
-  int first = item;
-  while (at(first).isGroup())
-    first = at(first).firstChild;
-  if (root.position % boundaryOf(at(first), m_options) != 0)
+  if (root.position % boundaryBefore(at(item)) != 0)
     m_diagnostics.add(Code::SyncMisaligned, Severity::warning, at(item).declared,
                       std::string(at(item).name) + " is SYNCHRONIZED but begins where " + std::string(root.name) +
                           " does, off its boundary");
@@ -147,7 +144,7 @@ void RecordLayout::layOut(int record) {
       if (m_frames.empty()) return;
     } else {
       Construct& item = at(frame.child);
-      item.position = startOf(frame);
+      item.position = startOf(frame, item);
       if (item.isGroup()) {
         open(frame.child, item.position);
         continue;

@@ -57,12 +57,12 @@ class RecordLayout {
 
   void open(int group, std::int64_t position);
   int close();
-  std::int64_t startOf(const Frame& frame);
+  std::int64_t startOf(const Frame& frame, const Construct& item);
   std::int64_t startOfRedefinition(int item);
   void advance(Frame& frame, int boundaryInside);
   void compare(const Construct& item, const Construct& root);
   void grow(int item, std::int64_t slack);
-  int boundaryBefore(int item) const;
+  int boundaryBefore(const Construct& item) const;
   Construct& at(int index) { return m_analysis.constructs[static_cast<std::size_t>(index)]; }
   const Construct& at(int index) const { return m_analysis.constructs[static_cast<std::size_t>(index)]; }
 

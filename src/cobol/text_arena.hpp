@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace cobol {
@@ -42,25 +43,23 @@ class TextArena {
 
   /// Where a text of so many bytes is to be written by the caller.
   char* room(std::size_t bytes) {
-    if (bytes > m_left) open(bytes);
-    char* const place = m_next;
-    m_next += bytes;
-    m_left -= bytes;
-    return place;
+    if (bytes > static_cast<std::size_t>(m_end - m_next)) open(bytes);
+    return std::exchange(m_next, m_next + bytes);
   }
 
  private:
   static constexpr std::size_t kBlockBytes = 32 * 1024;
 
   void open(std::size_t atLeast) {
-    m_left = atLeast > kBlockBytes ? atLeast : kBlockBytes;
-    m_blocks.push_back(std::make_unique_for_overwrite<char[]>(m_left));
+    const auto bytes = atLeast > kBlockBytes ? atLeast : kBlockBytes;
+    m_blocks.push_back(std::make_unique_for_overwrite<char[]>(bytes));
     m_next = m_blocks.back().get();
+    m_end = m_next + bytes;
   }
 
   std::vector<std::unique_ptr<char[]>> m_blocks;
   char* m_next = nullptr;
-  std::size_t m_left = 0;
+  char* m_end = nullptr; ///< of the block in hand
 };
 
 } // namespace cobol
