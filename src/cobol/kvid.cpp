@@ -143,9 +143,7 @@ class KeyWriter {
       step = nameStep(item.name);
       break;
     case Kind::filler:
-      list = &listOf(item);
-      below.prefix = list->prefix; // its name is left out
-      return join(list->prefix, fillerStep(*list));
+      return fillerKey(listOf(item), below);
     case Kind::renames:
     case Kind::condition:
       prefix = item.parent < 0 ? prefixOfRecords(item) : m_lists[static_cast<std::size_t>(item.parent)].prefix;
@@ -164,12 +162,23 @@ class KeyWriter {
     return key;
   }
 
-  /// Both parts, with a period behind the view that is given.
-  Text join(std::string_view prefix, std::string_view step) {
-    char* const key = m_texts.room(prefix.size() + step.size() + 1);
-    char* const end = std::copy(step.begin(), step.end(), std::copy(prefix.begin(), prefix.end(), key));
+  /// Which FILLER it is behind which named sibling; what it holds leaves it out.
+  Text fillerKey(List& list, List& below) {
+    using namespace std::string_view_literals;
+    below.prefix = list.prefix;
+    const auto named = list.named.data() != nullptr ? list.named : "^"sv;
+    return join(list.prefix, "~"sv, named, "+"sv, std::to_string(++list.fillers));
+  }
+
+  /// The parts one behind the other, with a period behind the view that is given.
+  template<typename... Part>
+  Text join(const Part&... parts) {
+    const std::size_t length = (parts.size() + ...);
+    char* const key = m_texts.room(length + 1);
+    char* end = key;
+    ((end = std::copy(parts.begin(), parts.end(), end)), ...);
     *end = '.';
-    return std::string_view(key, end);
+    return std::string_view(key, length);
   }
 
   List& listOf(const Construct& item) {
@@ -217,14 +226,6 @@ class KeyWriter {
     m_step = sign;
     appendKey(m_step, name);
     return m_step;
-  }
-
-  /// Which FILLER it is behind which named sibling.
-  std::string_view fillerStep(List& list) {
-    m_step = '~';
-    m_step += list.named.data() != nullptr ? list.named : "^";
-    m_step += '+';
-    return m_step += std::to_string(++list.fillers);
   }
 
   /// `SUB(1)` is SUB.1.
