@@ -126,9 +126,9 @@ class KeyWriter {
  private:
   /// Items below one, or records of one section and file.
   struct List {
-    std::string_view prefix;   ///< of their keys: names from the outermost in, each with a period behind
-    std::string_view named;    ///< step to the last item that has a name; without an address: there is none
-    std::uint32_t fillers = 0; ///< behind that one
+    std::string_view prefix = {}; ///< of their keys: names from the outermost in, each with a period behind
+    std::string_view named = {};  ///< step to the last item that has a name; without an address: there is none
+    std::uint32_t fillers = 0;    ///< behind that one
   };
 
   /// The key in full, without a sign of repetition. `below` is the list of what the item holds.
