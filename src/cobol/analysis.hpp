@@ -53,37 +53,37 @@ struct Construct {
   Text name; ///< upper case; "FILLER" for nameless items
   Kind kind = Kind::elementary;
   Section section = Section::none;
+  bool repeats = false; ///< has an OCCURS clause
+  bool isSigned = false;
+  std::uint16_t flags = 0;
   int level = 0;       ///< as declared, 0 where there is none (slots, registers)
   int program = 0;     ///< index into Analysis::programs
   int parent = -1;     ///< enclosing group; of a condition, its item; of an index, its table; of a 66, its record
   int firstChild = -1; ///< subordinate items only (no 88, 66, index)
   int nextSibling = -1;
-  int record = -1;           ///< its level 01 or 77
-  int file = -1;             ///< index into Analysis::dataFiles of an FD/SD/RD/CD record
-  int redefines = -1;        ///< the item of its REDEFINES clause
-  int area = -1;             ///< storage area: equal exactly when storage is shared at level 01
+  int record = -1;          ///< its level 01 or 77
+  int file = -1;            ///< index into Analysis::dataFiles of an FD/SD/RD/CD record
+  int redefines = -1;       ///< the item of its REDEFINES clause
+  int area = -1;            ///< storage area: equal exactly when storage is shared at level 01
+  std::uint32_t occurs = 1; ///< own OCCURS maximum; 1: does not repeat
+  std::uint32_t occursMin = 1;
+  Position declared;         ///< the name token (the level number of a nameless item)
+  std::uint32_t token = 0;   ///< index of that token in the stream; 0: declared by a directive
   std::int64_t offset = 0;   ///< numbered through the program, bytes; negative for constructs without storage, also for
                              ///< a 66 that follows no record
   std::int64_t size = 0;     ///< bytes: length times own OCCURS maximum
   std::int64_t position = 0; ///< bytes from the start of its record
   std::int64_t length = 0;   ///< bytes of one occurrence
-  std::uint32_t occurs = 1;  ///< own OCCURS maximum; 1: does not repeat
-  std::uint32_t occursMin = 1;
-  bool repeats = false; ///< has an OCCURS clause
-  Text dims;            ///< "count×stride" outermost first, ancestors included, written "12x9,2x4"
-  Text picture;         ///< upper case, as written
-  Text usage;           ///< normalised: "DISPLAY", "COMP", "COMP-3", …; empty for a group without its own
+  Text dims;                 ///< "count×stride" outermost first, ancestors included, written "12x9,2x4"
+  Text picture;              ///< upper case, as written
+  Text usage;                ///< normalised: "DISPLAY", "COMP", "COMP-3", …; empty for a group without its own
+  Text value;                ///< text of the VALUE clause, of an 88 all its values
   int digits = 0;
-  int scale = 0; ///< digits behind the point; negative with trailing P
-  bool isSigned = false;
-  Text value; ///< text of the VALUE clause, of an 88 all its values
-  std::uint16_t flags = 0;
+  int scale = 0;                   ///< digits behind the point; negative with trailing P
   int renamesFirst = -1;           ///< of a 66: the item at its start
   int renamesLast = -1;            ///< of a 66: the item at its end, the first one again without THRU
   std::int64_t fixedPosition = -1; ///< of a report or CD item: bytes from the record's start; -1: where it falls;
                                    ///< -1-n: n bytes (columns) on from the end of the item before
-  Position declared;               ///< the name token (the level number of a nameless item)
-  std::uint32_t token = 0;         ///< index of that token in the stream; 0: declared by a directive
 
   bool hasStorage() const { return kind <= Kind::renames; }
   bool isGroup() const { return firstChild >= 0; }

@@ -7,20 +7,21 @@ namespace {
 
 class DeclaredRelations {
  public:
-  explicit DeclaredRelations(Analysis& analysis) : m_analysis(analysis), m_roots(redefinitionRoots(analysis)) {}
+  explicit DeclaredRelations(Analysis& analysis) : m_analysis(analysis), m_roots(analysis) {}
 
   void run() {
-    for (std::size_t i = 0; i < m_analysis.constructs.size(); ++i) {
-      const auto& item = m_analysis.constructs[i];
-      if (item.parent < 0) continue;
-      if (item.kind == Kind::condition) add(static_cast<int>(i), item.parent, RelationKind::Condition, item.declared);
-      if (item.kind == Kind::index) add(static_cast<int>(i), item.parent, RelationKind::Index, item.declared);
+    int index = 0;
+    for (const auto& item : m_analysis.constructs) {
+      const int i = index++;
+      if (item.kind < Kind::condition || item.parent < 0) continue; // as most
+      if (item.kind == Kind::condition) add(i, item.parent, RelationKind::Condition, item.declared);
+      if (item.kind == Kind::index) add(i, item.parent, RelationKind::Index, item.declared);
     }
     for (const auto& reference : m_analysis.references) {
       if (reference.target < 0 || reference.construct < 0) continue;
       using Role = DataReference::Role;
       if (reference.role == Role::redefines)
-        add(reference.construct, rootOf(reference.target), RelationKind::Redefinition, reference.at);
+        add(reference.construct, m_roots.of(reference.target), RelationKind::Redefinition, reference.at);
       const bool second = reference.role == Role::renamesLast;
       if (second &&
           m_analysis.constructs[static_cast<std::size_t>(reference.construct)].renamesFirst == reference.target)
@@ -31,14 +32,13 @@ class DeclaredRelations {
   }
 
  private:
-  int rootOf(int item) const { return m_roots[static_cast<std::size_t>(item)]; }
   void add(int from, int to, RelationKind kind, const Position& at) {
     if (from == to) return;
     m_analysis.relate(kind, static_cast<std::uint32_t>(from), static_cast<std::uint32_t>(to), at);
   }
 
   Analysis& m_analysis;
-  const std::vector<int> m_roots;
+  RedefinitionRoots m_roots;
 };
 
 } // namespace

@@ -1,6 +1,9 @@
 #include "cobol/kvid.hpp"
 
 #include <array>
+#include <bit>
+#include <cstring>
+#include <unordered_map>
 
 namespace cobol {
 namespace {
@@ -20,8 +23,12 @@ bool isKeyCharacter(char c) {
   return kKeyCharacters[static_cast<unsigned char>(c)];
 }
 
+bool isKeyText(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), isKeyCharacter);
+}
+
 void appendKey(std::string& key, std::string_view text) {
-  if (std::all_of(text.begin(), text.end(), isKeyCharacter)) {
+  if (isKeyText(text)) {
     key += text;
     return;
   }
@@ -42,182 +49,199 @@ void appendKey(std::string& key, std::string_view text) {
 /// Counts equal keys: open addressing over the constructs that were first to have theirs.
 class KeyTable {
  public:
-  explicit KeyTable(const std::vector<Construct>& constructs) : m_constructs(constructs) {
-    std::size_t size = 16;
-    while (size < constructs.size() * 2)
-      size *= 2;
-    m_slots.resize(size);
-  }
+  explicit KeyTable(const std::vector<Construct>& constructs)
+      : m_constructs(constructs), m_slots(std::bit_ceil(std::max<std::size_t>(constructs.size() * 2, 16))),
+        m_shift(std::countl_zero(m_slots.size() - 1)) {}
 
-  /// How many constructs have the key of this one by now, itself included.
-  std::uint32_t add(std::uint32_t construct) {
-    const auto key = m_constructs[construct].kvid;
-    const auto hash = std::hash<std::string_view>{}(key);
-    for (auto at = hash & (m_slots.size() - 1);; at = (at + 1) & (m_slots.size() - 1)) {
-      Slot& slot = m_slots[at];
-      if (slot.count == 0) {
-        slot = {hash, construct, 1};
+  /// How many constructs have had the key by now, this one included.
+  std::uint32_t add(std::string_view key, std::uint32_t construct) {
+    for (auto at = hashOf(key) >> m_shift;; at = (at + 1) & (m_slots.size() - 1)) {
+      if (m_slots[at] == 0) {
+        m_slots[at] = construct + 1;
         return 1;
       }
-      if (slot.hash == hash && m_constructs[slot.construct].kvid == key) return ++slot.count;
+      if (m_constructs[m_slots[at] - 1].kvid == key) return 1 + ++m_repetitions[m_slots[at]];
     }
   }
 
  private:
-  struct Slot {
-    std::size_t hash = 0;
-    std::uint32_t construct = 0;
-    std::uint32_t count = 0;
-  };
+  /// Eight bytes a step, the last ones overlap those before them; the upper bits are the good ones.
+  static std::uint64_t hashOf(std::string_view key) {
+    std::uint64_t hash = key.size();
+    const auto take = [&](const char* from, std::size_t count) {
+      std::uint64_t word = 0;
+      std::memcpy(&word, from, count);
+      hash = (std::rotl(hash, 5) ^ word) * 0x9E3779B97F4A7C15U;
+    };
+    const char* const end = key.data() + key.size();
+    if (key.size() < 8) {
+      take(key.data(), key.size());
+      return hash;
+    }
+    for (const char* at = key.data(); at < end - 8; at += 8)
+      take(at, 8);
+    take(end - 8, 8);
+    return hash;
+  }
+
   const std::vector<Construct>& m_constructs;
-  std::vector<Slot> m_slots;
+  std::vector<std::uint32_t> m_slots; ///< a construct's number from 1; 0: free
+  int m_shift;
+  std::unordered_map<std::uint32_t, std::uint32_t> m_repetitions; ///< by slot's content
 };
 
+/// Goes over the constructs in their order: groups come before what they hold, siblings as they are declared.
 class KeyWriter {
  public:
-  explicit KeyWriter(Analysis& analysis) : m_analysis(analysis) {
+  explicit KeyWriter(Analysis& analysis)
+      : m_analysis(analysis), m_texts(*analysis.texts), m_lists(analysis.constructs.size()) {
     for (const auto& program : analysis.programs)
-      m_prefixes.push_back(keyText(program.path) + ':');
-    countFillers();
+      m_programs.push_back(keyText(program.path) + ':');
   }
 
   std::vector<std::uint32_t> run() {
     std::vector<std::uint32_t> repeated;
     KeyTable seen(m_analysis.constructs);
-    m_paths.resize(m_analysis.constructs.size());
-    for (std::size_t i = 0; i < m_analysis.constructs.size(); ++i) {
-      auto& item = m_analysis.constructs[i];
-      std::string& key = m_key;
-      key.clear();
-      const auto program = static_cast<std::size_t>(std::max(item.program, 0));
-      if (program < m_prefixes.size()) key = m_prefixes[program];
-      append(key, item, i);
-      const bool fits = key.size() <= kLongest;
-      item.kvid = m_paths[i] = m_analysis.texts->keep(key);
-      if (!fits) {
+    std::uint32_t i = 0;
+    for (auto& item : m_analysis.constructs) {
+      const auto index = i++;
+      item.kvid = keyOf(item, m_lists[index]);
+      if (item.kvid.size() > kLongest) {
+        std::string key = item.kvid;
         shortenKey(key, kLongest);
-        item.kvid = m_analysis.texts->keep(key);
+        item.kvid = m_texts.keep(key);
       }
-      auto times = seen.add(static_cast<std::uint32_t>(i));
+      auto times = seen.add(item.kvid, index);
       if (times == 1) continue;
       // A name may hold the sign itself: `A#2` beside two of `A`.
-      const auto length = key.size();
+      const Text key = item.kvid;
       do {
-        key.resize(length);
-        key += '#' + std::to_string(times++);
-        item.kvid = m_analysis.texts->keep(key);
-      } while (seen.add(static_cast<std::uint32_t>(i)) > 1);
-      repeated.push_back(static_cast<std::uint32_t>(i));
+        item.kvid = m_texts.keep(key + '#' + std::to_string(times++));
+      } while (seen.add(item.kvid, index) > 1);
+      repeated.push_back(index);
     }
     return repeated;
   }
 
  private:
-  /// Which FILLER it is behind which named sibling.
-  struct FillerPlace {
-    int previous = -1;
-    std::uint32_t number = 0;
+  /// Items below one, or records of one section and file.
+  struct List {
+    std::string_view prefix = {}; ///< of their keys: names from the outermost in, each with a period behind
+    std::string_view named = {};  ///< step to the last item that has a name; without an address: there is none
+    std::uint32_t fillers = 0;    ///< behind that one
   };
 
-  /// Siblings come in declaration order; of level 01, those of one section and file are siblings.
-  void countFillers() {
-    struct Run {
-      int previous = -1;
-      std::uint32_t number = 0;
-    };
-    const auto& all = m_analysis.constructs;
-    m_fillers.resize(all.size());
-    std::vector<Run> runs(all.size());
-    Run top;
-    for (std::size_t i = 0; i < all.size(); ++i) {
-      const auto& item = all[i];
-      if (!item.hasStorage() || item.kind == Kind::renames) continue;
-      if (item.parent < 0 && i > 0 && !sameList(item)) top = {};
-      m_lastRoot = item.parent < 0 ? static_cast<int>(i) : m_lastRoot;
-      Run& run = item.parent < 0 ? top : runs[static_cast<std::size_t>(item.parent)];
-      if (item.kind == Kind::filler) {
-        m_fillers[i] = {run.previous, ++run.number};
-      } else {
-        run = {static_cast<int>(i), 0};
-      }
-    }
-  }
-  bool sameList(const Construct& item) const {
-    if (m_lastRoot < 0) return false;
-    const auto& last = m_analysis.constructs[static_cast<std::size_t>(m_lastRoot)];
-    return last.program == item.program && last.section == item.section && last.file == item.file;
-  }
-
-  void append(std::string& key, const Construct& item, std::size_t index) {
+  /// The key in full, without a sign of repetition. `below` is the list of what the item holds.
+  Text keyOf(const Construct& item, List& below) {
+    std::string_view prefix, step;
+    List* list = nullptr;
     switch (item.kind) {
-    case Kind::index:
-      key += '@';
+    case Kind::group:
+    case Kind::elementary:
+      list = &listOf(item);
+      prefix = list->prefix;
+      step = nameStep(item.name);
       break;
-    case Kind::specialRegister:
-      key += "!REG.";
-      break;
-    case Kind::callSlot:
-      return appendSlot(key, "!CALL.", item.name);
-    case Kind::fileSlot:
-      return appendSlot(key, "!FILE.", item.name);
-    case Kind::undeclared:
-      return appendUndeclared(key, item);
-    case Kind::switchName:
-    case Kind::constant:
+    case Kind::filler:
+      return fillerKey(listOf(item), below);
+    case Kind::renames:
+    case Kind::condition:
+      prefix = item.parent < 0 ? prefixOfRecords(item) : m_lists[static_cast<std::size_t>(item.parent)].prefix;
+      step = nameStep(item.name);
       break;
     default:
-      appendPath(key, item.parent, item);
-      if (item.kind == Kind::filler) return appendFiller(key, index);
+      prefix = prefixOf(item);
+      step = stepOutside(item);
     }
-    appendKey(key, item.name);
+    const Text key = join(prefix, step);
+    below.prefix = {key.data(), key.size() + 1};
+    if (list != nullptr) {
+      list->named = {key.data() + prefix.size(), step.size()};
+      list->fillers = 0;
+    }
+    return key;
   }
 
-  /// Names above the item, outermost first, each with a period behind; fillers are left out. Groups come before what
-  /// they hold, so the nearest named one's key is there.
-  void appendPath(std::string& key, int parent, const Construct& item) {
-    int up = parent;
-    while (up >= 0 && m_analysis.constructs[static_cast<std::size_t>(up)].kind == Kind::filler)
-      up = m_analysis.constructs[static_cast<std::size_t>(up)].parent;
-    if (up >= 0) {
-      key = m_paths[static_cast<std::size_t>(up)];
-      key += '.';
-      return;
-    }
-    if (item.file >= 0) {
-      appendKey(key, m_analysis.dataFiles[static_cast<std::size_t>(item.file)].name);
-      key += '.';
+  /// Which FILLER it is behind which named sibling; what it holds leaves it out.
+  Text fillerKey(List& list, List& below) {
+    using namespace std::string_view_literals;
+    below.prefix = list.prefix;
+    const auto named = list.named.data() != nullptr ? list.named : "^"sv;
+    return join(list.prefix, "~"sv, named, "+"sv, std::to_string(++list.fillers));
+  }
+
+  /// The parts one behind the other, with a period behind the view that is given.
+  template<typename... Part>
+  Text join(const Part&... parts) {
+    const std::size_t length = (parts.size() + ...);
+    char* const key = m_texts.room(length + 1);
+    char* end = key;
+    ((end = std::copy(parts.begin(), parts.end(), end)), ...);
+    *end = '.';
+    return std::string_view(key, length);
+  }
+
+  List& listOf(const Construct& item) {
+    if (item.parent >= 0) return m_lists[static_cast<std::size_t>(item.parent)];
+    const auto sameList = [&](const Construct& other) {
+      return other.program == item.program && other.section == item.section && other.file == item.file;
+    };
+    if (m_lastRecord == nullptr || !sameList(*m_lastRecord)) m_records = {.prefix = prefixOfRecords(item)};
+    m_lastRecord = &item;
+    return m_records;
+  }
+
+  std::string_view prefixOf(const Construct& item) const {
+    const auto program = static_cast<std::size_t>(std::max(item.program, 0));
+    return program < m_programs.size() ? std::string_view(m_programs[program]) : std::string_view();
+  }
+
+  std::string_view prefixOfRecords(const Construct& item) {
+    if (item.file < 0) return prefixOf(item);
+    const Text key = join(prefixOf(item), nameStep(m_analysis.dataFiles[static_cast<std::size_t>(item.file)].name));
+    return {key.data(), key.size() + 1};
+  }
+
+  /// Of what is no item.
+  std::string_view stepOutside(const Construct& item) {
+    switch (item.kind) {
+    case Kind::index:
+      return signedStep("@", item.name);
+    case Kind::specialRegister:
+      return signedStep("!REG.", item.name);
+    case Kind::callSlot:
+      return slotStep("!CALL.", item.name);
+    case Kind::fileSlot:
+      return slotStep("!FILE.", item.name);
+    case Kind::undeclared:
+      return undeclaredStep(item.name);
+    default:
+      return nameStep(item.name);
     }
   }
 
-  void appendFiller(std::string& key, std::size_t index) {
-    const auto& place = m_fillers[index];
-    key += '~';
-    if (place.previous < 0) {
-      key += '^';
-    } else {
-      appendKey(key, m_analysis.constructs[static_cast<std::size_t>(place.previous)].name);
-    }
-    key += '+' + std::to_string(place.number);
+  std::string_view nameStep(std::string_view name) { return isKeyText(name) ? name : signedStep({}, name); }
+
+  std::string_view signedStep(std::string_view sign, std::string_view name) {
+    m_step = sign;
+    appendKey(m_step, name);
+    return m_step;
   }
 
   /// `SUB(1)` is SUB.1.
-  static void appendSlot(std::string& key, std::string_view prefix, std::string_view name) {
-    key += prefix;
+  std::string_view slotStep(std::string_view sign, std::string_view name) {
     const auto open = name.rfind('(');
-    if (open != std::string_view::npos && name.ends_with(')')) {
-      appendKey(key, name.substr(0, open));
-      key += '.';
-      appendKey(key, name.substr(open + 1, name.size() - open - 2));
-    } else {
-      appendKey(key, name);
-    }
+    if (open == std::string_view::npos || !name.ends_with(')')) return signedStep(sign, name);
+    signedStep(sign, name.substr(0, open));
+    m_step += '.';
+    appendKey(m_step, name.substr(open + 1, name.size() - open - 2));
+    return m_step;
   }
 
   /// `B OF A` is ?A.B: outermost first, as with declared names.
-  static void appendUndeclared(std::string& key, const Construct& item) {
-    key += '?';
+  std::string_view undeclaredStep(std::string_view rest) {
+    m_step = '?';
     std::vector<std::string_view> names;
-    std::string_view rest = item.name;
     for (;;) {
       auto of = rest.find(' ');
       while (of != std::string_view::npos && rest.substr(of, 4) != " OF " && rest.substr(of, 4) != " IN ")
@@ -227,17 +251,19 @@ class KeyWriter {
       rest.remove_prefix(of + 4);
     }
     for (auto name = names.rbegin(); name != names.rend(); ++name) {
-      if (name != names.rbegin()) key += '.';
-      appendKey(key, *name);
+      if (name != names.rbegin()) m_step += '.';
+      appendKey(m_step, *name);
     }
+    return m_step;
   }
 
   Analysis& m_analysis;
-  std::vector<std::string> m_prefixes;
-  std::vector<FillerPlace> m_fillers;
-  std::vector<Text> m_paths; ///< the keys in full, without a sign of repetition
-  std::string m_key;
-  int m_lastRoot = -1;
+  TextArena& m_texts;
+  std::vector<std::string> m_programs; ///< what all keys of each begin with
+  std::vector<List> m_lists;           ///< by construct: what stands below it
+  List m_records;                      ///< those in hand
+  const Construct* m_lastRecord = nullptr;
+  std::string m_step; ///< the one in hand
 };
 
 } // namespace

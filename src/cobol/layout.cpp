@@ -1,5 +1,6 @@
 #include "cobol/layout.hpp"
 
+#include <optional>
 #include <unordered_map>
 
 #include "cobol/record_layout.hpp"
@@ -36,26 +37,35 @@ class Areas {
 class Layout {
  public:
   Layout(Analysis& analysis, const Options& options, Diagnostics& diagnostics)
-      : m_analysis(analysis), m_options(options), m_records(analysis, options, diagnostics),
+      : m_analysis(analysis), m_options(options), m_layout(analysis, options, diagnostics),
         m_areas(analysis.constructs.size()) {}
 
   void run() {
-    const int count = static_cast<int>(m_analysis.constructs.size());
-    for (int i = 0; i < count; ++i)
-      if (isRecord(i)) m_records.layOut(i);
-    for (int i = 0; i < count; ++i)
-      if (at(i).kind == Kind::renames) placeRenames(at(i));
+    layOutRecords();
     join();
     place();
-    markVariable();
-    for (int i = 0; i < count; ++i)
-      writeDims(at(i));
+    if (m_variable >= 0) markVariable(static_cast<std::size_t>(m_variable));
     layOutWithoutStorage(m_analysis, m_options);
   }
 
  private:
   Construct& at(int index) { return m_analysis.constructs[static_cast<std::size_t>(index)]; }
-  bool isRecord(int index) { return at(index).hasStorage() && at(index).kind != Kind::renames && at(index).parent < 0; }
+
+  void layOutRecords() {
+    std::vector<Construct*> renames;
+    for (auto& item : m_analysis.constructs) {
+      if (item.kind == Kind::renames) {
+        renames.push_back(&item);
+      } else if (item.hasStorage()) {
+        if (item.parent < 0) m_records.push_back(static_cast<int>(&item - m_analysis.constructs.data()));
+        if ((item.flags & variableSize) != 0 && m_variable < 0) m_variable = std::max(item.record, 0);
+      }
+    }
+    for (const int record : m_records)
+      m_layout.layOut(record);
+    for (Construct* item : renames)
+      placeRenames(*item);
+  }
 
   void placeRenames(Construct& item) {
     if (item.renamesFirst < 0 || item.renamesLast < 0) {
@@ -71,10 +81,8 @@ class Layout {
 
   /// What shares an area.
   void join() {
-    const int count = static_cast<int>(m_analysis.constructs.size());
     std::unordered_map<std::string_view, int> externals;
-    for (int i = 0; i < count; ++i) {
-      if (!isRecord(i)) continue;
+    for (const int i : m_records) {
       if (at(i).redefines >= 0) m_areas.join(i, at(at(i).redefines).record);
       if ((at(i).flags & external) != 0 && at(i).file < 0 && at(i).kind != Kind::filler) {
         const auto [found, isNew] = externals.try_emplace(at(i).name, i);
@@ -97,50 +105,60 @@ class Layout {
     }
   }
 
-  /// Bases of the areas, then offsets of everything in them.
+  /// Bases of the areas, then offsets of everything in them and dims.
   void place() {
-    const int count = static_cast<int>(m_analysis.constructs.size());
-    std::vector<std::int64_t> bases(m_analysis.constructs.size(),
-                                    0); // by leading record: first its size, then its base
-    std::vector<int> leaders;
-    for (int i = 0; i < count; ++i) {
-      if (!isRecord(i)) continue;
+    const auto bases = placeAreas();
+    int record = -1, area = -1;
+    std::int64_t base = 0;
+    for (auto& item : m_analysis.constructs) {
+      if (!item.hasStorage()) continue;
+      if (item.record >= 0) {
+        if (item.record != record) {
+          record = item.record;
+          area = at(m_areas.find(record)).area;
+          base = bases[static_cast<std::size_t>(area)];
+        }
+        item.area = area;
+        item.offset = saturatingAdd(base, item.position);
+      }
+      writeDims(item);
+    }
+  }
+
+  /// Numbers the areas at their leading records; where each begins.
+  std::vector<std::int64_t> placeAreas() {
+    std::vector<std::int64_t> bases; // first the sizes
+    for (const int i : m_records) {
       const int leader = m_areas.find(i);
       if (leader == i) {
-        at(i).area = static_cast<int>(leaders.size());
-        leaders.push_back(i);
+        at(i).area = static_cast<int>(bases.size());
+        bases.push_back(0);
       }
-      auto& size = bases[static_cast<std::size_t>(leader)];
+      auto& size = bases[static_cast<std::size_t>(at(leader).area)];
       size = std::max(size, at(i).size);
       if (at(i).file >= 0)
         size = std::max(size, m_analysis.dataFiles[static_cast<std::size_t>(at(i).file)].minimumSize);
     }
     std::int64_t next = 0;
-    for (const int leader : leaders) {
-      const auto size = bases[static_cast<std::size_t>(leader)];
-      const auto base = next >= kOffsetLimit ? kOffsetLimit : (next + 15) / 16 * 16;
-      bases[static_cast<std::size_t>(leader)] = base;
+    for (auto& base : bases) {
+      const auto size = base;
+      base = next >= kOffsetLimit ? kOffsetLimit : (next + 15) / 16 * 16;
       next = saturatingAdd(saturatingAdd(base, size), 16);
     }
-    for (int i = 0; i < count; ++i) {
-      if (!at(i).hasStorage() || at(i).record < 0) continue;
-      const int leader = m_areas.find(at(i).record);
-      at(i).area = at(leader).area;
-      at(i).offset = saturatingAdd(bases[static_cast<std::size_t>(leader)], at(i).position);
-    }
+    return bases;
   }
 
   /// Flag D: tables of variable count, the groups around them and what comes behind them. The readers flagged the
-  /// tables.
-  void markVariable() {
+  /// tables; all that it can reach stands in their records.
+  void markVariable(std::size_t from) {
     const auto count = m_analysis.constructs.size();
     std::vector<bool> holds(count), behind(count);
-    for (std::size_t i = 0; i < count; ++i) {
+    for (auto i = from; i < count; ++i) {
       auto& item = m_analysis.constructs[i];
       if (!item.hasStorage() || item.kind == Kind::renames) continue;
       const auto parent = static_cast<std::size_t>(item.parent);
       if (item.redefines >= 0) {
-        behind[i] = behind[static_cast<std::size_t>(m_records.rootOf(static_cast<int>(i)))];
+        behind[i] = behind[static_cast<std::size_t>(m_layout.rootOf(static_cast<int>(i)))];
       } else {
         behind[i] = item.parent >= 0 && (behind[parent] || holds[parent]);
       }
@@ -148,13 +166,12 @@ class Layout {
       for (int up = item.parent; up >= 0 && !holds[static_cast<std::size_t>(up)]; up = at(up).parent)
         holds[static_cast<std::size_t>(up)] = true;
     }
-    for (std::size_t i = 0; i < count; ++i)
+    for (auto i = from; i < count; ++i)
       if (holds[i] || behind[i])
         m_analysis.constructs[i].flags = static_cast<std::uint16_t>(m_analysis.constructs[i].flags | variableSize);
   }
 
   void writeDims(Construct& item) {
-    if (!item.hasStorage()) return;
     if (item.parent >= 0 && item.kind != Kind::renames) item.dims = at(item.parent).dims;
     if (!item.repeats) return;
     m_dims = item.dims;
@@ -165,10 +182,27 @@ class Layout {
 
   Analysis& m_analysis;
   const Options& m_options;
-  RecordLayout m_records;
+  RecordLayout m_layout;
   Areas m_areas;
-  std::string m_dims; ///< the one in hand
+  std::vector<int> m_records;
+  int m_variable = -1; ///< the first record with a table of variable count
+  std::string m_dims;  ///< the one in hand
 };
+
+struct AreasEnd {
+  int areas = 0;
+  std::int64_t offset = 0;
+};
+
+AreasEnd endOf(const std::vector<Construct>& constructs) {
+  AreasEnd end;
+  for (const auto& item : constructs) {
+    if (item.area < 0) continue;
+    end.areas = std::max(end.areas, item.area + 1);
+    end.offset = std::max(end.offset, saturatingAdd(item.offset, item.size));
+  }
+  return end;
+}
 
 } // namespace
 
@@ -177,22 +211,17 @@ void layOut(Analysis& analysis, const Options& options, Diagnostics& diagnostics
 }
 
 void layOutWithoutStorage(Analysis& analysis, const Options& options) {
-  std::int64_t behind = 0;
-  int areas = 0;
-  for (const auto& item : analysis.constructs) {
-    if (item.area < 0) continue;
-    areas = std::max(areas, item.area + 1);
-    behind = std::max(behind, saturatingAdd(item.offset, item.size));
-  }
+  std::optional<AreasEnd> end; // sought for the first register that needs an area
   std::int64_t without = 0;
   for (auto& item : analysis.constructs) {
     if (item.hasStorage() && item.area >= 0) continue; // a 66 without a record has none
     if (item.kind == Kind::specialRegister && item.length > 0) {
       if (item.area >= 0) continue;
-      item.area = areas++;
+      if (!end) end = endOf(analysis.constructs);
+      item.area = end->areas++;
       item.size = item.length;
-      item.offset = saturatingAdd((saturatingAdd(behind, 16) + 15) / 16 * 16, 0);
-      behind = saturatingAdd(item.offset, item.size);
+      item.offset = (saturatingAdd(end->offset, 16) + 15) / 16 * 16;
+      end->offset = saturatingAdd(item.offset, item.size);
       continue;
     }
     item.offset = -++without;

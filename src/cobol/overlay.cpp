@@ -22,7 +22,7 @@ struct Interval {
 class OverlaySearch {
  public:
   OverlaySearch(Analysis& analysis, Diagnostics& diagnostics)
-      : m_analysis(analysis), m_diagnostics(diagnostics), m_roots(redefinitionRoots(analysis)) {}
+      : m_analysis(analysis), m_diagnostics(diagnostics), m_roots(analysis) {}
 
   void run() {
     collectAreas();
@@ -39,34 +39,35 @@ class OverlaySearch {
 
   /// Elementary items of the areas that have more than one layout and a table of groups.
   void collectAreas() {
-    std::vector<std::uint32_t> records;
-    std::vector<bool> several, tables;
-    const auto count = m_analysis.constructs.size();
-    const auto size = [&](const Construct& item) { return static_cast<std::size_t>(item.area); };
-    for (std::size_t i = 0; i < count; ++i) {
-      const auto& item = at(i);
-      if (!item.hasStorage() || item.area < 0 || item.kind == Kind::renames) continue;
-      if (size(item) >= records.size()) {
-        records.resize(size(item) + 1);
-        several.resize(size(item) + 1);
-        tables.resize(size(item) + 1);
-      }
-      if (item.parent < 0 && ++records[size(item)] > 1) several[size(item)] = true;
-      if (item.redefines >= 0) several[size(item)] = true;
-      if (item.repeats && item.isGroup()) tables[size(item)] = true;
+    struct Area {
+      bool hasTable = false;
+      bool hasLayouts = false;
+      std::uint32_t records = 0;
+    };
+    std::vector<Area> areas;
+    for (const auto& item : m_analysis.constructs) {
+      if (!item.repeats || !item.isGroup() || !isPlaced(item)) continue;
+      areas.resize(std::max(areas.size(), areaOf(item) + 1));
+      areas[areaOf(item)].hasTable = true;
     }
-    bool any = false;
-    for (std::size_t area = 0; area < records.size(); ++area)
-      any = any || (several[area] && tables[area]);
-    if (!any) return;
-    m_leaves.resize(records.size());
-    for (std::size_t i = 0; i < count; ++i) {
+    if (areas.empty()) return;
+    for (const auto& item : m_analysis.constructs) {
+      if (!isPlaced(item) || areaOf(item) >= areas.size()) continue;
+      auto& area = areas[areaOf(item)];
+      if (item.redefines >= 0 || (item.parent < 0 && ++area.records > 1)) area.hasLayouts = true;
+    }
+    m_leaves.resize(areas.size());
+    for (std::size_t i = 0; i < m_analysis.constructs.size(); ++i) {
       const auto& item = at(i);
-      if (!item.hasStorage() || item.area < 0 || item.kind == Kind::renames || item.isGroup()) continue;
-      if (item.kind == Kind::filler || item.size == 0) continue;
-      if (several[size(item)] && tables[size(item)]) m_leaves[size(item)].push_back(static_cast<std::uint32_t>(i));
+      if (!isPlaced(item) || areaOf(item) >= areas.size()) continue;
+      const auto& area = areas[areaOf(item)];
+      if (!area.hasTable || !area.hasLayouts) continue;
+      if (item.isGroup() || item.kind == Kind::filler || item.size == 0) continue;
+      m_leaves[areaOf(item)].push_back(static_cast<std::uint32_t>(i));
     }
   }
+  static bool isPlaced(const Construct& item) { return item.kind < Kind::renames && item.area >= 0; }
+  static std::size_t areaOf(const Construct& item) { return static_cast<std::size_t>(item.area); }
 
   void searchArea(const std::vector<std::uint32_t>& leaves) {
     m_intervals.clear();
@@ -139,29 +140,28 @@ class OverlaySearch {
   }
 
   /// Spans may meet within one layout as well: there the branches below the nearest common group share no root.
-  bool inDifferentLayouts(int a, int b) const {
+  bool inDifferentLayouts(int a, int b) {
     m_path.clear();
     for (int up = a; up >= 0; up = at(up).parent)
       m_path.push_back(up);
     int branch = b;
     for (int up = b; up >= 0; up = at(up).parent) {
       const auto found = std::find(m_path.begin(), m_path.end(), up);
-      if (found != m_path.end()) return found != m_path.begin() && rootOf(*(found - 1)) == rootOf(branch);
+      if (found != m_path.end()) return found != m_path.begin() && m_roots.of(*(found - 1)) == m_roots.of(branch);
       branch = up;
     }
     return true;
   }
-  int rootOf(int item) const { return m_roots[static_cast<std::size_t>(item)]; }
 
   Analysis& m_analysis;
   Diagnostics& m_diagnostics;
-  const std::vector<int> m_roots;
+  RedefinitionRoots m_roots;
   std::vector<std::vector<std::uint32_t>> m_leaves; ///< by area
   std::vector<Interval> m_intervals;
   std::vector<Interval> m_open;
   std::vector<std::pair<std::uint32_t, std::int64_t>> m_repeats;
   std::unordered_set<std::uint64_t> m_seen;
-  mutable std::vector<int> m_path;
+  std::vector<int> m_path;
   std::size_t m_pairs = 0;
   std::size_t m_meetings = 0;
   bool m_capped = false;

@@ -4,19 +4,12 @@ namespace cobol {
 namespace {
 
 std::int64_t roundUp(std::int64_t value, std::int64_t boundary) {
+  if (boundary == 1) return value;
   const auto rest = value % boundary;
   return rest == 0 ? value : saturatingAdd(value, boundary - rest);
 }
 
-} // namespace
-
-std::int64_t saturatingMultiply(std::int64_t a, std::int64_t b) {
-  if (a == 0 || b == 0) return 0;
-  return a > kOffsetLimit / b ? kOffsetLimit : a * b;
-}
-
-int boundaryOf(const Construct& item, const Options& options) {
-  if ((item.flags & synchronized_) == 0 || item.isGroup()) return 1;
+int boundaryOfSynchronized(const Construct& item, const Options& options) {
   const auto& usage = item.usage;
   const bool natural = options.sync == SyncRule::natural;
   if (usage == "COMP" || usage == "COMP-5") {
@@ -32,24 +25,34 @@ int boundaryOf(const Construct& item, const Options& options) {
   return 1;
 }
 
-std::vector<int> redefinitionRoots(const Analysis& analysis) {
-  std::vector<int> roots(analysis.constructs.size());
-  for (std::size_t i = 0; i < roots.size(); ++i) {
-    // A target stands before the item that redefines it.
-    const int target = analysis.constructs[i].redefines;
-    roots[i] =
-        target >= 0 && target < static_cast<int>(i) ? roots[static_cast<std::size_t>(target)] : static_cast<int>(i);
-  }
-  return roots;
+/// Boundary that SYNCHRONIZED asks for: 1 for items without it.
+int boundaryOf(const Construct& item, const Options& options) {
+  return (item.flags & synchronized_) == 0 || item.isGroup() ? 1 : boundaryOfSynchronized(item, options);
 }
 
-RecordLayout::RecordLayout(Analysis& analysis, const Options& options, Diagnostics& diagnostics)
-    : m_analysis(analysis), m_options(options), m_diagnostics(diagnostics), m_roots(redefinitionRoots(analysis)) {}
+/// The length of one occurrence is known: pads it when there are several.
+void setSize(Construct& item, int boundaryInside) {
+  if (item.repeats) item.length = roundUp(item.length, boundaryInside);
+  item.size = saturatingMultiply(item.length, item.occurs);
+}
 
-int RecordLayout::firstBoundary(int item) const {
-  while (at(item).isGroup())
-    item = at(item).firstChild;
-  return boundaryOf(at(item), m_options);
+} // namespace
+
+void RedefinitionRoots::seek() {
+  m_roots.resize(m_analysis.constructs.size());
+  for (std::size_t i = 0; i < m_roots.size(); ++i) {
+    // A target stands before the item that redefines it.
+    const int index = static_cast<int>(i), target = m_analysis.constructs[i].redefines;
+    m_roots[i] = target >= 0 && target < index ? m_roots[static_cast<std::size_t>(target)] : index;
+  }
+}
+
+/// Boundary of the elementary item that an item begins with.
+int RecordLayout::boundaryBefore(const Construct& item) const {
+  const Construct* first = &item;
+  while (first->isGroup())
+    first = &at(first->firstChild);
+  return boundaryOf(*first, m_options);
 }
 
 /// The slack that an item needs belongs to the item before, at the level of the last elementary item of it, so every
@@ -69,87 +72,88 @@ void RecordLayout::open(int group, std::int64_t position) {
   m_frames.push_back({.group = group, .child = at(group).firstChild, .begin = position, .current = position});
 }
 
-std::int64_t RecordLayout::startOf(int item) {
-  Frame& frame = m_frames.back();
-  Construct& construct = at(item);
-  if (construct.redefines >= 0) {
-    const auto start = at(rootOf(item)).position;
-    if (start % firstBoundary(item) != 0)
-      m_diagnostics.add(Code::SyncMisaligned, Severity::warning, construct.declared,
-                        std::string(construct.name) + " is SYNCHRONIZED but begins where " +
-                            std::string(at(rootOf(item)).name) + " does, off its boundary");
-    return start;
-  }
-  if (construct.section == Section::report) {
+/// Where the child at hand begins.
+std::int64_t RecordLayout::startOf(const Frame& frame, const Construct& item) {
+  if (item.redefines >= 0) return startOfRedefinition(frame.child);
+  if (item.section == Section::report) {
     // Lines of a report group lie over each other; COLUMN counts from the start of the line.
-    if (construct.isGroup()) return frame.begin;
-    if (construct.fixedPosition >= 0) return construct.fixedPosition;
-    if (construct.fixedPosition < -1) return saturatingAdd(frame.current, -construct.fixedPosition - 2);
+    if (item.isGroup()) return frame.begin;
+    if (item.fixedPosition >= 0) return item.fixedPosition;
+    if (item.fixedPosition < -1) return saturatingAdd(frame.current, -item.fixedPosition - 2);
     return frame.current;
   }
   const bool ibm = m_options.sync == SyncRule::ibm;
-  const int boundary = ibm ? firstBoundary(item) : construct.isGroup() ? 1 : boundaryOf(construct, m_options);
-  const auto start = roundUp(frame.current, boundary);
+  const auto start = roundUp(frame.current, ibm ? boundaryBefore(item) : boundaryOf(item, m_options));
   if (ibm && start > frame.current && frame.previous >= 0) grow(frame.previous, start - frame.current);
   return start;
 }
 
-/// The item's length is known: pads it when it repeats and moves its group on.
-void RecordLayout::close(int item, int boundaryInside) {
-  Construct& construct = at(item);
-  if (construct.repeats) construct.length = roundUp(construct.length, boundaryInside);
-  construct.size = saturatingMultiply(construct.length, construct.occurs);
-  if (!m_frames.empty()) advance(item, boundaryInside);
+std::int64_t RecordLayout::startOfRedefinition(int item) {
+  const Construct& root = at(m_roots.of(item));
+  if (root.position % boundaryBefore(at(item)) != 0)
+    m_diagnostics.add(Code::SyncMisaligned, Severity::warning, at(item).declared,
+                      std::string(at(item).name) + " is SYNCHRONIZED but begins where " + std::string(root.name) +
+                          " does, off its boundary");
+  return root.position;
 }
 
-void RecordLayout::advance(int item, int boundaryInside) {
-  Frame& frame = m_frames.back();
-  const Construct& construct = at(item);
-  const auto end = saturatingAdd(construct.position, construct.size);
+/// The size of the child at hand is known: moves its group on.
+void RecordLayout::advance(Frame& frame, int boundaryInside) {
+  const Construct& item = at(frame.child);
+  const auto end = saturatingAdd(item.position, item.size);
   frame.boundary = std::max(frame.boundary, boundaryInside);
-  if (construct.redefines >= 0) {
-    const int root = rootOf(item);
-    if (construct.size > at(root).size)
-      m_diagnostics.add(Code::RedefinesLonger, Severity::information, construct.declared,
-                        std::string(construct.name) + " is longer than " + std::string(at(root).name) +
-                            ", which it redefines");
+  if (item.redefines >= 0) {
+    compare(item, at(m_roots.of(frame.child)));
     frame.current = std::max(frame.current, end);
-  } else if (construct.section == Section::report) {
-    // A group's length reaches to the largest column of any line.
-    frame.current = construct.isGroup() ? std::max(frame.current, end) : end;
-    frame.previous = item;
   } else {
-    frame.current = end;
-    frame.previous = item;
+    // A report group's length reaches to the largest column of any line.
+    const bool farther = item.section != Section::report || !item.isGroup() || end > frame.current;
+    if (farther) frame.current = end;
+    frame.previous = frame.child;
   }
-  frame.child = construct.nextSibling;
+  frame.child = item.nextSibling;
+}
+
+void RecordLayout::compare(const Construct& item, const Construct& root) {
+  if (item.size <= root.size) return;
+  m_diagnostics.add(Code::RedefinesLonger, Severity::information, item.declared,
+                    std::string(item.name) + " is longer than " + std::string(root.name) + ", which it redefines");
+}
+
+/// The group at hand is laid out up to its end; the boundary inside.
+int RecordLayout::close() {
+  const Frame done = m_frames.back();
+  m_frames.pop_back();
+  Construct& group = at(done.group);
+  group.length = done.current - done.begin;
+  if (m_frames.empty() && group.section == Section::report) group.length = std::max(group.length, m_farthest);
+  setSize(group, done.boundary);
+  return done.boundary;
 }
 
 void RecordLayout::layOut(int record) {
   at(record).position = 0;
-  if (!at(record).isGroup()) return close(record, boundaryOf(at(record), m_options));
+  if (!at(record).isGroup()) return setSize(at(record), boundaryOf(at(record), m_options));
   open(record, 0);
-  std::int64_t farthest = 0; // of report lines, whose columns may run backwards
-  while (!m_frames.empty()) {
-    Frame& frame = m_frames.back();
+  m_farthest = 0;
+  for (;;) {
+    const Frame& frame = m_frames.back();
+    int boundary = 1;
     if (frame.child < 0) {
-      const Frame done = frame;
-      m_frames.pop_back();
-      Construct& group = at(done.group);
-      group.length = done.current - done.begin;
-      if (group.section == Section::report && done.group == record) group.length = std::max(group.length, farthest);
-      close(done.group, done.boundary);
-      continue;
-    }
-    const int child = frame.child;
-    Construct& construct = at(child);
-    construct.position = startOf(child);
-    if (construct.isGroup()) {
-      open(child, construct.position);
+      boundary = close();
+      if (m_frames.empty()) return;
     } else {
-      close(child, boundaryOf(construct, m_options));
-      farthest = std::max(farthest, saturatingAdd(construct.position, construct.size));
+      Construct& item = at(frame.child);
+      item.position = startOf(frame, item);
+      if (item.isGroup()) {
+        open(frame.child, item.position);
+        continue;
+      }
+      boundary = boundaryOf(item, m_options);
+      setSize(item, boundary);
+      if (item.section == Section::report) m_farthest = std::max(m_farthest, saturatingAdd(item.position, item.size));
     }
+    advance(m_frames.back(), boundary);
   }
 }
 

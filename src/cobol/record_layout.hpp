@@ -11,22 +11,39 @@ constexpr std::int64_t kOffsetLimit = std::int64_t{1} << 62;
 inline std::int64_t saturatingAdd(std::int64_t a, std::int64_t b) {
   return a > kOffsetLimit - b ? kOffsetLimit : a + b;
 }
-std::int64_t saturatingMultiply(std::int64_t a, std::int64_t b);
+inline std::int64_t saturatingMultiply(std::int64_t a, std::int64_t b) {
+  if (b == 1) return a; // as nearly always: most items do not repeat
+  return a != 0 && b != 0 && a > kOffsetLimit / b ? kOffsetLimit : a * b;
+}
 
-/// By construct: the item at the start of its chain of redefinitions; itself when it redefines nothing.
-std::vector<int> redefinitionRoots(const Analysis& analysis);
+/// The items at the start of chains of redefinitions. All are sought when one is first asked for, as many programs
+/// have none.
+class RedefinitionRoots {
+ public:
+  explicit RedefinitionRoots(const Analysis& analysis) : m_analysis(analysis) {}
+  /// The item itself when it redefines nothing.
+  int of(int item) {
+    if (m_analysis.constructs[static_cast<std::size_t>(item)].redefines < 0) return item;
+    if (m_roots.empty()) seek();
+    return m_roots[static_cast<std::size_t>(item)];
+  }
 
-/// Boundary that SYNCHRONIZED asks for: 1 for items without it.
-int boundaryOf(const Construct& item, const Options& options);
+ private:
+  void seek();
+
+  const Analysis& m_analysis;
+  std::vector<int> m_roots; ///< by construct
+};
 
 /// Lays out one record at a time: positions, lengths and sizes of all items below a level 01 or 77.
 class RecordLayout {
  public:
-  RecordLayout(Analysis& analysis, const Options& options, Diagnostics& diagnostics);
+  RecordLayout(Analysis& analysis, const Options& options, Diagnostics& diagnostics)
+      : m_analysis(analysis), m_options(options), m_diagnostics(diagnostics), m_roots(analysis) {}
 
   void layOut(int record);
   /// The item at the start of a chain of redefinitions; the item itself when it redefines nothing.
-  int rootOf(int item) const { return m_roots[static_cast<std::size_t>(item)]; }
+  int rootOf(int item) { return m_roots.of(item); }
 
  private:
   struct Frame {
@@ -39,19 +56,22 @@ class RecordLayout {
   };
 
   void open(int group, std::int64_t position);
-  std::int64_t startOf(int item);
-  void close(int item, int boundaryInside);
-  void advance(int item, int boundaryInside);
+  int close();
+  std::int64_t startOf(const Frame& frame, const Construct& item);
+  std::int64_t startOfRedefinition(int item);
+  void advance(Frame& frame, int boundaryInside);
+  void compare(const Construct& item, const Construct& root);
   void grow(int item, std::int64_t slack);
-  int firstBoundary(int item) const;
+  int boundaryBefore(const Construct& item) const;
   Construct& at(int index) { return m_analysis.constructs[static_cast<std::size_t>(index)]; }
   const Construct& at(int index) const { return m_analysis.constructs[static_cast<std::size_t>(index)]; }
 
   Analysis& m_analysis;
   const Options& m_options;
   Diagnostics& m_diagnostics;
-  std::vector<int> m_roots;
+  RedefinitionRoots m_roots;
   std::vector<Frame> m_frames;
+  std::int64_t m_farthest = 0; ///< end of report lines, whose columns may run backwards
 };
 
 } // namespace cobol

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace cobol {
@@ -35,26 +36,30 @@ class TextArena {
   /// A view that lives as long as the arena.
   Text keep(std::string_view text) {
     if (text.empty()) return {};
-    if (text.size() > m_left) open(text.size());
-    char* const place = m_next;
+    char* const place = room(text.size());
     std::memcpy(place, text.data(), text.size());
-    m_next += text.size();
-    m_left -= text.size();
     return std::string_view(place, text.size());
+  }
+
+  /// Where a text of so many bytes is to be written by the caller.
+  char* room(std::size_t bytes) {
+    if (bytes > static_cast<std::size_t>(m_end - m_next)) open(bytes);
+    return std::exchange(m_next, m_next + bytes);
   }
 
  private:
   static constexpr std::size_t kBlockBytes = 32 * 1024;
 
   void open(std::size_t atLeast) {
-    m_left = atLeast > kBlockBytes ? atLeast : kBlockBytes;
-    m_blocks.push_back(std::make_unique_for_overwrite<char[]>(m_left));
+    const auto bytes = atLeast > kBlockBytes ? atLeast : kBlockBytes;
+    m_blocks.push_back(std::make_unique_for_overwrite<char[]>(bytes));
     m_next = m_blocks.back().get();
+    m_end = m_next + bytes;
   }
 
   std::vector<std::unique_ptr<char[]>> m_blocks;
   char* m_next = nullptr;
-  std::size_t m_left = 0;
+  char* m_end = nullptr; ///< of the block in hand
 };
 
 } // namespace cobol
