@@ -67,16 +67,14 @@ struct TextTraits {
   bool plain = true;    ///< every byte is a column of its own: ASCII without tab and zero
   bool returns = false; ///< some byte is a carriage return
 };
-/// Looks at every byte, without a way out on the way, so that many are looked at in one step.
+/// Each look goes over the bytes on its own, many in one step.
 inline TextTraits traitsOf(std::string_view text) {
-  unsigned char all = 0, spread = 0, turns = 0;
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    all = static_cast<unsigned char>(all | byte);
-    spread = static_cast<unsigned char>(spread | (byte == '\t') | (byte == 0));
-    turns = static_cast<unsigned char>(turns | (byte == '\r'));
-  }
-  return {.ascii = all < 0x80, .plain = all < 0x80 && spread == 0, .returns = turns != 0};
+  unsigned char all = 0;
+  for (const char c : text)
+    all = static_cast<unsigned char>(all | static_cast<unsigned char>(c));
+  const auto has = [text](char c) { return text.find(c) != std::string_view::npos; };
+  const bool ascii = all < 0x80;
+  return {.ascii = ascii, .plain = ascii && !has('\t') && !has('\0'), .returns = has('\r')};
 }
 inline bool isPlain(std::string_view text) {
   return traitsOf(text).plain;

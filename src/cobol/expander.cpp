@@ -70,7 +70,7 @@ void Expander::run(TextBlock& main) {
     walk();
   }
   if (!m_replaceLists.empty()) applyReplace();
-  Token end;
+  Token end{};
   end.line = main.file.lines + 1;
   end.column = 1;
   out.push_back(end);

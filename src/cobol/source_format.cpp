@@ -61,7 +61,7 @@ void lookBehindMargin(std::string_view line, Looks& looks) {
   ++looks.longLines;
   if (line.size() > kTagEnd) return;
   const std::string_view tag = line.substr(kMarginAt);
-  if (tag.find_first_not_of("0123456789 ") == tag.npos)
+  if (std::all_of(tag.begin(), tag.end(), [](char c) { return isDigit(c) || c == ' '; }))
     ++looks.digitTags;
   else if (tag.size() >= 3)
     ++looks.prefixes[std::string(tag.substr(0, 3))];

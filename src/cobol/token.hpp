@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "cobol/diagnostic.hpp"
@@ -13,6 +14,7 @@
 namespace cobol {
 
 enum class TokenKind : std::uint8_t {
+  end,      ///< one at the very end
   word,     ///< reserved or user-defined word, upper case; `text` is its id
   number,   ///< numeric literal or integer, as written
   literal,  ///< alphanumeric literal (any prefix); `text` is the id of its content without quotes, case kept
@@ -21,7 +23,6 @@ enum class TokenKind : std::uint8_t {
   symbol,   ///< ( ) : = < > <= >= <> + - * / ** & and `::`; `text` is the id of the symbol. Commas and semicolons
             ///< are dropped; in EXEC text they are symbols, and so is the period. A sign is always a symbol.
   areaHead, ///< never stored: a word in area A carries TokenFlag::areaA instead
-  end,      ///< one at the very end
 };
 
 enum TokenFlag : std::uint8_t {
@@ -34,22 +35,23 @@ enum TokenFlag : std::uint8_t {
   hostMark = 64,  ///< in EXEC text: the word follows a colon (host variable)
 };
 
-/// One token after text manipulation: copybooks expanded, replacements made, comments and continuation gone.
+/// One token after text manipulation: copybooks expanded, replacements made, comments and continuation gone. It starts
+/// as `Token{}`, all zero: without values of their own its members are moved as so many bytes.
 struct Token {
-  NameId text = 0;
-  std::uint32_t line = 0;   ///< from 1
-  std::uint32_t column = 0; ///< from 1
-  std::uint16_t file = 0;   ///< index into TokenStream::files
-  std::uint16_t length = 0; ///< characters in the file, saturating
-  TokenKind kind = TokenKind::end;
-  std::uint8_t flags = 0;
-  std::uint16_t further = 0; ///< what else of the text makes the token: a number of TokenStream::further; mostly 0
+  NameId text;
+  std::uint32_t line;   ///< from 1
+  std::uint32_t column; ///< from 1
+  std::uint16_t file;   ///< index into TokenStream::files
+  std::uint16_t length; ///< characters in the file, saturating
+  TokenKind kind;
+  std::uint8_t flags;
+  std::uint16_t further; ///< what else of the text makes the token: a number of TokenStream::further; mostly 0
 
   bool has(TokenFlag flag) const { return (flags & flag) != 0; }
   Position position() const { return {file, line, column, length}; }
 };
 
-static_assert(sizeof(Token) == 20, "millions of them are walked over");
+static_assert(sizeof(Token) == 20 && std::is_trivial_v<Token>, "millions of them are walked over");
 
 /// Adds a place unless it is there; one that follows the last on its line becomes one with it. Of 64 places, more than
 /// a name has characters, those behind are left out.
