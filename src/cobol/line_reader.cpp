@@ -76,7 +76,7 @@ LineReader::LineReader(std::string_view text, const TextTraits& traits, Format f
       m_loneReturn(traits.returns && hasLoneReturn(text)), m_diagnostics(diagnostics) {}
 
 // Gives the end of the text of the line and where the next one begins.
-const char* LineReader::lineEnd(const char* from, const char*& nextLine) const {
+inline const char* LineReader::lineEnd(const char* from, const char*& nextLine) const {
   const auto left = static_cast<std::size_t>(m_end - from);
   const auto* end = static_cast<const char*>(std::memchr(from, '\n', left));
   nextLine = end ? end + 1 : m_end;
@@ -91,14 +91,32 @@ const char* LineReader::lineEnd(const char* from, const char*& nextLine) const {
   return end > from && end[-1] == '\r' ? end - 1 : end;
 }
 
-bool LineReader::next(CodeLine& line) {
-  if (m_ahead.valid && !m_ahead.remarked) {
-    m_ahead.valid = false;
-    line = m_ahead.line;
-    m_at = m_ahead.behind;
-    m_line = line.line;
-    return m_ahead.found;
+// The text of a plain line in fixed or variable format that reaches column 7.
+inline void LineReader::setArea(CodeLine& line, const char* end) const {
+  line.from = line.begin + kIndicator;
+  line.fromColumn = kIndicator + 1;
+  line.fullMargin = m_format == Format::fixed;
+  line.to = line.fullMargin && end - line.begin > kMargin ? line.begin + kMargin : end;
+}
+
+// Takes the commonest lines at once, text or a comment behind a blank sequence number area.
+inline LineReader::Sort LineReader::classify(CodeLine& line, const char* end) const {
+  const char* const text = line.begin;
+  if (m_traits.plain && m_format != Format::free && end - text > kIndicator && startsWithSixSpaces(text)) {
+    const char indicator = text[kIndicator - 1];
+    if (indicator == '*' || indicator == '/') return Sort::skipped;
+    if (indicator == ' ') {
+      setArea(line, end);
+      line.first = skipBlanks(line.from, line.to);
+      if (line.first == line.to) return Sort::skipped;
+      if (!mayOpenDirective(*line.first)) return Sort::code;
+    }
   }
+  return classifyRare(line, end);
+}
+
+// Reads on to the next line with text and says what is to be said of those on the way.
+bool LineReader::walk(CodeLine& line) {
   m_ahead.valid = false;
   while (m_at < m_end) {
     line = CodeLine();
@@ -119,23 +137,17 @@ bool LineReader::next(CodeLine& line) {
   return false;
 }
 
-bool LineReader::continuationFollows() {
-  if (m_format == Format::free) return false;
-  if (!m_ahead.valid) lookAhead();
-  return m_ahead.found && m_ahead.line.indicator == '-';
-}
-
 void LineReader::lookAhead() {
-  m_ahead = Ahead();
   m_ahead.valid = true;
+  m_ahead.found = m_ahead.remarked = false;
   CodeLine& line = m_ahead.line;
   const char* at = m_at;
   std::uint32_t number = m_line;
   while (at < m_end && !m_ahead.found) {
     line = CodeLine();
     line.begin = at;
-    line.line = ++number;
     const char* const end = lineEnd(at, at);
+    ++number;
     const Sort sort = classify(line, end);
     m_ahead.found = sort == Sort::code;
     m_ahead.remarked = m_ahead.remarked || sort == Sort::unknownIndicator || end - line.begin > kLineLimit;
@@ -144,23 +156,7 @@ void LineReader::lookAhead() {
   m_ahead.behind = at;
 }
 
-// Takes the commonest lines at once, text or a comment behind a blank sequence number area.
-LineReader::Sort LineReader::classify(CodeLine& line, const char* end) const {
-  const char* const text = line.begin;
-  if (m_traits.plain && m_format != Format::free && end - text > kIndicator && startsWithSixSpaces(text)) {
-    const char indicator = text[kIndicator - 1];
-    if (indicator == '*' || indicator == '/') return Sort::skipped;
-    if (indicator == ' ') {
-      setArea(line, end);
-      line.first = skipBlanks(line.from, line.to);
-      if (line.first == line.to) return Sort::skipped;
-      if (!mayOpenDirective(*line.first)) return Sort::code;
-    }
-  }
-  return classifyOther(line, end);
-}
-
-LineReader::Sort LineReader::classifyOther(CodeLine& line, const char* end) const {
+LineReader::Sort LineReader::classifyRare(CodeLine& line, const char* end) const {
   line.plain = m_traits.plain || isPlain({line.begin, static_cast<std::size_t>(end - line.begin)});
   if (m_format == Format::free) {
     line.from = line.first = skipBlanks(line.begin, end);
@@ -189,14 +185,6 @@ LineReader::Sort LineReader::classifyFixed(CodeLine& line, const char* end) cons
   if (end - line.begin < kIndicator) return Sort::skipped;
   setArea(line, end);
   return byIndicator(line, line.begin[kIndicator - 1]);
-}
-
-// The text of a plain line in fixed or variable format that reaches column 7.
-void LineReader::setArea(CodeLine& line, const char* end) const {
-  line.from = line.begin + kIndicator;
-  line.fromColumn = kIndicator + 1;
-  line.fullMargin = m_format == Format::fixed;
-  line.to = line.fullMargin && end - line.begin > kMargin ? line.begin + kMargin : end;
 }
 
 // Lines with tabs or characters of several bytes: columns are counted.

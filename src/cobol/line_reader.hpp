@@ -31,9 +31,20 @@ class LineReader {
   LineReader(std::string_view text, const TextTraits& traits, Format format, Diagnostics& diagnostics);
 
   /// The next line with text; false at the end.
-  bool next(CodeLine& line);
+  bool next(CodeLine& line) {
+    if (!m_ahead.valid || m_ahead.remarked) return walk(line);
+    m_ahead.valid = false;
+    line = m_ahead.line;
+    m_at = m_ahead.behind;
+    m_line = line.line;
+    return m_ahead.found;
+  }
   /// Whether the next line with text continues the one that was read last. For `next` nothing changes.
-  bool continuationFollows();
+  bool continuationFollows() {
+    if (m_format == Format::free) return false;
+    if (!m_ahead.valid) lookAhead();
+    return m_ahead.found && m_ahead.line.indicator == '-';
+  }
   /// Holds from the next line on.
   void setFormat(Format format) {
     m_format = format;
@@ -57,10 +68,11 @@ class LineReader {
     bool valid = false;
     bool remarked = false; ///< something is to be said of a line on the way, so `next` goes there itself
   };
+  bool walk(CodeLine& line);
   void lookAhead();
   const char* lineEnd(const char* from, const char*& nextLine) const;
   Sort classify(CodeLine& line, const char* end) const;
-  Sort classifyOther(CodeLine& line, const char* end) const;
+  Sort classifyRare(CodeLine& line, const char* end) const;
   Sort classifyFixed(CodeLine& line, const char* end) const;
   void setArea(CodeLine& line, const char* end) const;
   Sort classifySpread(CodeLine& line, const char* end) const;
