@@ -9,6 +9,7 @@
 #include "platform/dao/dao.hpp"
 #include "platform/files/files.hpp"
 #include "platform/runtime/error.hpp"
+#include "platform/runtime/memory.hpp"
 
 namespace {
 
@@ -19,6 +20,7 @@ constexpr std::uint64_t kLines = 2'000'000;
 // tarnsift_bench [--profile] FOLDER…: repeats the programs below the folders until there are 2,000,000 lines (or
 // TARNSIFT_BENCH_LINES). Exit status 1 when an aim was missed. With --profile only one analysis of each program.
 int main(int argc, char** argv) {
+  platform::keepFreedMemory(); // as the product does
   std::vector<std::string> sources(argv + 1, argv + argc);
   const bool profiled = std::erase(sources, "--profile") > 0;
   if (sources.empty()) {

@@ -7,6 +7,7 @@
 #include "app/command_line.hpp"
 #include "orvane/projects.hpp"
 #include "platform/dao/dao.hpp"
+#include "platform/runtime/memory.hpp"
 #include "platform/runtime/string_table.hpp"
 #include "platform/runtime/text.hpp"
 
@@ -114,6 +115,7 @@ int run(int argc, char** argv) {
 int main(int argc, char** argv) {
   std::signal(SIGPIPE,
               SIG_IGN); // a reader that goes away is an output that could not be written, not an end in mid-session
+  platform::keepFreedMemory();
   const int status = run(argc, argv);
   platform::dbEngine().settle();
   return status;
