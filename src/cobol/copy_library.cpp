@@ -38,7 +38,10 @@ FolderIndex listFolder(const std::string& folder) {
 } // namespace
 
 struct CopyLibrary::State {
-  using TextKey = std::pair<std::string, ScanSettings>;
+  struct Read {
+    ScanSettings outer;
+    std::shared_ptr<const CopyText> text;
+  };
   std::mutex indexLock;
   std::map<std::string, std::unique_ptr<const FolderIndex>> indexes;
   struct Found {
@@ -48,7 +51,16 @@ struct CopyLibrary::State {
   std::mutex foundLock;
   std::unordered_map<std::string, Found> found; ///< by name, library and folder of the includer
   std::mutex textLock;
-  std::map<TextKey, std::shared_ptr<const CopyText>> texts;
+  std::unordered_map<std::string, std::vector<Read>> texts; ///< by path, for each way of reading it
+
+  /// The words of the copybook if it has been read in that way. Under the lock.
+  std::shared_ptr<const CopyText> known(const std::string& path, const ScanSettings& outer) const {
+    const auto found = texts.find(path);
+    if (found == texts.end()) return nullptr;
+    for (const Read& read : found->second)
+      if (read.outer == outer) return read.text;
+    return nullptr;
+  }
 
   const FolderIndex& index(const std::string& folder) {
     const std::lock_guard guard(indexLock);
@@ -162,10 +174,9 @@ std::optional<std::string> CopyLibrary::search(std::string_view name, std::strin
 
 std::shared_ptr<const CopyText> CopyLibrary::read(const std::string& path, const ScanSettings& outer,
                                                   const Options& options) {
-  const State::TextKey key(path, outer);
   {
     const std::lock_guard guard(m_state->textLock);
-    if (const auto found = m_state->texts.find(key); found != m_state->texts.end()) return found->second;
+    if (auto known = m_state->known(path, outer)) return known;
   }
   auto copy = std::make_shared<CopyText>();
   std::optional<std::string> bytes;
@@ -186,7 +197,9 @@ std::shared_ptr<const CopyText> CopyLibrary::read(const std::string& path, const
   Scanner(source.text, source.traits, settings, copy->block, copy->names).run();
   copy->block.tokens.shrink_to_fit();
   const std::lock_guard guard(m_state->textLock);
-  return m_state->texts.emplace(key, std::move(copy)).first->second;
+  if (auto known = m_state->known(path, outer)) return known; // another thread was faster
+  m_state->texts[path].push_back({outer, copy});
+  return copy;
 }
 
 } // namespace cobol

@@ -125,12 +125,12 @@ void Expander::emit(Frame& frame, std::size_t to) {
   const std::size_t before = out.size();
   const Token* words = frame.block->tokens.data();
   out.insert(out.end(), words + from, words + to);
-  if (!frame.names) return;
-  const NameId* const names = frame.names->data();
+  if (!frame.copied) return;
+  const NameId* const names = frame.copied->names.data();
   for (Token& token : std::span(out).subspan(before)) {
     token.text = names[token.text];
     token.file = frame.file;
-    if (token.further != 0) token.further = frame.further[token.further];
+    if (token.further != 0) token.further = frame.copied->further[token.further];
   }
 }
 
@@ -158,7 +158,7 @@ bool Expander::isWord(const Frame& frame, std::size_t at, Keyword word) const {
 std::string_view Expander::textAt(const Frame& frame, std::size_t at) const {
   if (at >= frame.block->tokens.size()) return {};
   const NameId id = frame.block->tokens[at].text;
-  return frame.copy ? frame.copy->names.text(id) : m_stream.names.text(id);
+  return frame.copied ? frame.copied->text->names.text(id) : m_stream.names.text(id);
 }
 
 bool Expander::isSymbol(const Frame& frame, std::size_t at, std::string_view text) const {
@@ -168,8 +168,8 @@ bool Expander::isSymbol(const Frame& frame, std::size_t at, std::string_view tex
 
 Token Expander::tokenAt(const Frame& frame, std::size_t at) const {
   Token token = frame.block->tokens[at];
-  if (frame.names) token.text = (*frame.names)[token.text];
-  if (frame.names && token.further != 0) token.further = frame.further[token.further];
+  if (frame.copied) token.text = frame.copied->names[token.text];
+  if (frame.copied && token.further != 0) token.further = frame.copied->further[token.further];
   token.file = frame.file;
   return token;
 }
@@ -334,18 +334,14 @@ void Expander::enter(const std::string& path, CopyRequest& request, const Frame&
   auto frame = std::make_unique<Frame>();
   frame->settings = outer.settings;
   frame->settings.constants = m_conditions.constants();
-  frame->copy = m_library.read(path, frame->settings, m_options);
-  const TextBlock& block = frame->copy->block;
-  if (!m_fileIndexes.contains(path) && m_stream.files.size() >= kFileLimit) {
+  frame->copied = copiedOf(m_library.read(path, frame->settings, m_options));
+  if (!frame->copied) {
     m_diagnostics.add(Code::BudgetSpent, Severity::error, request.at, "more than 65535 files");
     return;
   }
+  const TextBlock& block = frame->copied->text->block;
   frame->block = &block;
-  frame->file = fileIndex(block);
-  file = frame->file;
-  frame->names = &namesOf(*frame->copy);
-  frame->further = furtherOf(block, frame->file);
-  m_kept.push_back(frame->copy);
+  file = frame->file = frame->copied->file;
   m_learned.decimalComma = m_learned.decimalComma || (block.decimalComma && !outer.settings.decimalComma);
   m_learned.debugging = m_learned.debugging || (block.debugging && !outer.settings.debugging);
   frame->rules = std::move(request.rules);
@@ -365,9 +361,21 @@ std::uint16_t Expander::fileIndex(const TextBlock& block) {
   return it->second;
 }
 
-const std::vector<NameId>& Expander::namesOf(const CopyText& copy) {
-  std::vector<NameId>& ids = m_names[&copy];
-  if (!ids.empty()) return ids;
+// Null when there are too many files.
+const Expander::Copied* Expander::copiedOf(std::shared_ptr<const CopyText> text) {
+  if (const auto known = m_copied.find(text.get()); known != m_copied.end()) return &known->second;
+  const TextBlock& block = text->block;
+  if (m_stream.files.size() >= kFileLimit && !m_fileIndexes.contains(block.file.path)) return nullptr;
+  Copied& copied = m_copied[text.get()];
+  copied.file = fileIndex(block);
+  copied.names = namesOf(*text);
+  copied.further = furtherOf(block, copied.file);
+  copied.text = std::move(text);
+  return &copied;
+}
+
+std::vector<NameId> Expander::namesOf(const CopyText& copy) {
+  std::vector<NameId> ids;
   const std::size_t count = copy.names.size();
   const std::vector<NameId>& keywords = keywordIds();
   ids.reserve(count);

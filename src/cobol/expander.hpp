@@ -1,6 +1,5 @@
 #pragma once
 
-#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -27,12 +26,17 @@ class Expander {
   const ScanSettings& learned() const { return m_learned; }
 
  private:
+  /// A copybook, however often it is copied.
+  struct Copied {
+    std::shared_ptr<const CopyText> text;
+    std::uint16_t file = 0;             ///< index into TokenStream::files
+    std::vector<NameId> names;          ///< its ids to those of the stream
+    std::vector<std::uint16_t> further; ///< the same for Token::further; empty: it has none
+  };
   /// A text that is being walked through.
   struct Frame {
     const TextBlock* block = nullptr;
-    std::shared_ptr<const CopyText> copy;       ///< keeps the block; null for the program itself
-    const std::vector<NameId>* names = nullptr; ///< ids of the block to those of the stream; null: the same
-    std::vector<std::uint16_t> further;         ///< the same for Token::further; empty: it has none
+    const Copied* copied = nullptr; ///< null for the program itself
     std::uint16_t file = 0;
     std::size_t at = 0;
     std::size_t mark = 0;
@@ -75,7 +79,8 @@ class Expander {
   std::size_t readRules(const Frame& frame, std::size_t at, std::vector<ReplaceRule>& rules);
   bool readOperand(const Frame& frame, std::size_t& at, std::vector<Token>& words) const;
   std::uint16_t fileIndex(const TextBlock& block);
-  const std::vector<NameId>& namesOf(const CopyText& copy);
+  const Copied* copiedOf(std::shared_ptr<const CopyText> text);
+  std::vector<NameId> namesOf(const CopyText& copy);
   std::vector<std::uint16_t> furtherOf(const TextBlock& block, std::uint16_t file);
 
   TokenStream& m_stream;
@@ -86,9 +91,8 @@ class Expander {
   Diagnostics& m_diagnostics;
   Conditions m_conditions;
   std::vector<std::unique_ptr<Frame>> m_frames;
-  std::map<std::string, std::uint16_t> m_fileIndexes;
-  std::unordered_map<const CopyText*, std::vector<NameId>> m_names;
-  std::vector<std::shared_ptr<const CopyText>> m_kept;
+  std::unordered_map<std::string_view, std::uint16_t> m_fileIndexes; ///< by the path that a block holds
+  std::unordered_map<const CopyText*, Copied> m_copied;
   std::set<std::string> m_defined; ///< names of constants
   std::vector<ReplaceList> m_replaceLists;
   std::size_t m_tokens = 0;
