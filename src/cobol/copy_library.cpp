@@ -55,9 +55,9 @@ struct CopyLibrary::State {
 
   /// The words of the copybook if it has been read in that way. Under the lock.
   std::shared_ptr<const CopyText> known(const std::string& path, const ScanSettings& outer) const {
-    const auto found = texts.find(path);
-    if (found == texts.end()) return nullptr;
-    for (const Read& read : found->second)
+    const auto ways = texts.find(path);
+    if (ways == texts.end()) return nullptr;
+    for (const Read& read : ways->second)
       if (read.outer == outer) return read.text;
     return nullptr;
   }

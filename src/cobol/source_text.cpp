@@ -120,22 +120,22 @@ std::string cutRecords(std::string_view bytes, char lineEnd) {
   return lines;
 }
 
-std::string decodeEbcdic(std::string bytes, const std::string& codePage, std::string& encoding,
-                         Diagnostics& diagnostics) {
+void decodeEbcdic(std::string& bytes, std::string_view codePage, SourceText& source, Diagnostics& diagnostics) {
   const bool hasLineEnds = bytes.find(static_cast<char>(kEbcdicNewLine)) != bytes.npos ||
                            bytes.find(static_cast<char>(kEbcdicLineFeed)) != bytes.npos;
   if (!hasLineEnds) bytes = cutRecords(bytes, static_cast<char>(kEbcdicLineFeed));
   for (char& c : bytes) {
     if (byteOf(c) == kEbcdicNewLine) c = static_cast<char>(kEbcdicLineFeed);
   }
-  std::string text;
-  encoding = codePage;
+  std::string& text = source.text;
+  source.file.encoding = codePage;
   std::optional<std::string> whole = convert(bytes, systemName(codePage));
   if (!whole) {
     diagnostics.add(Code::EncodingGuessed, Severity::error, {0, 1, 1, 0},
-                    "the system does not know the code page " + codePage);
-    encoding = "ISO-8859-1";
-    return fromLatin1(bytes);
+                    "the system does not know the code page " + std::string(codePage));
+    source.file.encoding = "ISO-8859-1";
+    text = fromLatin1(bytes);
+    return;
   }
   text.reserve(whole->size());
   // The code pages differ in which of the two bytes is the line feed and which the next-line character.
@@ -144,7 +144,6 @@ std::string decodeEbcdic(std::string bytes, const std::string& codePage, std::st
     if (nextLine) ++at;
     text += nextLine ? '\n' : (*whole)[at];
   }
-  return text;
 }
 
 void decodeText(std::string& bytes, const Options& options, SourceText& source, Diagnostics& diagnostics) {
@@ -161,7 +160,7 @@ void decodeText(std::string& bytes, const Options& options, SourceText& source, 
     bytes.erase(0, 3);
     source.text = std::move(bytes);
   } else if (ebcdicNamed) {
-    source.text = decodeEbcdic(std::move(bytes), ebcdic, source.file.encoding, diagnostics);
+    decodeEbcdic(bytes, ebcdic, source, diagnostics);
   } else if (encodingNamed) {
     source.file.encoding = wanted;
     std::optional<std::string> converted;
@@ -173,7 +172,7 @@ void decodeText(std::string& bytes, const Options& options, SourceText& source, 
     source.traits = raw;
     return;
   } else if (ebcdic != "NEVER" && looksEbcdic(bytes)) {
-    source.text = decodeEbcdic(std::move(bytes), "CP037", source.file.encoding, diagnostics);
+    decodeEbcdic(bytes, "CP037", source, diagnostics);
     diagnostics.add(Code::EncodingGuessed, Severity::information, {0, 1, 1, 0},
                     "the file is read as EBCDIC, code page 037");
   } else {
