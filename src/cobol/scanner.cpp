@@ -95,10 +95,11 @@ void Scanner::scanRange(const char* p, const char* end) {
       p = behind ? behind : scanPicture(p, end);
       continue;
     }
-    switch (sort) {
-    case CharClass::letter:
+    if (sort == CharClass::letter) { // most are
       p = scanWord(p, end);
-      break;
+      continue;
+    }
+    switch (sort) {
     case CharClass::digit:
       p = scanNumber(p, end);
       break;

@@ -107,7 +107,7 @@ bool lookAtCommon(std::string_view line, Looks& looks) {
   const bool comment = indicator == '*' || indicator == '/';
   if (!comment && indicator != ' ') return false;
   line = line.substr(0, kColumnsLookedAt);
-  const bool holdsText = comment || !isBlank(line);
+  const bool holdsText = comment || line.back() > ' ' || !isBlank(line);
   looks.lines += holdsText;
   looks.fixedLike += holdsText;
   looks.starred += comment;
