@@ -27,6 +27,19 @@ TEST(Interner, GivesEachTextOneIdForEver) {
   EXPECT_EQ(views[777].data(), moved.text(ids[777]).data());
 }
 
+TEST(Interner, TellsTextsApartThatDifferInOneByte) {
+  Interner names;
+  for (std::size_t length = 1; length <= 40; ++length) {
+    std::set<NameId> ids{names.intern(std::string(length, 'A'))};
+    for (std::size_t at = 0; at < length; ++at) {
+      std::string text(length, 'A');
+      text[at] = 'B';
+      EXPECT_TRUE(ids.insert(names.intern(text)).second) << text;
+      EXPECT_EQ(names.find(text), names.intern(text)) << text;
+    }
+  }
+}
+
 TEST(Interner, KnowsTheKeywords) {
   Interner names;
   for (NameId id = 1; id < keywordCount(); ++id)

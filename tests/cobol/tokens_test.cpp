@@ -1,6 +1,8 @@
 #include "cobol/token_picture.hpp"
 
+#include "cobol/characters.hpp"
 #include "cobol/keywords.hpp"
+#include "cobol/word_bytes.hpp"
 
 namespace cobol {
 namespace {
@@ -38,6 +40,24 @@ TEST(Tokens, WordsNumbersLiteralsAndSymbols) {
   };
   for (const auto& [text, words] : cases)
     EXPECT_EQ(pictureOf(areaB(text)).words, words) << text;
+}
+
+// Every byte behind words of every length, near to the end of what can be read and far from it.
+TEST(Tokens, AWordEndsAtTheFirstByteThatNoneHolds) {
+  for (int byte = 0; byte < 256; ++byte) {
+    for (std::size_t length = 1; length <= 35; ++length) {
+      for (const std::size_t behind : {0, 1, 14, 15, 16, 40}) {
+        const char last = static_cast<char>(byte);
+        const std::string text = std::string(length, 'z') + last + std::string(behind, 'q');
+        const char* const from = text.data();
+        std::array<char, 100> taken{};
+        const std::size_t got = takeWord(from, from + text.size(), from + text.size(), taken.data());
+        ASSERT_EQ(got, isWordChar(last) ? text.size() : length) << byte << ' ' << behind;
+        ASSERT_EQ(std::string(taken.data(), got), upper(text.substr(0, got))) << byte << ' ' << behind;
+        ASSERT_EQ(takeWord(from, from + length, from + text.size(), taken.data()), length);
+      }
+    }
+  }
 }
 
 TEST(Tokens, PictureStrings) {
