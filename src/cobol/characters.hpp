@@ -90,6 +90,7 @@ inline constexpr auto kWordCapitals = [] {
 }();
 /// Eight bytes at once, in the steps over blanks.
 inline constexpr std::uint64_t kEightSpaces = 0x2020202020202020U;
+inline constexpr std::uint32_t kFourSpaces = 0x20202020U;
 /// Whether eight spaces stand here; eight bytes can be read.
 inline bool startsWithSpaces(const char* at) {
   std::uint64_t eight;
@@ -98,9 +99,10 @@ inline bool startsWithSpaces(const char* at) {
 }
 /// Whether six spaces stand here: the sequence number area of most lines; six bytes can be read.
 inline bool startsWithSixSpaces(const char* at) {
-  std::uint64_t six = kEightSpaces;
-  std::memcpy(&six, at, 6);
-  return six == kEightSpaces;
+  std::uint32_t four, lastFour;
+  std::memcpy(&four, at, 4);
+  std::memcpy(&lastFour, at + 2, 4);
+  return four == kFourSpaces && lastFour == kFourSpaces;
 }
 /// The first byte in [from, to) that is no space, else `to`.
 inline const char* skipSpaces(const char* from, const char* to) {
