@@ -1,5 +1,7 @@
 #include "cobol/item_tree.hpp"
 
+#include <utility>
+
 #include "cobol/record_layout.hpp"
 
 namespace cobol {
@@ -22,7 +24,7 @@ std::int64_t characters(std::string_view text) {
 
 ItemTree::ItemTree(const TokenStream& stream, const Options& options, Analysis& analysis, Diagnostics& diagnostics)
     : m_stream(stream), m_options(options), m_analysis(analysis), m_diagnostics(diagnostics),
-      m_named(stream.names.size(), Named{}) {}
+      m_latest(stream.names.size(), -1), m_pictureOf(stream.names.size()) {}
 
 void ItemTree::remark(Code code, Severity severity, std::uint32_t token, std::string_view text) {
   m_diagnostics.add(code, severity, m_stream.tokens[token].position(), std::string(text));
@@ -78,8 +80,7 @@ inline void ItemTree::putInto(Construct& construct, int record) const {
 inline void ItemTree::makeKnown(int item, NameId name) {
   facts(item).name = name;
   if (name == 0) return;
-  facts(item).previousSameName = m_named[name].item;
-  m_named[name].item = item;
+  facts(item).previousSameName = std::exchange(m_latest[name], item);
 }
 
 int ItemTree::add(const DataEntry& entry) {
@@ -373,7 +374,7 @@ void ItemTree::referPictureCounts(std::uint32_t pictureToken, int construct) {
 
 int ItemTree::findSibling(NameId name, int parent) const {
   const int stop = parent < 0 ? static_cast<int>(m_begin) : parent;
-  for (int found = m_named[name].item; found >= stop; found = facts(found).previousSameName)
+  for (int found = m_latest[name]; found >= stop; found = facts(found).previousSameName)
     if (at(found).program == m_blank.program && at(found).parent == parent && at(found).kind != Kind::renames)
       return found;
   return -1;
@@ -399,14 +400,14 @@ bool ItemTree::qualifiersMatch(std::uint32_t nameToken, int item) const {
 
 int ItemTree::findInRecord(std::uint32_t nameToken, int record) const {
   if (record < 0) return -1;
-  for (int found = m_named[token(nameToken).text].item; found >= record; found = facts(found).previousSameName)
+  for (int found = m_latest[token(nameToken).text]; found >= record; found = facts(found).previousSameName)
     if (at(found).record == record && at(found).kind != Kind::renames && qualifiersMatch(nameToken, found))
       return found;
   return -1;
 }
 
 int ItemTree::findAnywhere(std::uint32_t nameToken, int except) const {
-  for (int found = m_named[token(nameToken).text].item; found >= 0; found = facts(found).previousSameName)
+  for (int found = m_latest[token(nameToken).text]; found >= 0; found = facts(found).previousSameName)
     if (found != except && at(found).kind != Kind::renames && qualifiersMatch(nameToken, found)) return found;
   return -1;
 }
@@ -556,7 +557,7 @@ std::uint32_t ItemTree::addPicture(NameId name, std::string_view text) {
   if (text.empty()) return 0;
   const auto number = static_cast<std::uint32_t>(m_pictures.size());
   m_pictures.push_back({.text = text, .hasNames = hasNames(text), .held = {}, .shape = {}});
-  if (name != 0) m_named[name].picture = number;
+  if (name != 0) m_pictureOf[name] = number;
   return number;
 }
 
