@@ -482,16 +482,21 @@ std::optional<std::int64_t> ItemTree::lengthOf(std::uint32_t index) {
 
 std::string_view ItemTree::valueText(std::uint32_t from, std::uint32_t to) {
   if (to - from == 1 && token(from).kind != TokenKind::literal) return m_stream.textOf(token(from));
-  std::string& result = m_value;
-  result.clear();
+  const auto isLiteral = [this](std::uint32_t i) { return token(i).kind == TokenKind::literal; };
+  const auto hasGap = [this](std::size_t before, std::uint32_t i) { return before > 0 && !token(i).has(joined); };
+  std::size_t length = 0;
+  for (auto i = from; i < to; ++i)
+    length += (hasGap(length, i) ? 1U : 0U) + m_stream.textOf(token(i)).size() + (isLiteral(i) ? 2U : 0U);
+  char* const begin = m_analysis.texts->room(length);
+  char* end = begin;
   for (auto i = from; i < to; ++i) {
-    if (!result.empty() && !token(i).has(joined)) result += ' ';
-    const bool literal = token(i).kind == TokenKind::literal;
-    if (literal) result += '"';
-    result += m_stream.textOf(token(i));
-    if (literal) result += '"';
+    const auto text = m_stream.textOf(token(i));
+    if (hasGap(static_cast<std::size_t>(end - begin), i)) *end++ = ' ';
+    if (isLiteral(i)) *end++ = '"';
+    end = std::copy(text.begin(), text.end(), end);
+    if (isLiteral(i)) *end++ = '"';
   }
-  return m_analysis.texts->keep(result);
+  return {begin, length};
 }
 
 int ItemTree::addAt(const MadeItem& item, std::uint32_t nameToken) {

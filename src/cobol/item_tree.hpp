@@ -143,7 +143,6 @@ class ItemTree {
   std::vector<int> m_latest;              ///< by name id: the latest item of this name, -1: none
   std::vector<std::uint32_t> m_pictureOf; ///< by name id: the picture of this text, in m_pictures
   std::unordered_map<NameId, std::int64_t> m_constants;
-  std::string m_value; ///< the text in hand
 };
 
 } // namespace cobol

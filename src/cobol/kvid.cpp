@@ -2,6 +2,7 @@
 
 #include <array>
 #include <bit>
+#include <charconv>
 #include <cstring>
 #include <unordered_map>
 
@@ -194,7 +195,9 @@ class KeyWriter {
     using namespace std::string_view_literals;
     below.prefix = list.prefix;
     const auto named = list.named.data() != nullptr ? list.named : "^"sv;
-    return join(list.prefix, "~"sv, named, "+"sv, std::to_string(++list.fillers));
+    std::array<char, 10> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), ++list.fillers).ptr;
+    return join(list.prefix, "~"sv, named, "+"sv, std::string_view(digits.data(), end));
   }
 
   /// The parts one behind the other, with a period behind the view that is given.
