@@ -88,10 +88,9 @@ int ItemTree::add(const DataEntry& entry) {
     remark(Code::BudgetSpent, Severity::error, entry.levelToken, "too many data items; the rest is left out");
     return -1;
   }
-  if (entry.level == 88) return addCondition(entry);
-  if (entry.level == 66) return addRenames(entry);
-  if (entry.level == 78 || entry.isConstant) return addConstant(entry);
-  return addItem(entry);
+  const bool isItem = entry.level < 50 || entry.level == 77;
+  if (isItem && !entry.isConstant) return addItem(entry);
+  return entry.level == 88 ? addCondition(entry) : entry.level == 66 ? addRenames(entry) : addConstant(entry);
 }
 
 DataReference& ItemTree::refer(DataReference::Role role, std::uint32_t nameToken, int construct) {
@@ -230,8 +229,10 @@ int ItemTree::addItem(const DataEntry& entry) {
   }
   std::uint32_t picture = 0;
   if (entry.picture != 0) {
-    construct.picture = m_stream.textOf(token(entry.picture));
-    picture = pictureNumber(token(entry.picture).text, construct.picture);
+    const Token& written = token(entry.picture);
+    const auto text = m_stream.textOf(written);
+    construct.picture = text;
+    picture = pictureNumber(written.text, text);
   }
   if (entry.valueTo > entry.valueFrom) construct.value = valueText(entry.valueFrom, entry.valueTo);
   if (!entry.sqlType.empty()) construct.usage = m_analysis.texts->keep(entry.sqlType);
