@@ -117,8 +117,7 @@ class DataReader {
         skipExec(cursor, part.program);
         continue;
       }
-      if (const int level = reader.level(); level != 0) {
-        reader.read(level, section, entry);
+      if (reader.read(section, entry)) {
         m_items.add(entry);
         continue;
       }

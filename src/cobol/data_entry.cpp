@@ -1,5 +1,7 @@
 #include "cobol/data_entry.hpp"
 
+#include <array>
+
 #include "cobol/characters.hpp"
 
 namespace cobol {
@@ -7,11 +9,19 @@ namespace {
 
 using Role = DataReference::Role;
 
+constexpr auto kIsLevel = [] {
+  std::array<bool, 100> result{};
+  for (std::size_t level = 1; level < 50; ++level)
+    result[level] = true;
+  result[66] = result[77] = result[78] = result[88] = true;
+  return result;
+}();
+
 int levelOf(std::string_view text) {
-  if (text.empty() || text.size() > 2 || !isDigit(text.front()) || !isDigit(text.back())) return 0;
-  const int value = (text.size() == 2 ? (text.front() - '0') * 10 : 0) + (text.back() - '0');
-  const bool valid = (value >= 1 && value <= 49) || value == 66 || value == 77 || value == 78 || value == 88;
-  return valid ? value : 0;
+  if (text.size() != 1 && text.size() != 2) return 0;
+  const auto digit = [](char c) { return static_cast<unsigned>(c) - '0'; };
+  const unsigned tens = text.size() == 2 ? digit(text.front()) : 0, ones = digit(text.back());
+  return tens < 10 && ones < 10 && kIsLevel[tens * 10 + ones] ? static_cast<int>(tens * 10 + ones) : 0;
 }
 
 Usage usageOf(Word word) {
@@ -86,7 +96,7 @@ void DataEntry::clear() {
   uses.clear();
 }
 
-int DataEntryReader::level() const {
+inline int DataEntryReader::level() const {
   return m_cursor.kind() == TokenKind::number ? levelOf(m_cursor.text()) : 0;
 }
 
@@ -139,8 +149,16 @@ bool DataEntryReader::beginsNameless(Word word) const {
   }
 }
 
-/// The commonest clause, the same in all sections.
-inline bool DataEntryReader::takePicture() {
+/// PIC and the character string right behind it: the commonest clause, which nothing else begins like.
+inline bool DataEntryReader::takePlainPicture() {
+  if (m_cursor.word() != Word::pic || m_cursor.kind(1) != TokenKind::picture) return false;
+  m_cursor.next();
+  m_entry->picture = m_cursor.index();
+  m_cursor.next();
+  return true;
+}
+
+bool DataEntryReader::takePicture() {
   if (!m_cursor.take(Word::pic)) return false;
   m_cursor.take(Word::is);
   if (m_cursor.kind() == TokenKind::picture) {
@@ -150,32 +168,36 @@ inline bool DataEntryReader::takePicture() {
   return true;
 }
 
-void DataEntryReader::read(int level, Section section, DataEntry& entry) {
+bool DataEntryReader::read(Section section, DataEntry& entry) {
+  const int number = level();
+  if (number == 0) return false;
   entry.clear();
   m_entry = &entry;
   m_section = section;
-  entry.level = level;
+  entry.level = number;
   entry.levelToken = entry.nameToken = m_cursor.index();
   m_cursor.next();
   const Word word = m_cursor.word();
   if (word == Word::filler) {
     m_cursor.next();
-  } else if (m_cursor.isWord() && !beginsNameless(word)) {
+  } else if (m_cursor.isWord() && (word == Word::none || !beginsNameless(word))) {
     entry.nameToken = m_cursor.index();
     entry.isNamed = true;
     m_cursor.next();
   }
   while (!m_cursor.atEnd() && !m_cursor.isPeriod()) {
+    if (takePlainPicture()) continue;
     const Token& token = m_cursor.token();
     const bool header = m_cursor.word(1) == Word::section || m_cursor.word(1) == Word::division ||
                         (token.has(areaA) && (m_cursor.word() == Word::fd || m_cursor.word() == Word::sd));
     if (header || atNewEntry() || (token.kind == TokenKind::word && token.has(inExec))) {
       m_diagnostics.add(Code::PeriodMissing, Severity::warning, token.position(), "period missing before this word");
-      return;
+      return true;
     }
     if (!takePicture()) clause();
   }
   m_cursor.skipPeriod();
+  return true;
 }
 
 void DataEntryReader::clause() {

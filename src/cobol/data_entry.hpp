@@ -65,14 +65,15 @@ class DataEntryReader {
   DataEntryReader(const TokenStream& stream, TokenCursor& cursor, Diagnostics& diagnostics)
       : m_stream(stream), m_cursor(cursor), m_diagnostics(diagnostics) {}
 
-  /// The level number that begins an entry where the cursor stands; 0: none does.
-  int level() const;
-  /// Reads the entry that begins with the level number.
-  void read(int level, Section section, DataEntry& entry);
+  /// Reads the entry that begins where the cursor stands; false: none does.
+  bool read(Section section, DataEntry& entry);
 
  private:
+  /// The level number in hand; 0: there is none.
+  int level() const;
   bool beginsNameless(Word word) const;
   bool atNewEntry() const;
+  bool takePlainPicture();
   bool takePicture();
   void clause();
   void commonClause(Word word);

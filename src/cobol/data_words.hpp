@@ -12,7 +12,7 @@ namespace cobol {
 // clang-format off
 enum class Word : std::uint16_t {
   none,
-  // structure
+  // structure: first those that EventScan looks for
   identification, programId, functionId, classId, methodId, environment, data, procedure, division, section, end,
   program,
   function, class_, method, exec, cics, dli, declaratives, dfheiblk, eibtime, dibstat,

@@ -1,5 +1,7 @@
 #include "cobol/item_tree.hpp"
 
+#include <utility>
+
 #include "cobol/record_layout.hpp"
 
 namespace cobol {
@@ -22,7 +24,7 @@ std::int64_t characters(std::string_view text) {
 
 ItemTree::ItemTree(const TokenStream& stream, const Options& options, Analysis& analysis, Diagnostics& diagnostics)
     : m_stream(stream), m_options(options), m_analysis(analysis), m_diagnostics(diagnostics),
-      m_named(stream.names.size(), Named{}) {}
+      m_latest(stream.names.size(), -1), m_pictureOf(stream.names.size()) {}
 
 void ItemTree::remark(Code code, Severity severity, std::uint32_t token, std::string_view text) {
   m_diagnostics.add(code, severity, m_stream.tokens[token].position(), std::string(text));
@@ -78,8 +80,7 @@ inline void ItemTree::putInto(Construct& construct, int record) const {
 inline void ItemTree::makeKnown(int item, NameId name) {
   facts(item).name = name;
   if (name == 0) return;
-  facts(item).previousSameName = m_named[name].item;
-  m_named[name].item = item;
+  facts(item).previousSameName = std::exchange(m_latest[name], item);
 }
 
 int ItemTree::add(const DataEntry& entry) {
@@ -87,10 +88,9 @@ int ItemTree::add(const DataEntry& entry) {
     remark(Code::BudgetSpent, Severity::error, entry.levelToken, "too many data items; the rest is left out");
     return -1;
   }
-  if (entry.level == 88) return addCondition(entry);
-  if (entry.level == 66) return addRenames(entry);
-  if (entry.level == 78 || entry.isConstant) return addConstant(entry);
-  return addItem(entry);
+  const bool isItem = entry.level < 50 || entry.level == 77;
+  if (isItem && !entry.isConstant) return addItem(entry);
+  return entry.level == 88 ? addCondition(entry) : entry.level == 66 ? addRenames(entry) : addConstant(entry);
 }
 
 DataReference& ItemTree::refer(DataReference::Role role, std::uint32_t nameToken, int construct) {
@@ -229,8 +229,10 @@ int ItemTree::addItem(const DataEntry& entry) {
   }
   std::uint32_t picture = 0;
   if (entry.picture != 0) {
-    construct.picture = m_stream.textOf(token(entry.picture));
-    picture = pictureNumber(token(entry.picture).text, construct.picture);
+    const Token& written = token(entry.picture);
+    const auto text = m_stream.textOf(written);
+    construct.picture = text;
+    picture = pictureNumber(written.text, text);
   }
   if (entry.valueTo > entry.valueFrom) construct.value = valueText(entry.valueFrom, entry.valueTo);
   if (!entry.sqlType.empty()) construct.usage = m_analysis.texts->keep(entry.sqlType);
@@ -373,7 +375,7 @@ void ItemTree::referPictureCounts(std::uint32_t pictureToken, int construct) {
 
 int ItemTree::findSibling(NameId name, int parent) const {
   const int stop = parent < 0 ? static_cast<int>(m_begin) : parent;
-  for (int found = m_named[name].item; found >= stop; found = facts(found).previousSameName)
+  for (int found = m_latest[name]; found >= stop; found = facts(found).previousSameName)
     if (at(found).program == m_blank.program && at(found).parent == parent && at(found).kind != Kind::renames)
       return found;
   return -1;
@@ -399,14 +401,14 @@ bool ItemTree::qualifiersMatch(std::uint32_t nameToken, int item) const {
 
 int ItemTree::findInRecord(std::uint32_t nameToken, int record) const {
   if (record < 0) return -1;
-  for (int found = m_named[token(nameToken).text].item; found >= record; found = facts(found).previousSameName)
+  for (int found = m_latest[token(nameToken).text]; found >= record; found = facts(found).previousSameName)
     if (at(found).record == record && at(found).kind != Kind::renames && qualifiersMatch(nameToken, found))
       return found;
   return -1;
 }
 
 int ItemTree::findAnywhere(std::uint32_t nameToken, int except) const {
-  for (int found = m_named[token(nameToken).text].item; found >= 0; found = facts(found).previousSameName)
+  for (int found = m_latest[token(nameToken).text]; found >= 0; found = facts(found).previousSameName)
     if (found != except && at(found).kind != Kind::renames && qualifiersMatch(nameToken, found)) return found;
   return -1;
 }
@@ -481,16 +483,21 @@ std::optional<std::int64_t> ItemTree::lengthOf(std::uint32_t index) {
 
 std::string_view ItemTree::valueText(std::uint32_t from, std::uint32_t to) {
   if (to - from == 1 && token(from).kind != TokenKind::literal) return m_stream.textOf(token(from));
-  std::string& result = m_value;
-  result.clear();
+  const auto isLiteral = [this](std::uint32_t i) { return token(i).kind == TokenKind::literal; };
+  const auto hasGap = [this](std::size_t before, std::uint32_t i) { return before > 0 && !token(i).has(joined); };
+  std::size_t length = 0;
+  for (auto i = from; i < to; ++i)
+    length += (hasGap(length, i) ? 1U : 0U) + m_stream.textOf(token(i)).size() + (isLiteral(i) ? 2U : 0U);
+  char* const begin = m_analysis.texts->room(length);
+  char* end = begin;
   for (auto i = from; i < to; ++i) {
-    if (!result.empty() && !token(i).has(joined)) result += ' ';
-    const bool literal = token(i).kind == TokenKind::literal;
-    if (literal) result += '"';
-    result += m_stream.textOf(token(i));
-    if (literal) result += '"';
+    const auto text = m_stream.textOf(token(i));
+    if (hasGap(static_cast<std::size_t>(end - begin), i)) *end++ = ' ';
+    if (isLiteral(i)) *end++ = '"';
+    end = std::copy(text.begin(), text.end(), end);
+    if (isLiteral(i)) *end++ = '"';
   }
-  return m_analysis.texts->keep(result);
+  return {begin, length};
 }
 
 int ItemTree::addAt(const MadeItem& item, std::uint32_t nameToken) {
@@ -556,7 +563,7 @@ std::uint32_t ItemTree::addPicture(NameId name, std::string_view text) {
   if (text.empty()) return 0;
   const auto number = static_cast<std::uint32_t>(m_pictures.size());
   m_pictures.push_back({.text = text, .hasNames = hasNames(text), .held = {}, .shape = {}});
-  if (name != 0) m_named[name].picture = number;
+  if (name != 0) m_pictureOf[name] = number;
   return number;
 }
 

@@ -55,11 +55,6 @@ class ItemTree {
     int previousSameName = -1;
     NameId name = 0;
   };
-  /// What a name of the stream stands for.
-  struct Named {
-    int item = -1;             ///< the latest of this name
-    std::uint32_t picture = 0; ///< the picture of this text, in m_pictures
-  };
   /// A program has many items and few pictures; items of one picture are mostly held alike as well.
   struct KnownPicture {
     std::string_view text;
@@ -104,7 +99,7 @@ class ItemTree {
   std::string_view valueText(std::uint32_t from, std::uint32_t to);
   /// The number of a picture, by the name id of its text.
   std::uint32_t pictureNumber(NameId name, std::string_view text) {
-    const std::uint32_t known = m_named[name].picture;
+    const std::uint32_t known = m_pictureOf[name];
     return known != 0 ? known : addPicture(name, text);
   }
   std::uint32_t addPicture(NameId name, std::string_view text);
@@ -142,12 +137,12 @@ class ItemTree {
   int m_lastItem = -1;  ///< the item that conditions belong to
   int m_record = -1;
   int m_lastRoot = -1;
-  std::size_t m_copied = 0;   ///< items made by copying types
-  std::size_t m_measured = 0; ///< items looked at for the sake of lengths in constants
-  std::vector<Facts> m_facts; ///< by construct
-  std::vector<Named> m_named; ///< by name id
+  std::size_t m_copied = 0;               ///< items made by copying types
+  std::size_t m_measured = 0;             ///< items looked at for the sake of lengths in constants
+  std::vector<Facts> m_facts;             ///< by construct
+  std::vector<int> m_latest;              ///< by name id: the latest item of this name, -1: none
+  std::vector<std::uint32_t> m_pictureOf; ///< by name id: the picture of this text, in m_pictures
   std::unordered_map<NameId, std::int64_t> m_constants;
-  std::string m_value; ///< the text in hand
 };
 
 } // namespace cobol

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <bit>
+#include <charconv>
 #include <cstring>
 #include <unordered_map>
 
@@ -25,6 +26,33 @@ bool isKeyCharacter(char c) {
 
 bool isKeyText(std::string_view text) {
   return std::all_of(text.begin(), text.end(), isKeyCharacter);
+}
+
+/// Eight bytes: whether all are of the characters from the hyphen to the colon and from `?` to `Z`, which are those of
+/// nearly all names and stand in keys as they are.
+bool isPlain(std::uint64_t bytes) {
+  constexpr std::uint64_t kEach = 0x0101010101010101U, kTop = kEach << 7U;
+  // The top bit of each byte tells it, as long as no byte has that bit itself.
+  const auto isFrom = [bytes](std::uint64_t first) { return bytes + kEach * (0x80 - first); };
+  const auto isIn = (isFrom('-') & ~isFrom(':' + 1)) | (isFrom('?') & ~isFrom('Z' + 1));
+  return (isIn & ~bytes & kTop) == kTop;
+}
+
+template<typename Bytes>
+std::uint64_t load(const char* from) {
+  Bytes bytes;
+  std::memcpy(&bytes, from, sizeof bytes);
+  return bytes;
+}
+
+/// False for very short ones as well. The last bytes looked at overlap those before them.
+bool isPlainName(std::string_view name) {
+  const char* const end = name.data() + name.size();
+  if (name.size() < 8)
+    return name.size() >= 4 && isPlain(load<std::uint32_t>(name.data()) << 32U | load<std::uint32_t>(end - 4));
+  for (const char* at = name.data(); at < end - 8; at += 8)
+    if (!isPlain(load<std::uint64_t>(at))) return false;
+  return isPlain(load<std::uint64_t>(end - 8));
 }
 
 void appendKey(std::string& key, std::string_view text) {
@@ -167,7 +195,9 @@ class KeyWriter {
     using namespace std::string_view_literals;
     below.prefix = list.prefix;
     const auto named = list.named.data() != nullptr ? list.named : "^"sv;
-    return join(list.prefix, "~"sv, named, "+"sv, std::to_string(++list.fillers));
+    std::array<char, 10> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), ++list.fillers).ptr;
+    return join(list.prefix, "~"sv, named, "+"sv, std::string_view(digits.data(), end));
   }
 
   /// The parts one behind the other, with a period behind the view that is given.
@@ -220,7 +250,9 @@ class KeyWriter {
     }
   }
 
-  std::string_view nameStep(std::string_view name) { return isKeyText(name) ? name : signedStep({}, name); }
+  std::string_view nameStep(std::string_view name) {
+    return isPlainName(name) || isKeyText(name) ? name : signedStep({}, name);
+  }
 
   std::string_view signedStep(std::string_view sign, std::string_view name) {
     m_step = sign;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -102,7 +103,9 @@ struct Representation {
   bool noSign = false;
   bool isUnsigned = false;
 
-  bool operator==(const Representation&) const = default;
+  bool operator==(const Representation& other) const { // in one step
+    return std::bit_cast<std::uint32_t>(*this) == std::bit_cast<std::uint32_t>(other);
+  }
 };
 
 /// What picture and representation make of an elementary item.

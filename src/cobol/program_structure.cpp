@@ -2,7 +2,7 @@
 
 #include "cobol/characters.hpp"
 
-#include <array>
+#include <algorithm>
 #include <unordered_map>
 
 #include "cobol/kvid.hpp"
@@ -26,18 +26,10 @@ struct Event {
   bool isClass = false;
 };
 
-/// By word: whether it can open or close anything.
-constexpr auto kLookedAt = [] {
-  using enum Word;
-  std::array<bool, static_cast<std::size_t>(floatDecimal34) + 1> looked{};
-  for (const Word word : {identification, programId,   functionId,     classId,      methodId,  environment,
-                          configuration,  inputOutput, specialNames,   fileControl,  ioControl, sourceComputer,
-                          data,           file,        workingStorage, localStorage, linkage,   communication,
-                          report,         screen,      threadLocal,    procedure,    dfheiblk,  eibtime,
-                          dibstat,        end,         cics,           dli})
-    looked[static_cast<std::size_t>(word)] = true;
-  return looked;
-}();
+/// Whether the word can open or close anything: those that can stand first among the words.
+constexpr bool isLookedAt(Word word) {
+  return word != Word::none && word <= Word::threadLocal;
+}
 
 /// Runs over all tokens once and notes headers.
 class EventScan {
@@ -45,21 +37,18 @@ class EventScan {
   EventScan(const TokenStream& stream, const Words& words) : m_stream(stream), m_words(words) {}
 
   void run() {
-    const Token* const first = m_stream.tokens.data();
-    for (const Token& token : m_stream.tokens) {
-      if (token.kind == TokenKind::word) {
-        const Word word = m_words.of(token.text);
-        if (kLookedAt[static_cast<std::size_t>(word)]) lookAt(static_cast<std::uint32_t>(&token - first), word);
-      } else if (token.kind == TokenKind::number && &token != first && (&token - 1)->kind == TokenKind::period) {
-        ++entries;
-      }
-    }
+    const auto begin = m_stream.tokens.begin(), end = m_stream.tokens.end();
+    // A literal may read like one of these words as well, but that is rare: the kind is asked for afterwards.
+    const auto isWanted = [&words = m_words](const Token& token) {
+      return isLookedAt(words.of(token.text)) && token.kind == TokenKind::word;
+    };
+    for (auto at = std::find_if(begin, end, isWanted); at != end; at = std::find_if(at + 1, end, isWanted))
+      lookAt(static_cast<std::uint32_t>(at - begin), m_words.of(at->text));
   }
 
   std::vector<Event> events;
   std::vector<std::uint32_t> m_cics;
   std::vector<std::uint32_t> m_dli;
-  std::size_t entries = 0; ///< numbers behind a period: about as many as data descriptions
   bool declaresExecBlock = false;
   bool declaresDliBlock = false;
 
@@ -370,6 +359,14 @@ void remarkBasis(const TokenStream& stream, std::uint32_t to, Diagnostics& diagn
   }
 }
 
+/// About as many as there are data descriptions: few have less than five tokens, as `05 A PIC X.` has.
+std::size_t aboutEntries(const ProgramStructure& structure) {
+  std::size_t tokens = 0;
+  for (const auto& part : structure.parts)
+    if (part.kind == DeclarationPart::Kind::data) tokens += part.to - part.from;
+  return tokens / 5;
+}
+
 } // namespace
 
 ProgramStructure findPrograms(const TokenStream& stream, const Words& words, Analysis& analysis,
@@ -385,7 +382,7 @@ ProgramStructure findPrograms(const TokenStream& stream, const Words& words, Ana
     scan.events.insert(scan.events.begin(), Event{.mark = Mark::start});
   }
   auto structure = Assembly(stream, words, scan.events, analysis, diagnostics).run();
-  analysis.constructs.reserve(scan.entries + scan.entries / 16);
+  analysis.constructs.reserve(aboutEntries(structure));
   structure.usesCics = programsWith(scan.m_cics, analysis);
   structure.usesDli = programsWith(scan.m_dli, analysis);
   structure.declaresExecBlock = scan.declaresExecBlock;

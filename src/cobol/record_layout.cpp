@@ -30,6 +30,11 @@ int boundaryOf(const Construct& item, const Options& options) {
   return (item.flags & synchronized_) == 0 || item.isGroup() ? 1 : boundaryOfSynchronized(item, options);
 }
 
+/// Nothing gives the item a place or a boundary of its own.
+bool isPlain(const Construct& item) {
+  return !item.isGroup() && item.redefines < 0 && (item.flags & synchronized_) == 0 && item.section != Section::report;
+}
+
 /// The length of one occurrence is known: pads it when there are several.
 void setSize(Construct& item, int boundaryInside) {
   if (item.repeats) item.length = roundUp(item.length, boundaryInside);
@@ -70,6 +75,23 @@ void RecordLayout::grow(int item, std::int64_t slack) {
 
 void RecordLayout::open(int group, std::int64_t position) {
   m_frames.push_back({.group = group, .child = at(group).firstChild, .begin = position, .current = position});
+}
+
+/// Lays out the child at hand and those behind it up to the first that is more than plain.
+void RecordLayout::passPlain(Frame& frame) {
+  int child = frame.child, previous = frame.previous;
+  auto current = frame.current;
+  while (child >= 0 && isPlain(at(child))) {
+    Construct& item = at(child);
+    item.position = current;
+    item.size = saturatingMultiply(item.length, item.occurs);
+    current = saturatingAdd(current, item.size);
+    previous = child;
+    child = item.nextSibling;
+  }
+  frame.child = child;
+  frame.previous = previous;
+  frame.current = current;
 }
 
 /// Where the child at hand begins.
@@ -137,7 +159,8 @@ void RecordLayout::layOut(int record) {
   open(record, 0);
   m_farthest = 0;
   for (;;) {
-    const Frame& frame = m_frames.back();
+    Frame& frame = m_frames.back();
+    passPlain(frame);
     int boundary = 1;
     if (frame.child < 0) {
       boundary = close();

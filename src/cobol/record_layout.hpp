@@ -16,19 +16,22 @@ inline std::int64_t saturatingMultiply(std::int64_t a, std::int64_t b) {
   return a != 0 && b != 0 && a > kOffsetLimit / b ? kOffsetLimit : a * b;
 }
 
-/// The items at the start of chains of redefinitions. All are sought when one is first asked for, as many programs
-/// have none.
+/// The items at the start of chains of redefinitions. All are sought when a chain of several is first asked for,
+/// as few programs have one.
 class RedefinitionRoots {
  public:
   explicit RedefinitionRoots(const Analysis& analysis) : m_analysis(analysis) {}
   /// The item itself when it redefines nothing.
   int of(int item) {
-    if (m_analysis.constructs[static_cast<std::size_t>(item)].redefines < 0) return item;
+    const int target = redefinedBy(item);
+    if (target < 0) return item;
+    if (target < item && redefinedBy(target) < 0) return target; // as in nearly all programs
     if (m_roots.empty()) seek();
     return m_roots[static_cast<std::size_t>(item)];
   }
 
  private:
+  int redefinedBy(int item) const { return m_analysis.constructs[static_cast<std::size_t>(item)].redefines; }
   void seek();
 
   const Analysis& m_analysis;
@@ -57,6 +60,7 @@ class RecordLayout {
 
   void open(int group, std::int64_t position);
   int close();
+  void passPlain(Frame& frame);
   std::int64_t startOf(const Frame& frame, const Construct& item);
   std::int64_t startOfRedefinition(int item);
   void advance(Frame& frame, int boundaryInside);
