@@ -27,7 +27,9 @@ class Relations {
   Relations(const TokenStream& stream, Analysis& analysis, Diagnostics& diagnostics)
       : m_stream(stream), m_analysis(analysis), m_diagnostics(diagnostics) {}
 
-  void add(RelationKind kind, std::uint32_t from, std::uint32_t to, std::uint32_t site);
+  void add(RelationKind kind, std::uint32_t from, std::uint32_t to, std::uint32_t site) {
+    if (from != to) m_entries.push_back({endsOf(from, to), site, kind});
+  }
 
   /// A move of one item to another: Move between elementary items, else GroupMove and the aligned leaves.
   void addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site, Part fromPart = {}, Part toPart = {});
@@ -65,6 +67,8 @@ class Relations {
     std::uint32_t site;
     RelationKind kind;
   };
+
+  static std::uint64_t endsOf(std::uint32_t from, std::uint32_t to) { return (std::uint64_t{from} << 32) | to; }
 
   using Meeting = std::tuple<std::uint64_t, Part, Part>; ///< the ends, and of each its part
 

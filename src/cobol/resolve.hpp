@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <map>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -19,16 +18,19 @@ namespace cobol {
 /// order; a file's, report's or communication description's name ends the chain.
 class Resolver {
  public:
+  static constexpr std::uint32_t kNone = 0xFFFFFFFFU; ///< no construct
+
   Resolver(const TokenStream& stream, Analysis& analysis);
 
   /// Names are looked up as this program sees them until the next call.
   void enterProgram(int program);
   int program() const { return m_program; }
 
-  /// The construct of a name that the program entered declares only once, so that nothing else can be meant.
-  std::optional<std::uint32_t> declaredOnce(NameId name) const {
+  /// The construct of a name that the program entered declares only once, so that nothing else can be meant; else
+  /// kNone.
+  std::uint32_t declaredOnce(NameId name) const {
     const std::uint32_t head = m_head[name];
-    return head != kNone && m_next[head] == kNone ? std::optional(head) : std::nullopt;
+    return head != kNone && m_next[head] == kNone ? head : kNone;
   }
   /// Appends every candidate to `found`, in declaration order; more than one means an ambiguous name.
   void find(NameId name, std::span<const NameId> qualifiers, std::vector<std::uint32_t>& found);
@@ -58,7 +60,6 @@ class Resolver {
   std::uint32_t fileSlot(std::string_view name, std::uint32_t token);
 
  private:
-  static constexpr std::uint32_t kNone = 0xFFFFFFFFU;
   /// Constructs of one program that follow each other.
   struct Run {
     std::uint32_t begin;

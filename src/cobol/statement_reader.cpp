@@ -116,6 +116,7 @@ void StatementReader::touchPlaced(NameId name, std::uint32_t token, Position at)
 Operand StatementReader::recordsOf(int file, std::uint32_t token) {
   if (file < 0) return {};
   const auto& records = m_analysis.dataFiles[static_cast<std::size_t>(file)].records;
+  if (records.size() == 1) return operandOf(static_cast<std::uint32_t>(records.front()), token);
   Operand made{Operand::Sort::item, token, static_cast<std::uint32_t>(m_pool.size()),
                static_cast<std::uint32_t>(records.size())};
   for (const int record : records)
@@ -199,12 +200,6 @@ void StatementReader::relateFlowAs(RelationKind kind, TermRange from, const Oper
   }
 }
 
-void StatementReader::beginStatement(NameId verb) {
-  m_verb = verb;
-  m_pool.clear();
-  m_terms.clear();
-}
-
 void StatementReader::generic() {
   while (!atBoundary()) {
     if (atName()) {
@@ -253,19 +248,26 @@ void sortRuns(std::vector<Item>& items, Before before) {
 
 void StatementReader::finish() {
   sortRuns(m_noted, [](const Noted& a, const Noted& b) { return a.place < b.place; });
-  m_analysis.instances.reserve(m_noted.size());
+  std::vector<Instance> instances(m_noted.size());
+  Instance* next = instances.data();
   std::uint64_t last = ~std::uint64_t{0}; // no place
   for (const Noted& noted : m_noted) {
     if (noted.place == last) continue;
     last = noted.place;
     const Token& token = m_tokens[noted.place >> 32];
-    Instance made{static_cast<std::uint32_t>(noted.place), noted.access, token.further, token.position(), noted.verb};
+    Instance& made = *next++;
+    made.construct = static_cast<std::uint32_t>(noted.place);
+    made.access = noted.access;
+    made.further = token.further;
+    made.at = token.position();
+    made.verb = noted.verb;
     if (token.kind == TokenKind::picture) {
       made.further = 0;
       if (const auto placed = m_placed.find(noted.place); placed != m_placed.end()) made.at = placed->second;
     }
-    m_analysis.instances.push_back(made);
   }
+  instances.resize(static_cast<std::size_t>(next - instances.data()));
+  m_analysis.instances = std::move(instances);
   m_relations.finish();
 }
 
