@@ -129,6 +129,7 @@ bool StatementReader::acceptArithmeticOperator() {
 
 // Without a sign, a parenthesis or a function it is one operand.
 TermRange StatementReader::primary() {
+  if (acceptLoneConstant()) return {};
   if (token().kind == TokenKind::symbol || atFunction()) return terms(false);
   const std::uint32_t first = termCount();
   if (atOperand()) takeTerm();
@@ -329,6 +330,10 @@ bool StatementReader::acceptTest() {
 
 /// Where an operand is due: reads it or what may stand before it. Whether the condition goes on.
 bool StatementReader::conditionOperand(bool& expectsOperand) {
+  if (acceptLoneConstant()) {
+    expectsOperand = false;
+    return true;
+  }
   if (m_levels.back().hasSubject && acceptRelationalOperator()) {
     m_levels.back().pending = true;
     m_levels.back().related = true;
@@ -336,8 +341,8 @@ bool StatementReader::conditionOperand(bool& expectsOperand) {
     return true;
   }
   if (!isPlainName(token())) {
-    const bool isSign = (atSymbol('+') || atSymbol('-')) && token(1).kind != TokenKind::number;
-    if (isSign || at(Keyword::Is) || (at(Keyword::Not) && phraseLength() == 0)) {
+    const bool isOperator = (atSymbol('+') || atSymbol('-')) && token(1).kind != TokenKind::number;
+    if (isOperator || at(Keyword::Is) || (at(Keyword::Not) && phraseLength() == 0)) {
       advance();
       return true;
     }

@@ -19,6 +19,7 @@ constexpr std::size_t kPairsPerMove = 4096;
 constexpr std::size_t kPairsPerSource = 8'000'000;
 constexpr std::size_t kCachedPairs = 1'000'000;
 constexpr std::size_t kLeavesPerItem = 20'000;
+constexpr std::size_t kUsualLeaves = 64; ///< fewer than this have most items
 constexpr std::size_t kStepsPerMove = 2'000'000;
 
 /// A copybook that is copied twice gives the same place twice, not side by side. The end of what is left.
@@ -202,6 +203,11 @@ bool Relations::align(const Meeting& meeting) {
   const auto to = static_cast<std::uint32_t>(ends);
   auto& left = m_left;
   auto& right = m_right;
+  for (auto* leaves : {&left, &right})
+    leaves->reserve(kUsualLeaves);
+  m_open.reserve(kUsualLeaves);
+  m_reach.reserve(kUsualLeaves);
+  m_pairs.reserve(kUsualLeaves);
   collectLeaves(from, left);
   collectLeaves(to, right);
   cutLeaves(from, fromPart, left);

@@ -82,8 +82,8 @@ class Resolver {
   bool isGlobal(std::uint32_t construct) const;
   bool isInRepository(NameId name) const;
   std::uint32_t specialRegister(NameId name);
-  std::uint32_t make(Kind kind, std::string name, std::uint32_t token);
-  void append(Construct construct);
+  std::uint32_t make(Kind kind, std::string_view name, std::uint32_t token);
+  void append(const Construct& construct);
 
   const TokenStream& m_stream;
   Analysis& m_analysis;
@@ -101,6 +101,8 @@ class Resolver {
   Chain m_globalHead;                                    ///< program and name: first, for programs that contain others
   std::unordered_map<std::uint64_t, int> m_files;        ///< program and name
   std::unordered_map<std::string, std::uint32_t> m_made; ///< by program, kind and name
+  std::string m_key;                                     ///< of what is looked up among them
+  std::string m_written;                                 ///< name of the construct that is asked for
   std::unordered_map<std::uint64_t, std::uint32_t> m_registers; ///< outermost program and name
 };
 

@@ -108,6 +108,13 @@ class StatementReader {
     if (t.kind == TokenKind::number || t.kind == TokenKind::literal) return true;
     return t.kind == TokenKind::word ? t.text < keywordCount() && isConstantHere(keywordOf(t.text)) : atSignedNumber();
   }
+  /// Passes over a number or literal that no symbol follows, so that it is the whole of an operand.
+  bool acceptLoneConstant() {
+    const TokenKind kind = token().kind;
+    if ((kind != TokenKind::literal && kind != TokenKind::number) || token(1).kind == TokenKind::symbol) return false;
+    ++m_here;
+    return true;
+  }
   /// A name, a constant, LENGTH OF, ADDRESS OF or FUNCTION.
   bool atOperand() const {
     return isPlainName(token()) || (!atBoundary() && (atConstant() || atName() || atOperandWord()));

@@ -28,8 +28,11 @@ bool isPerformPhrase(Keyword word) {
 /// How many tokens a reference or number takes that stands `ahead`; 0: none stands there.
 std::uint32_t operandLength(const StatementReader& r, std::uint32_t ahead) {
   const std::uint32_t begin = ahead;
-  if (r.token(ahead).kind == TokenKind::number) return 1;
-  if (r.keyword(ahead) == Keyword::Function || r.keyword(ahead) == Keyword::Length) ++ahead;
+  const Token& first = r.token(ahead);
+  if (first.kind == TokenKind::number) return 1;
+  if (first.kind != TokenKind::word) return 0;
+  const Keyword word = keywordOf(first.text);
+  if (word == Keyword::Function || word == Keyword::Length) ++ahead;
   if (r.keyword(ahead) == Keyword::Of) ++ahead;
   if (r.token(ahead).kind != TokenKind::word) return 0;
   ++ahead;
