@@ -147,12 +147,12 @@ void StatementReader::lookUp(Operand& operand, NameId name, Demand demand) {
              std::string(m_stream.names.text(name)) + " can mean " + std::to_string(operand.count) +
                  " declarations; the use counts for each");
   }
-  if (m_qualifiers.empty()) return;
   for (std::uint32_t k = 0; k < operand.count; ++k) {
-    m_ancestors.clear();
-    m_resolver.ancestors(candidate(operand, k), m_qualifiers, m_ancestors);
-    for (std::size_t q = 0; q < m_ancestors.size(); ++q) {
-      if (m_ancestors[q] >= 0) touch(static_cast<std::uint32_t>(m_ancestors[q]), m_qualifierTokens[q], Access::named);
+    std::uint32_t at = candidate(operand, k);
+    for (std::size_t q = 0; q < m_qualifiers.size(); ++q) {
+      at = m_resolver.ancestorNamed(at, m_qualifiers[q]);
+      if (at == Resolver::kNone) break;
+      touch(at, m_qualifierTokens[q], Access::named);
     }
   }
 }

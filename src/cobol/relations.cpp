@@ -101,7 +101,7 @@ const Construct* Relations::onlyLeaf(std::uint32_t group) const {
   return item;
 }
 
-void Relations::addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site, Part fromPart, Part toPart) {
+void Relations::addGroupMove(std::uint32_t from, std::uint32_t to, std::uint32_t site, Part fromPart, Part toPart) {
   if (from == to) {
     if (fromPart != toPart) addLeaves(from, to, site, fromPart, toPart); // from one part of a group to another
     return;

@@ -32,7 +32,14 @@ class Relations {
   }
 
   /// A move of one item to another: Move between elementary items, else GroupMove and the aligned leaves.
-  void addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site, Part fromPart = {}, Part toPart = {});
+  void addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site, const Part& fromPart = {},
+               const Part& toPart = {}) {
+    if (from != to && isLeaf(from) && isLeaf(to)) {
+      add(RelationKind::Move, from, to, site);
+    } else {
+      addGroupMove(from, to, site, fromPart, toPart);
+    }
+  }
 
   /// PartMove and OverlapMove between the leaves of two items laid over each other from their first byte. FILLER is
   /// left out; a pair that matches exactly at one occurrence gives no OverlapMove. At most 4096 pairs, none where a
@@ -72,7 +79,13 @@ class Relations {
 
   using Meeting = std::tuple<std::uint64_t, Part, Part>; ///< the ends, and of each its part
 
+  /// As most items: no group and nothing that could stand for one.
+  bool isLeaf(std::uint32_t construct) const {
+    const Construct& item = m_analysis.constructs[construct];
+    return item.kind != Kind::renames && !item.isGroup();
+  }
   bool isElementary(std::uint32_t construct) const;
+  void addGroupMove(std::uint32_t from, std::uint32_t to, std::uint32_t site, Part fromPart, Part toPart);
   const Construct* onlyLeaf(std::uint32_t group) const;
   bool takesPart(const Construct& construct) const;
   void collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves);

@@ -132,17 +132,6 @@ bool Resolver::matches(std::uint32_t construct, std::span<const NameId> qualifie
   return met == qualifiers.size();
 }
 
-void Resolver::ancestors(std::uint32_t construct, std::span<const NameId> qualifiers, std::vector<int>& found) const {
-  std::size_t met = 0;
-  for (int at = m_analysis.constructs[construct].parent; at >= 0 && met < qualifiers.size();
-       at = m_analysis.constructs[static_cast<std::size_t>(at)].parent) {
-    if (m_names[static_cast<std::size_t>(at)] != qualifiers[met]) continue;
-    found.push_back(at);
-    ++met;
-  }
-  found.resize(found.size() + qualifiers.size() - met, -1);
-}
-
 void Resolver::collect(std::uint32_t head, std::span<const NameId> qualifiers, bool globalOnly,
                        std::vector<std::uint32_t>& found) {
   const std::size_t before = found.size();

@@ -37,8 +37,13 @@ class Resolver {
 
   /// Whether the own program or a containing one declares the name as a data item, condition, index or constant.
   bool isDeclared(NameId name) const;
-  /// Appends the ancestors that the qualifiers name, one for each; -1 where a file's name was meant.
-  void ancestors(std::uint32_t construct, std::span<const NameId> qualifiers, std::vector<int>& found) const;
+  /// The nearest ancestor of the name; kNone: there is none, so a file's name was meant.
+  std::uint32_t ancestorNamed(std::uint32_t construct, NameId name) const {
+    int at = m_analysis.constructs[construct].parent;
+    while (at >= 0 && m_names[static_cast<std::size_t>(at)] != name)
+      at = m_analysis.constructs[static_cast<std::size_t>(at)].parent;
+    return at >= 0 ? static_cast<std::uint32_t>(at) : kNone;
+  }
 
   /// Whether SPECIAL-NAMES gives the name to something that is no construct: a mnemonic, class, alphabet, character.
   bool isOtherName(NameId name) const;

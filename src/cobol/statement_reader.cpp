@@ -140,18 +140,12 @@ void StatementReader::relate(RelationKind kind, const Operand& from, const Opera
   const bool isFlow = kind == RelationKind::Addition || kind == RelationKind::Computation;
   if (isFlow && from.sort == Operand::Sort::lengthOf) kind = RelationKind::Length;
   for (std::uint32_t i = 0; i < from.count; ++i) {
-    if (isCondition(candidate(from, i))) continue;
+    const std::uint32_t left = candidate(from, i);
+    if (isCondition(left)) continue;
     for (std::uint32_t k = 0; k < to.count; ++k) {
-      if (!isCondition(candidate(to, k))) m_relations.add(kind, candidate(from, i), candidate(to, k), from.token);
+      const std::uint32_t right = candidate(to, k);
+      if (!isCondition(right)) m_relations.add(kind, left, right, from.token);
     }
-  }
-}
-
-void StatementReader::relateMove(const Operand& from, const Operand& to) {
-  if (!from.isItem() || !to.isItem()) return;
-  for (std::uint32_t i = 0; i < from.count; ++i) {
-    for (std::uint32_t k = 0; k < to.count; ++k)
-      m_relations.addMove(candidate(from, i), candidate(to, k), from.token, from.part, to.part);
   }
 }
 
@@ -177,11 +171,6 @@ void StatementReader::relateFlow(const Term& from, const Operand& to) {
     relate(RelationKind::Length, from.operand, to);
     break;
   }
-}
-
-void StatementReader::relateFlow(TermRange from, const Operand& to) {
-  for (std::uint32_t i = from.begin; i < from.end; ++i)
-    relateFlow(m_terms[i], to);
 }
 
 void StatementReader::relateAll(RelationKind kind, TermRange from, const Operand& to) {

@@ -198,11 +198,20 @@ class StatementReader {
 
   // Relations
   void relate(RelationKind kind, const Operand& from, const Operand& to);
-  void relateMove(const Operand& from, const Operand& to);
+  void relateMove(const Operand& from, const Operand& to) {
+    if (!from.isItem() || !to.isItem()) return;
+    for (std::uint32_t i = 0; i < from.count; ++i) {
+      for (std::uint32_t k = 0; k < to.count; ++k)
+        m_relations.addMove(candidate(from, i), candidate(to, k), from.token, from.part, to.part);
+    }
+  }
   void relateLeaves(const Operand& from, const Operand& to);
   /// What a term that is assigned does to the receiver: Move, Addition, Computation or Length.
   void relateFlow(const Term& from, const Operand& to);
-  void relateFlow(TermRange from, const Operand& to);
+  void relateFlow(TermRange from, const Operand& to) {
+    for (std::uint32_t i = from.begin; i < from.end; ++i)
+      relateFlow(m_terms[i], to);
+  }
   void relateAll(RelationKind kind, TermRange from, const Operand& to);
   /// The same but with Move and Addition taken as that kind.
   void relateFlowAs(RelationKind kind, TermRange from, const Operand& to);
@@ -368,7 +377,6 @@ class StatementReader {
   std::vector<std::uint32_t> m_qualifierTokens;
   std::vector<Noted> m_noted;
   std::map<std::uint64_t, Position> m_placed; ///< by `place`: where inside the token
-  std::vector<int> m_ancestors;
   NameId m_power = 0;
   NameId m_inlineMethod = 0;
   NameId m_responseCode = 0;
