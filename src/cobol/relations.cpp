@@ -352,8 +352,10 @@ void Relations::sortEntries() {
 void Relations::finish() {
   const std::vector<Relationship> declared = std::move(m_analysis.relationships);
   const std::vector<cobol::Position> declaredSites = std::move(m_analysis.sites);
-  for (Entry& entry : m_entries)
-    entry.site += static_cast<std::uint32_t>(declaredSites.size());
+  if (!declaredSites.empty()) {
+    for (Entry& entry : m_entries)
+      entry.site += static_cast<std::uint32_t>(declaredSites.size());
+  }
   takeDeclared(declared);
   sortEntries();
   const auto siteOf = [&](const Entry& entry) {

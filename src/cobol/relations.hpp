@@ -25,7 +25,9 @@ struct Part {
 class Relations {
  public:
   Relations(const TokenStream& stream, Analysis& analysis, Diagnostics& diagnostics)
-      : m_stream(stream), m_analysis(analysis), m_diagnostics(diagnostics) {}
+      : m_stream(stream), m_analysis(analysis), m_diagnostics(diagnostics) {
+    m_entries.reserve(256); // most programs have fewer
+  }
 
   void add(RelationKind kind, std::uint32_t from, std::uint32_t to, std::uint32_t site) {
     if (from != to) m_entries.push_back({endsOf(from, to), site, kind});

@@ -37,6 +37,7 @@ Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
     m_names[index] = idOf(construct);
     own.back().end = ++index;
   }
+  m_fileNames.reserve(analysis.dataFiles.size());
   for (std::size_t i = 0; i < analysis.dataFiles.size(); ++i) {
     m_fileNames.push_back(stream.names.find(analysis.dataFiles[i].name));
     m_files.try_emplace(keyOf(analysis.dataFiles[i].program, m_fileNames.back()), static_cast<int>(i));

@@ -15,6 +15,10 @@ StatementReader::StatementReader(const TokenStream& stream, Analysis& analysis, 
   m_responseCode = stream.names.find("DFHRESP");
   m_cicsValue = stream.names.find("DFHVALUE");
   m_noted.reserve(2 * analysis.constructs.size());
+  // More than nearly every statement needs.
+  m_terms.reserve(16);
+  m_levels.reserve(8);
+  blocks.reserve(16);
 }
 
 void StatementReader::skip(std::initializer_list<Keyword> words) {
