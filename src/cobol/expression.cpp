@@ -42,14 +42,15 @@ bool StatementReader::openFunction() {
   return true;
 }
 
+/// At a name that means that construct only.
+void StatementReader::takeItem(std::uint32_t only) {
+  const std::uint32_t name = takeIndex();
+  touch(only, name, Access::read);
+  if (!isTruth(construct(only).kind)) m_terms.push_back({operandOf(only, name), Term::Flow::plain});
+}
+
 /// `measured` tells that only the operand's length counts.
 void StatementReader::takeTerm(bool measured) {
-  if (const std::uint32_t only = loneItem(); only != Resolver::kNone && !measured) {
-    const std::uint32_t name = takeIndex();
-    touch(only, name, Access::read);
-    if (!isTruth(construct(only).kind)) m_terms.push_back({operandOf(only, name), Term::Flow::plain});
-    return;
-  }
   Operand taken = longOperand(Demand::dataName);
   if (taken.count == 0) return; // a constant
   if (measured && taken.isItem()) taken.sort = Operand::Sort::lengthOf;
@@ -130,8 +131,12 @@ bool StatementReader::acceptArithmeticOperator() {
 // Without a sign, a parenthesis or a function it is one operand.
 TermRange StatementReader::primary() {
   if (acceptLoneConstant()) return {};
-  if (token().kind == TokenKind::symbol || atFunction()) return terms(false);
   const std::uint32_t first = termCount();
+  if (const std::uint32_t only = loneItem(); only != Resolver::kNone) {
+    takeItem(only); // no function: something declares the name
+    return {first, termCount()};
+  }
+  if (token().kind == TokenKind::symbol || atFunction()) return terms(false);
   if (atOperand()) takeTerm();
   return {first, termCount()};
 }
@@ -200,11 +205,14 @@ TermRange StatementReader::terms(bool operators) {
 }
 
 bool StatementReader::acceptRelationalOperator() {
+  if (acceptSymbol('=')) {
+    accept(Keyword::To);
+    return true;
+  }
   const Token& t = token();
   if (t.kind == TokenKind::symbol) {
     const std::string_view symbol = text(t);
-    if (symbol != "=" && symbol != "<" && symbol != ">" && symbol != "<=" && symbol != ">=" && symbol != "<>")
-      return false;
+    if (symbol != "<" && symbol != ">" && symbol != "<=" && symbol != ">=" && symbol != "<>") return false;
     advance();
     if (symbol == "<") acceptSymbol('>');
     if (symbol == "<" || symbol == ">") acceptSymbol('=');
@@ -338,6 +346,11 @@ bool StatementReader::conditionOperand(bool& expectsOperand) {
     m_levels.back().pending = true;
     m_levels.back().related = true;
     m_levels.back().side = static_cast<std::uint32_t>(m_terms.size());
+    return true;
+  }
+  if (const std::uint32_t only = loneItem(); only != Resolver::kNone && !m_levels.back().isMeasured()) {
+    takeItem(only);
+    expectsOperand = false;
     return true;
   }
   if (!isPlainName(token())) {

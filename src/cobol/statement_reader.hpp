@@ -326,6 +326,7 @@ class StatementReader {
   bool acceptFunction() { return atFunction() && openFunction(); }
   bool openFunction();
   TermRange terms(bool operators);
+  void takeItem(std::uint32_t only);
   void takeTerm(bool measured = false);
   static void endChain(Level& level, std::uint32_t size, std::vector<Mark>& marks);
   static void endSum(Level& level, std::uint32_t size, std::vector<Mark>& marks);

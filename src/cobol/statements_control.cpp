@@ -31,10 +31,10 @@ std::uint32_t operandLength(const StatementReader& r, std::uint32_t ahead) {
   const Token& first = r.token(ahead);
   if (first.kind == TokenKind::number) return 1;
   if (first.kind != TokenKind::word) return 0;
-  const Keyword word = keywordOf(first.text);
-  if (word == Keyword::Function || word == Keyword::Length) ++ahead;
-  if (r.keyword(ahead) == Keyword::Of) ++ahead;
-  if (r.token(ahead).kind != TokenKind::word) return 0;
+  Keyword word = keywordOf(first.text);
+  if (word == Keyword::Function || word == Keyword::Length) word = r.keyword(++ahead);
+  if (word == Keyword::Of) ++ahead;
+  if (ahead > begin && r.token(ahead).kind != TokenKind::word) return 0;
   ++ahead;
   while (r.keyword(ahead) == Keyword::Of || r.keyword(ahead) == Keyword::In)
     ahead += 2;
