@@ -29,13 +29,16 @@ Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
       m_next(analysis.constructs.size(), kNone), m_ofProgram(analysis.programs.size()),
       m_head(stream.names.size(), kNone) {
   int last = -1;
+  Run* current = nullptr; // of the constructs in hand
   std::uint32_t index = 0;
   for (const Construct& construct : analysis.constructs) {
-    auto& own = m_ofProgram[static_cast<std::size_t>(construct.program)];
-    if (construct.program != last) own.push_back({index, index});
-    last = construct.program;
+    if (construct.program != last) {
+      last = construct.program;
+      m_ofProgram[static_cast<std::size_t>(last)].push_back({index, index});
+      current = &m_ofProgram[static_cast<std::size_t>(last)].back();
+    }
     m_names[index] = idOf(construct);
-    own.back().end = ++index;
+    current->end = ++index;
   }
   m_fileNames.reserve(analysis.dataFiles.size());
   for (std::size_t i = 0; i < analysis.dataFiles.size(); ++i) {

@@ -243,11 +243,12 @@ void StatementReader::finish() {
   sortRuns(m_noted, [](const Noted& a, const Noted& b) { return a.place < b.place; });
   std::vector<Instance> instances(m_noted.size());
   Instance* next = instances.data();
+  const Token* const tokens = m_tokens;
   std::uint64_t last = ~std::uint64_t{0}; // no place
   for (const Noted& noted : m_noted) {
     if (noted.place == last) continue;
     last = noted.place;
-    const Token& token = m_tokens[noted.place >> 32];
+    const Token& token = tokens[noted.place >> 32];
     Instance& made = *next++;
     made.construct = static_cast<std::uint32_t>(noted.place);
     made.access = noted.access;
