@@ -11,6 +11,11 @@ namespace {
 /// Past this number of pairs one relation between two long expressions says nothing any more.
 constexpr std::uint32_t kPairsPerRelation = 4096;
 
+/// What is true or false and has no other value.
+bool isTruth(Kind kind) {
+  return kind == Kind::condition || kind == Kind::switchName;
+}
+
 } // namespace
 
 bool StatementReader::namesFunction() const {
@@ -37,15 +42,22 @@ bool StatementReader::openFunction() {
   return true;
 }
 
+/// At a name that means that construct only.
+void StatementReader::takeItem(std::uint32_t only) {
+  const std::uint32_t name = takeIndex();
+  touch(only, name, Access::read);
+  if (!isTruth(construct(only).kind)) m_terms.push_back({operandOf(only, name), Term::Flow::plain});
+}
+
 /// `measured` tells that only the operand's length counts.
 void StatementReader::takeTerm(bool measured) {
-  Operand taken = operand();
+  Operand taken = longOperand(Demand::dataName);
+  if (taken.count == 0) return; // a constant
   if (measured && taken.isItem()) taken.sort = Operand::Sort::lengthOf;
   touch(taken, Access::read);
-  const Kind kind = taken.count > 0 ? construct(candidate(taken, 0)).kind : Kind::filler;
   if (taken.sort == Operand::Sort::lengthOf) {
     m_terms.push_back({taken, Term::Flow::length});
-  } else if (taken.isItem() && kind != Kind::condition && kind != Kind::switchName) {
+  } else if (taken.isItem() && !isTruth(construct(candidate(taken, 0)).kind)) {
     m_terms.push_back({taken, Term::Flow::plain});
   }
 }
@@ -118,8 +130,13 @@ bool StatementReader::acceptArithmeticOperator() {
 
 // Without a sign, a parenthesis or a function it is one operand.
 TermRange StatementReader::primary() {
-  if (token().kind == TokenKind::symbol || atFunction()) return terms(false);
+  if (acceptLoneConstant()) return {};
   const std::uint32_t first = termCount();
+  if (const std::uint32_t only = loneItem(); only != Resolver::kNone) {
+    takeItem(only); // no function: something declares the name
+    return {first, termCount()};
+  }
+  if (token().kind == TokenKind::symbol || atFunction()) return terms(false);
   if (atOperand()) takeTerm();
   return {first, termCount()};
 }
@@ -188,11 +205,14 @@ TermRange StatementReader::terms(bool operators) {
 }
 
 bool StatementReader::acceptRelationalOperator() {
+  if (acceptSymbol('=')) {
+    accept(Keyword::To);
+    return true;
+  }
   const Token& t = token();
   if (t.kind == TokenKind::symbol) {
     const std::string_view symbol = text(t);
-    if (symbol != "=" && symbol != "<" && symbol != ">" && symbol != "<=" && symbol != ">=" && symbol != "<>")
-      return false;
+    if (symbol != "<" && symbol != ">" && symbol != "<=" && symbol != ">=" && symbol != "<>") return false;
     advance();
     if (symbol == "<") acceptSymbol('>');
     if (symbol == "<" || symbol == ">") acceptSymbol('=');
@@ -265,8 +285,7 @@ void StatementReader::endRelation(Level& level) {
   level.side = static_cast<std::uint32_t>(m_terms.size());
 }
 
-bool StatementReader::openGroup() {
-  if (!acceptSymbol('(')) return false;
+void StatementReader::beginGroup() {
   const Level& outer = m_levels.back();
   Level group;
   group.begin = group.side = static_cast<std::uint32_t>(m_terms.size());
@@ -276,17 +295,15 @@ bool StatementReader::openGroup() {
     group.subject = outer.subject;
   }
   m_levels.push_back(group);
-  return true;
 }
 
-bool StatementReader::closeGroup() {
-  if (m_levels.size() < 2 || !acceptSymbol(')')) return false;
+void StatementReader::endGroup() {
   Level closed = m_levels.back();
   if (closed.sort == Level::Sort::function) {
     if (closed.function == FunctionKind::length) measureTerms(closed.side);
     m_levels.pop_back();
     if (atSymbol('(')) parentheses({});
-    return true;
+    return;
   }
   if (closed.related) endRelation(closed);
   m_levels.pop_back();
@@ -296,7 +313,6 @@ bool StatementReader::closeGroup() {
     outer.pending = outer.connected = false;
     outer.side = static_cast<std::uint32_t>(m_terms.size());
   }
-  return true;
 }
 
 /// Behind an operand: a relational operator, a class or a sign.
@@ -320,66 +336,89 @@ bool StatementReader::acceptTest() {
   return true;
 }
 
+/// Where an operand is due: reads it or what may stand before it. Whether the condition goes on.
+bool StatementReader::conditionOperand(bool& expectsOperand) {
+  if (acceptLoneConstant()) {
+    expectsOperand = false;
+    return true;
+  }
+  if (m_levels.back().hasSubject && acceptRelationalOperator()) {
+    m_levels.back().pending = true;
+    m_levels.back().related = true;
+    m_levels.back().side = static_cast<std::uint32_t>(m_terms.size());
+    return true;
+  }
+  if (const std::uint32_t only = loneItem(); only != Resolver::kNone && !m_levels.back().isMeasured()) {
+    takeItem(only);
+    expectsOperand = false;
+    return true;
+  }
+  if (!isPlainName(token())) {
+    const bool isOperator = (atSymbol('+') || atSymbol('-')) && token(1).kind != TokenKind::number;
+    if (isOperator || at(Keyword::Is) || (at(Keyword::Not) && phraseLength() == 0)) {
+      advance();
+      return true;
+    }
+    if (openGroup()) return true; // its first operand is next
+    if (closeGroup()) {           // a function without arguments
+      expectsOperand = false;
+      return true;
+    }
+    if (atBoundary()) return false;
+  }
+  const std::size_t depth = m_levels.size();
+  if (acceptFunction()) {
+    expectsOperand = m_levels.size() > depth;
+  } else if (atOperand()) {
+    takeTerm(m_levels.back().isMeasured());
+    expectsOperand = false;
+  } else if (m_levels.back().sort == Level::Sort::function) {
+    advance();
+  } else {
+    return false;
+  }
+  return true;
+}
+
+/// Behind an operand. Whether the condition goes on.
+bool StatementReader::conditionOperator(bool& expectsOperand) {
+  if (token().kind == TokenKind::symbol && acceptArithmeticOperator()) {
+    expectsOperand = true;
+    return true;
+  }
+  if (closeGroup()) return true;
+  if (m_levels.back().sort == Level::Sort::function) {
+    expectsOperand = true;
+    return !atBoundary();
+  }
+  switch (keyword()) {
+  case Keyword::And:
+  case Keyword::Or:
+  case Keyword::Xor:
+  case Keyword::Thru:
+  case Keyword::Through:
+    advance();
+    endRelation(m_levels.back());
+    m_levels.back().connected = true;
+    m_levels.back().related = true;
+    expectsOperand = true;
+    return true;
+  default:
+    break;
+  }
+  if (atBoundary() || !acceptTest()) return false;
+  expectsOperand = m_levels.back().pending;
+  return true;
+}
+
 void StatementReader::condition(TermRange subject) {
   m_levels.clear();
-  m_levels.emplace_back();
-  m_levels.back().side = static_cast<std::uint32_t>(m_terms.size());
-  m_levels.back().subject = subject;
-  m_levels.back().hasSubject = m_levels.back().connected = !subject.empty();
+  Level& whole = m_levels.emplace_back();
+  whole.side = static_cast<std::uint32_t>(m_terms.size());
+  whole.subject = subject;
+  whole.hasSubject = whole.connected = !subject.empty();
   bool expectsOperand = true;
-  while (true) {
-    const std::size_t depth = m_levels.size();
-    if (expectsOperand) {
-      if (at(Keyword::Not) && phraseLength() == 0) {
-        advance();
-      } else if (at(Keyword::Is)) {
-        advance();
-      } else if ((atSymbol('+') || atSymbol('-')) && token(1).kind != TokenKind::number) {
-        advance();
-      } else if (m_levels.back().hasSubject && acceptRelationalOperator()) {
-        m_levels.back().pending = true;
-        m_levels.back().related = true;
-        m_levels.back().side = static_cast<std::uint32_t>(m_terms.size());
-      } else if (openGroup()) {
-        // its first operand is next
-      } else if (closeGroup()) {
-        expectsOperand = false; // a function without arguments
-      } else if (atBoundary()) {
-        break;
-      } else if (acceptFunction()) {
-        expectsOperand = m_levels.size() > depth;
-      } else if (atOperand()) {
-        takeTerm(m_levels.back().isMeasured());
-        expectsOperand = false;
-      } else if (m_levels.back().sort == Level::Sort::function) {
-        advance();
-      } else {
-        break;
-      }
-      continue;
-    }
-    if (acceptArithmeticOperator()) {
-      expectsOperand = true;
-    } else if (m_levels.back().sort == Level::Sort::function) {
-      if (!closeGroup()) {
-        if (atBoundary()) break;
-        expectsOperand = true;
-      }
-    } else if (closeGroup()) {
-      expectsOperand = false;
-    } else if (at(Keyword::And) || at(Keyword::Or) || at(Keyword::Xor) || at(Keyword::Thru) || at(Keyword::Through)) {
-      advance();
-      endRelation(m_levels.back());
-      m_levels.back().connected = true;
-      m_levels.back().related = true;
-      expectsOperand = true;
-    } else if (atBoundary()) {
-      break;
-    } else if (acceptTest()) {
-      expectsOperand = m_levels.back().pending;
-    } else {
-      break;
-    }
+  while (expectsOperand ? conditionOperand(expectsOperand) : conditionOperator(expectsOperand)) {
   }
   m_hadTest = m_levels.front().related;
   while (!m_levels.empty()) {

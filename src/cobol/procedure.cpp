@@ -121,7 +121,7 @@ class ProcedureText {
       return true;
     }
     if (!m_reader.atProcedureName(m_sentenceStart)) return false;
-    m_reader.addPlace("PARA", m_reader.text(t), m_reader.index());
+    m_analysis.places.push_back({"PARA", m_reader.text(t), t.position()});
     closeAll();
     m_reader.advance();
     if (m_reader.at(Keyword::Section)) {
@@ -208,32 +208,47 @@ void readDeclaredExec(StatementReader& reader, std::uint32_t from, std::uint32_t
   if (reader.accept(Keyword::Exec) || reader.accept(Keyword::Execute)) readExec(reader);
 }
 
+/// The references of the first program, of the second …, of each as they stand in the text.
+std::vector<const DataReference*> referencesByProgram(const Analysis& analysis) {
+  std::vector<const DataReference*> references;
+  references.reserve(analysis.references.size());
+  for (const DataReference& reference : analysis.references) {
+    if (reference.program >= 0) references.push_back(&reference);
+  }
+  const auto before = [](const DataReference* a, const DataReference* b) { return a->program < b->program; };
+  if (!std::is_sorted(references.begin(), references.end(), before))
+    std::stable_sort(references.begin(), references.end(), before);
+  return references;
+}
+
+void notePlacesOfLiterals(const TokenStream& stream, Analysis& analysis) {
+  const auto isLiteral = [](const Token& token) { return token.kind == TokenKind::literal; };
+  const auto end = stream.tokens.end();
+  for (auto at = std::find_if(stream.tokens.begin(), end, isLiteral); at != end;
+       at = std::find_if(at + 1, end, isLiteral)) {
+    analysis.places.push_back({"LIT", stream.textOf(*at), at->position()});
+  }
+}
+
 } // namespace
 
 void readProcedures(const TokenStream& stream, const Options&, Analysis& analysis, Diagnostics& diagnostics) {
   StatementReader reader(stream, analysis, diagnostics);
   noteDeclarations(reader);
-  std::vector<std::vector<std::size_t>> references(analysis.programs.size());
-  for (std::size_t i = 0; i < analysis.references.size(); ++i) {
-    const auto program = static_cast<std::size_t>(analysis.references[i].program);
-    if (program < references.size()) references[program].push_back(i);
-  }
+  const std::vector<const DataReference*> references = referencesByProgram(analysis);
+  auto reference = references.begin();
   ProcedureText text(reader);
   for (std::size_t p = 0; p < analysis.programs.size(); ++p) {
     reader.resolver().enterProgram(static_cast<int>(p));
-    for (const std::size_t i : references[p])
-      readDataReference(reader, analysis.references[i]);
+    for (; reference != references.end() && (*reference)->program == static_cast<int>(p); ++reference)
+      readDataReference(reader, **reference);
     relateSlots(reader);
-    const auto declaredExec = analysis.programs[p].execRanges;
-    for (const auto& [from, to] : declaredExec)
+    for (const auto& [from, to] : analysis.programs[p].execRanges)
       readDeclaredExec(reader, from, to);
-    const auto ranges = analysis.programs[p].procedureRanges;
-    for (const auto& [from, to] : ranges)
+    for (const auto& [from, to] : analysis.programs[p].procedureRanges)
       text.read(from, to);
   }
-  for (const Token& token : stream.tokens) {
-    if (token.kind == TokenKind::literal) analysis.places.push_back({"LIT", stream.textOf(token), token.position()});
-  }
+  notePlacesOfLiterals(stream, analysis);
   reader.finish();
 }
 

@@ -63,7 +63,12 @@ Operand StatementReader::methodCalled() {
 }
 
 Operand StatementReader::read(Access access, Demand demand) {
-  const Operand result = operand(demand);
+  if (const std::uint32_t only = loneItem(); only != Resolver::kNone) {
+    const std::uint32_t name = takeIndex();
+    touch(only, name, access);
+    return operandOf(only, name);
+  }
+  const Operand result = longOperand(demand);
   touch(result, access);
   return result;
 }
@@ -80,7 +85,8 @@ Operand StatementReader::named(Demand demand) {
   const std::uint32_t nameToken = index();
   advance();
   if (!atQualifier()) {
-    if (const auto only = m_resolver.declaredOnce(m_tokens[nameToken].text)) return operandOf(*only, nameToken);
+    const std::uint32_t only = m_resolver.declaredOnce(m_tokens[nameToken].text);
+    if (only != Resolver::kNone) return operandOf(only, nameToken);
   }
   return qualified(nameToken, demand);
 }
@@ -135,17 +141,18 @@ void StatementReader::lookUp(Operand& operand, NameId name, Demand demand) {
   }
   operand.sort = Operand::Sort::item;
   if (operand.count > 1 && (m_preferredParent >= 0 || m_preferredFile >= 0)) narrow(operand);
+  if (operand.count == 1) operand.first = m_pool[operand.first];
   if (operand.count > 1) {
     diagnose(Code::Ambiguous, Severity::warning, operand.token,
              std::string(m_stream.names.text(name)) + " can mean " + std::to_string(operand.count) +
                  " declarations; the use counts for each");
   }
-  if (m_qualifiers.empty()) return;
   for (std::uint32_t k = 0; k < operand.count; ++k) {
-    m_ancestors.clear();
-    m_resolver.ancestors(candidate(operand, k), m_qualifiers, m_ancestors);
-    for (std::size_t q = 0; q < m_ancestors.size(); ++q) {
-      if (m_ancestors[q] >= 0) touch(static_cast<std::uint32_t>(m_ancestors[q]), m_qualifierTokens[q], Access::named);
+    std::uint32_t at = candidate(operand, k);
+    for (std::size_t q = 0; q < m_qualifiers.size(); ++q) {
+      at = m_resolver.ancestorNamed(at, m_qualifiers[q]);
+      if (at == Resolver::kNone) break;
+      touch(at, m_qualifierTokens[q], Access::named);
     }
   }
 }
@@ -153,7 +160,7 @@ void StatementReader::lookUp(Operand& operand, NameId name, Demand demand) {
 void StatementReader::narrow(Operand& operand) {
   std::uint32_t kept = 0;
   for (std::uint32_t k = 0; k < operand.count; ++k) {
-    const std::uint32_t found = candidate(operand, k);
+    const std::uint32_t found = m_pool[operand.first + k];
     bool belongs = m_preferredFile >= 0 && m_resolver.fileOf(found) == m_preferredFile;
     for (int up = static_cast<int>(found); up >= 0 && !belongs && m_preferredParent >= 0;
          up = construct(static_cast<std::uint32_t>(up)).parent) {

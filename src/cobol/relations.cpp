@@ -19,16 +19,15 @@ constexpr std::size_t kPairsPerMove = 4096;
 constexpr std::size_t kPairsPerSource = 8'000'000;
 constexpr std::size_t kCachedPairs = 1'000'000;
 constexpr std::size_t kLeavesPerItem = 20'000;
+constexpr std::size_t kUsualLeaves = 64; ///< fewer than this have most items
 constexpr std::size_t kStepsPerMove = 2'000'000;
 
-/// A copybook that is copied twice gives the same place twice, not side by side.
-void dropRepeats(std::vector<cobol::Position>& sites, std::size_t from) {
-  const auto begin = sites.begin() + static_cast<std::ptrdiff_t>(from);
-  const bool ascend = std::adjacent_find(begin, sites.end(), std::greater_equal<>()) == sites.end();
-  if (ascend) return;
+/// A copybook that is copied twice gives the same place twice, not side by side. The end of what is left.
+cobol::Position* dropRepeats(cobol::Position* begin, cobol::Position* end) {
+  const bool ascend = std::adjacent_find(begin, end, std::greater_equal<>()) == end;
+  if (ascend) return end;
   std::set<cobol::Position> seen;
-  sites.erase(std::remove_if(begin, sites.end(), [&](const cobol::Position& at) { return !seen.insert(at).second; }),
-              sites.end());
+  return std::remove_if(begin, end, [&](const cobol::Position& at) { return !seen.insert(at).second; });
 }
 
 /// Numeric and not edited, as ADD CORRESPONDING asks for.
@@ -37,10 +36,6 @@ bool isNumeric(const Construct& item) {
   if (item.picture.empty())
     return item.usage.starts_with("COMP-") || item.usage.starts_with("BINARY-") || item.usage.starts_with("FLOAT-");
   return readPicture(item.picture, {}).kind == PictureClass::numeric;
-}
-
-std::uint64_t endsOf(std::uint32_t from, std::uint32_t to) {
-  return (std::uint64_t{from} << 32) | to;
 }
 
 } // namespace
@@ -83,10 +78,6 @@ const std::vector<RelationKindInfo>& relationKinds() {
   return kinds;
 }
 
-void Relations::add(RelationKind kind, std::uint32_t from, std::uint32_t to, std::uint32_t site) {
-  if (from != to) m_entries.push_back({endsOf(from, to), site, kind});
-}
-
 // A 66 has no children: it is elementary when what it renames is one elementary item.
 bool Relations::isElementary(std::uint32_t construct) const {
   const Construct& item = m_analysis.constructs[construct];
@@ -110,7 +101,7 @@ const Construct* Relations::onlyLeaf(std::uint32_t group) const {
   return item;
 }
 
-void Relations::addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site, Part fromPart, Part toPart) {
+void Relations::addGroupMove(std::uint32_t from, std::uint32_t to, std::uint32_t site, Part fromPart, Part toPart) {
   if (from == to) {
     if (fromPart != toPart) addLeaves(from, to, site, fromPart, toPart); // from one part of a group to another
     return;
@@ -179,14 +170,15 @@ void Relations::collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves) {
       continue;
     }
     const std::uint32_t times = spanOnly ? 1 : std::max<std::uint32_t>(1, c.occurs);
-    for (std::uint32_t k = 0; k < times; ++k) {
-      if (c.isGroup()) {
+    if (c.isGroup()) {
+      for (std::uint32_t k = 0; k < times; ++k)
         push(next.construct, next.begin + k * c.length, copies);
-      } else {
+    } else {
+      for (std::uint32_t k = times; k-- > 0;)
         add(begin + k * c.length, begin + (k + 1) * c.length, next.construct);
-      }
     }
   }
+  std::reverse(leaves.begin(), leaves.end()); // the last item was taken first
 }
 
 /// Leaves what lies in the part, counted from the part's begin.
@@ -211,15 +203,22 @@ bool Relations::align(const Meeting& meeting) {
   const auto to = static_cast<std::uint32_t>(ends);
   auto& left = m_left;
   auto& right = m_right;
+  for (auto* leaves : {&left, &right})
+    leaves->reserve(kUsualLeaves);
+  m_open.reserve(kUsualLeaves);
+  m_reach.reserve(kUsualLeaves);
+  m_pairs.reserve(kUsualLeaves);
   collectLeaves(from, left);
   collectLeaves(to, right);
   cutLeaves(from, fromPart, left);
   cutLeaves(to, toPart, right);
+  // Mostly they stand in order; redefinitions and the range of a 66 may break it.
   const auto byBegin = [](const Leaf& a, const Leaf& b) {
     return std::tie(a.begin, a.end, a.construct) < std::tie(b.begin, b.end, b.construct);
   };
-  std::sort(left.begin(), left.end(), byBegin);
-  std::sort(right.begin(), right.end(), byBegin);
+  for (auto* leaves : {&left, &right}) {
+    if (!std::is_sorted(leaves->begin(), leaves->end(), byBegin)) std::sort(leaves->begin(), leaves->end(), byBegin);
+  }
   // Redefinitions make leaves of one side overlap each other: the greatest end so far tells where a search must start.
   auto& reach = m_reach;
   reach.clear();
@@ -353,32 +352,31 @@ void Relations::sortEntries() {
 void Relations::finish() {
   const std::vector<Relationship> declared = std::move(m_analysis.relationships);
   const std::vector<cobol::Position> declaredSites = std::move(m_analysis.sites);
-  for (Entry& entry : m_entries)
-    entry.site += static_cast<std::uint32_t>(declaredSites.size());
+  if (!declaredSites.empty()) {
+    for (Entry& entry : m_entries)
+      entry.site += static_cast<std::uint32_t>(declaredSites.size());
+  }
   takeDeclared(declared);
   sortEntries();
-  std::vector<Relationship> all;
-  std::vector<cobol::Position> sites;
-  all.reserve(m_entries.size());
-  sites.reserve(m_entries.size());
-  const auto close = [&] {
-    if (all.empty()) return;
-    if (sites.size() - all.back().firstSite > 1) dropRepeats(sites, all.back().firstSite);
-    all.back().siteCount = static_cast<std::uint32_t>(sites.size()) - all.back().firstSite;
+  const auto siteOf = [&](const Entry& entry) {
+    return entry.site < declaredSites.size() ? declaredSites[entry.site]
+                                             : m_stream.tokens[entry.site - declaredSites.size()].position();
   };
-  const Entry* last = nullptr;
-  for (const Entry& entry : m_entries) {
-    if (last == nullptr || last->ends != entry.ends || last->kind != entry.kind) {
-      close();
-      all.push_back({static_cast<std::uint32_t>(entry.ends >> 32), static_cast<std::uint32_t>(entry.ends), entry.kind,
-                     static_cast<std::uint32_t>(sites.size()), 0});
-    }
-    last = &entry;
-    const bool isDeclared = entry.site < declaredSites.size();
-    sites.push_back(isDeclared ? declaredSites[entry.site]
-                               : m_stream.tokens[entry.site - declaredSites.size()].position());
+  std::vector<Relationship> all;
+  all.reserve(m_entries.size());
+  std::vector<cobol::Position> sites(m_entries.size());
+  cobol::Position* next = sites.data();
+  for (auto entry = m_entries.cbegin(); entry != m_entries.cend();) {
+    const auto [ends, site, kind] = *entry;
+    cobol::Position* const first = next;
+    do {
+      *next++ = siteOf(*entry++);
+    } while (entry != m_entries.cend() && entry->ends == ends && entry->kind == kind);
+    if (next - first > 1) next = dropRepeats(first, next);
+    all.push_back({static_cast<std::uint32_t>(ends >> 32), static_cast<std::uint32_t>(ends), kind,
+                   static_cast<std::uint32_t>(first - sites.data()), static_cast<std::uint32_t>(next - first)});
   }
-  close();
+  sites.resize(static_cast<std::size_t>(next - sites.data()));
   m_analysis.relationships = std::move(all);
   m_analysis.sites = std::move(sites);
   m_entries.clear();

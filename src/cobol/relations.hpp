@@ -25,12 +25,23 @@ struct Part {
 class Relations {
  public:
   Relations(const TokenStream& stream, Analysis& analysis, Diagnostics& diagnostics)
-      : m_stream(stream), m_analysis(analysis), m_diagnostics(diagnostics) {}
+      : m_stream(stream), m_analysis(analysis), m_diagnostics(diagnostics) {
+    m_entries.reserve(256); // most programs have fewer
+  }
 
-  void add(RelationKind kind, std::uint32_t from, std::uint32_t to, std::uint32_t site);
+  void add(RelationKind kind, std::uint32_t from, std::uint32_t to, std::uint32_t site) {
+    if (from != to) m_entries.push_back({endsOf(from, to), site, kind});
+  }
 
   /// A move of one item to another: Move between elementary items, else GroupMove and the aligned leaves.
-  void addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site, Part fromPart = {}, Part toPart = {});
+  void addMove(std::uint32_t from, std::uint32_t to, std::uint32_t site, const Part& fromPart = {},
+               const Part& toPart = {}) {
+    if (from != to && isLeaf(from) && isLeaf(to)) {
+      add(RelationKind::Move, from, to, site);
+    } else {
+      addGroupMove(from, to, site, fromPart, toPart);
+    }
+  }
 
   /// PartMove and OverlapMove between the leaves of two items laid over each other from their first byte. FILLER is
   /// left out; a pair that matches exactly at one occurrence gives no OverlapMove. At most 4096 pairs, none where a
@@ -66,9 +77,17 @@ class Relations {
     RelationKind kind;
   };
 
+  static std::uint64_t endsOf(std::uint32_t from, std::uint32_t to) { return (std::uint64_t{from} << 32) | to; }
+
   using Meeting = std::tuple<std::uint64_t, Part, Part>; ///< the ends, and of each its part
 
+  /// As most items: no group and nothing that could stand for one.
+  bool isLeaf(std::uint32_t construct) const {
+    const Construct& item = m_analysis.constructs[construct];
+    return item.kind != Kind::renames && !item.isGroup();
+  }
   bool isElementary(std::uint32_t construct) const;
+  void addGroupMove(std::uint32_t from, std::uint32_t to, std::uint32_t site, Part fromPart, Part toPart);
   const Construct* onlyLeaf(std::uint32_t group) const;
   bool takesPart(const Construct& construct) const;
   void collectLeaves(std::uint32_t item, std::vector<Leaf>& leaves);

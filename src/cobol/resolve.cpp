@@ -1,6 +1,7 @@
 #include "cobol/resolve.hpp"
 
 #include <algorithm>
+#include <charconv>
 #include <string>
 
 #include "cobol/special_registers.hpp"
@@ -16,6 +17,11 @@ std::uint64_t keyOf(int program, NameId name) {
   return (static_cast<std::uint64_t>(program) << 32) | name;
 }
 
+void appendNumber(std::string& text, int number) {
+  char digits[16];
+  text.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
+}
+
 } // namespace
 
 Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
@@ -23,14 +29,18 @@ Resolver::Resolver(const TokenStream& stream, Analysis& analysis)
       m_next(analysis.constructs.size(), kNone), m_ofProgram(analysis.programs.size()),
       m_head(stream.names.size(), kNone) {
   int last = -1;
+  Run* current = nullptr; // of the constructs in hand
   std::uint32_t index = 0;
   for (const Construct& construct : analysis.constructs) {
-    auto& own = m_ofProgram[static_cast<std::size_t>(construct.program)];
-    if (construct.program != last) own.push_back({index, index});
-    last = construct.program;
+    if (construct.program != last) {
+      last = construct.program;
+      m_ofProgram[static_cast<std::size_t>(last)].push_back({index, index});
+      current = &m_ofProgram[static_cast<std::size_t>(last)].back();
+    }
     m_names[index] = idOf(construct);
-    own.back().end = ++index;
+    current->end = ++index;
   }
+  m_fileNames.reserve(analysis.dataFiles.size());
   for (std::size_t i = 0; i < analysis.dataFiles.size(); ++i) {
     m_fileNames.push_back(stream.names.find(analysis.dataFiles[i].name));
     m_files.try_emplace(keyOf(analysis.dataFiles[i].program, m_fileNames.back()), static_cast<int>(i));
@@ -124,17 +134,6 @@ bool Resolver::matches(std::uint32_t construct, std::span<const NameId> qualifie
     if (file >= 0 && m_fileNames[static_cast<std::size_t>(file)] == qualifiers[met]) ++met;
   }
   return met == qualifiers.size();
-}
-
-void Resolver::ancestors(std::uint32_t construct, std::span<const NameId> qualifiers, std::vector<int>& found) const {
-  std::size_t met = 0;
-  for (int at = m_analysis.constructs[construct].parent; at >= 0 && met < qualifiers.size();
-       at = m_analysis.constructs[static_cast<std::size_t>(at)].parent) {
-    if (m_names[static_cast<std::size_t>(at)] != qualifiers[met]) continue;
-    found.push_back(at);
-    ++met;
-  }
-  found.resize(found.size() + qualifiers.size() - met, -1);
 }
 
 void Resolver::collect(std::uint32_t head, std::span<const NameId> qualifiers, bool globalOnly,
@@ -265,10 +264,13 @@ bool Resolver::isInRepository(NameId name) const {
   return false;
 }
 
-std::uint32_t Resolver::make(Kind kind, std::string name, std::uint32_t token) {
+std::uint32_t Resolver::make(Kind kind, std::string_view name, std::uint32_t token) {
   const auto index = static_cast<std::uint32_t>(m_analysis.constructs.size());
-  std::string key = std::to_string(m_program) + static_cast<char>(kind) + name;
-  const auto [known, isNew] = m_made.try_emplace(std::move(key), index);
+  appendNumber(m_key, m_program);
+  m_key += static_cast<char>(kind);
+  m_key += name;
+  const auto [known, isNew] = m_made.try_emplace(m_key, index);
+  m_key.clear();
   if (!isNew) return known->second;
   Construct made;
   made.name = m_analysis.texts->keep(name);
@@ -277,14 +279,14 @@ std::uint32_t Resolver::make(Kind kind, std::string name, std::uint32_t token) {
   made.flags = kind == Kind::undeclared ? ConstructFlag::undeclaredName : ConstructFlag::implicit_;
   made.declared = m_stream.tokens[token].position();
   made.token = token;
-  append(std::move(made));
+  append(made);
   return index;
 }
 
-void Resolver::append(Construct construct) {
+void Resolver::append(const Construct& construct) {
   m_names.push_back(0);
   m_next.push_back(kNone);
-  m_analysis.constructs.push_back(std::move(construct));
+  m_analysis.constructs.push_back(construct);
 }
 
 std::uint32_t Resolver::specialRegister(NameId name) {
@@ -310,23 +312,33 @@ std::uint32_t Resolver::specialRegister(NameId name) {
   made.flags = ConstructFlag::implicit_;
   made.declared = program.declared;
   made.token = program.beginToken;
-  append(std::move(made));
+  append(made);
   return index;
 }
 
 std::uint32_t Resolver::undeclared(NameId name, std::span<const NameId> qualifiers, std::uint32_t token) {
-  std::string written(m_stream.names.text(name));
-  for (const NameId qualifier : qualifiers)
-    written += " OF " + std::string(m_stream.names.text(qualifier));
-  return make(Kind::undeclared, std::move(written), token);
+  m_written = m_stream.names.text(name);
+  for (const NameId qualifier : qualifiers) {
+    m_written += " OF ";
+    m_written += m_stream.names.text(qualifier);
+  }
+  return make(Kind::undeclared, m_written, token);
 }
 
 std::uint32_t Resolver::callSlot(std::string_view program, int k, std::uint32_t token) {
-  return make(Kind::callSlot, std::string(program) + '(' + (k < 0 ? "CA" : std::to_string(k)) + ')', token);
+  m_written = program;
+  m_written += '(';
+  if (k < 0) {
+    m_written += "CA";
+  } else {
+    appendNumber(m_written, k);
+  }
+  m_written += ')';
+  return make(Kind::callSlot, m_written, token);
 }
 
 std::uint32_t Resolver::fileSlot(std::string_view name, std::uint32_t token) {
-  return make(Kind::fileSlot, std::string(name), token);
+  return make(Kind::fileSlot, name, token);
 }
 
 } // namespace cobol

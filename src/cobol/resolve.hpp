@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <map>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -19,24 +18,32 @@ namespace cobol {
 /// order; a file's, report's or communication description's name ends the chain.
 class Resolver {
  public:
+  static constexpr std::uint32_t kNone = 0xFFFFFFFFU; ///< no construct
+
   Resolver(const TokenStream& stream, Analysis& analysis);
 
   /// Names are looked up as this program sees them until the next call.
   void enterProgram(int program);
   int program() const { return m_program; }
 
-  /// The construct of a name that the program entered declares only once, so that nothing else can be meant.
-  std::optional<std::uint32_t> declaredOnce(NameId name) const {
+  /// The construct of a name that the program entered declares only once, so that nothing else can be meant; else
+  /// kNone.
+  std::uint32_t declaredOnce(NameId name) const {
     const std::uint32_t head = m_head[name];
-    return head != kNone && m_next[head] == kNone ? std::optional(head) : std::nullopt;
+    return head != kNone && m_next[head] == kNone ? head : kNone;
   }
   /// Appends every candidate to `found`, in declaration order; more than one means an ambiguous name.
   void find(NameId name, std::span<const NameId> qualifiers, std::vector<std::uint32_t>& found);
 
   /// Whether the own program or a containing one declares the name as a data item, condition, index or constant.
   bool isDeclared(NameId name) const;
-  /// Appends the ancestors that the qualifiers name, one for each; -1 where a file's name was meant.
-  void ancestors(std::uint32_t construct, std::span<const NameId> qualifiers, std::vector<int>& found) const;
+  /// The nearest ancestor of the name; kNone: there is none, so a file's name was meant.
+  std::uint32_t ancestorNamed(std::uint32_t construct, NameId name) const {
+    int at = m_analysis.constructs[construct].parent;
+    while (at >= 0 && m_names[static_cast<std::size_t>(at)] != name)
+      at = m_analysis.constructs[static_cast<std::size_t>(at)].parent;
+    return at >= 0 ? static_cast<std::uint32_t>(at) : kNone;
+  }
 
   /// Whether SPECIAL-NAMES gives the name to something that is no construct: a mnemonic, class, alphabet, character.
   bool isOtherName(NameId name) const;
@@ -58,7 +65,6 @@ class Resolver {
   std::uint32_t fileSlot(std::string_view name, std::uint32_t token);
 
  private:
-  static constexpr std::uint32_t kNone = 0xFFFFFFFFU;
   /// Constructs of one program that follow each other.
   struct Run {
     std::uint32_t begin;
@@ -81,8 +87,8 @@ class Resolver {
   bool isGlobal(std::uint32_t construct) const;
   bool isInRepository(NameId name) const;
   std::uint32_t specialRegister(NameId name);
-  std::uint32_t make(Kind kind, std::string name, std::uint32_t token);
-  void append(Construct construct);
+  std::uint32_t make(Kind kind, std::string_view name, std::uint32_t token);
+  void append(const Construct& construct);
 
   const TokenStream& m_stream;
   Analysis& m_analysis;
@@ -100,6 +106,8 @@ class Resolver {
   Chain m_globalHead;                                    ///< program and name: first, for programs that contain others
   std::unordered_map<std::uint64_t, int> m_files;        ///< program and name
   std::unordered_map<std::string, std::uint32_t> m_made; ///< by program, kind and name
+  std::string m_key;                                     ///< of what is looked up among them
+  std::string m_written;                                 ///< name of the construct that is asked for
   std::unordered_map<std::uint64_t, std::uint32_t> m_registers; ///< outermost program and name
 };
 

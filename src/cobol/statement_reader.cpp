@@ -15,6 +15,10 @@ StatementReader::StatementReader(const TokenStream& stream, Analysis& analysis, 
   m_responseCode = stream.names.find("DFHRESP");
   m_cicsValue = stream.names.find("DFHVALUE");
   m_noted.reserve(2 * analysis.constructs.size());
+  // More than nearly every statement needs.
+  m_terms.reserve(16);
+  m_levels.reserve(8);
+  blocks.reserve(16);
 }
 
 void StatementReader::skip(std::initializer_list<Keyword> words) {
@@ -116,6 +120,7 @@ void StatementReader::touchPlaced(NameId name, std::uint32_t token, Position at)
 Operand StatementReader::recordsOf(int file, std::uint32_t token) {
   if (file < 0) return {};
   const auto& records = m_analysis.dataFiles[static_cast<std::size_t>(file)].records;
+  if (records.size() == 1) return operandOf(static_cast<std::uint32_t>(records.front()), token);
   Operand made{Operand::Sort::item, token, static_cast<std::uint32_t>(m_pool.size()),
                static_cast<std::uint32_t>(records.size())};
   for (const int record : records)
@@ -139,18 +144,12 @@ void StatementReader::relate(RelationKind kind, const Operand& from, const Opera
   const bool isFlow = kind == RelationKind::Addition || kind == RelationKind::Computation;
   if (isFlow && from.sort == Operand::Sort::lengthOf) kind = RelationKind::Length;
   for (std::uint32_t i = 0; i < from.count; ++i) {
-    if (isCondition(candidate(from, i))) continue;
+    const std::uint32_t left = candidate(from, i);
+    if (isCondition(left)) continue;
     for (std::uint32_t k = 0; k < to.count; ++k) {
-      if (!isCondition(candidate(to, k))) m_relations.add(kind, candidate(from, i), candidate(to, k), from.token);
+      const std::uint32_t right = candidate(to, k);
+      if (!isCondition(right)) m_relations.add(kind, left, right, from.token);
     }
-  }
-}
-
-void StatementReader::relateMove(const Operand& from, const Operand& to) {
-  if (!from.isItem() || !to.isItem()) return;
-  for (std::uint32_t i = 0; i < from.count; ++i) {
-    for (std::uint32_t k = 0; k < to.count; ++k)
-      m_relations.addMove(candidate(from, i), candidate(to, k), from.token, from.part, to.part);
   }
 }
 
@@ -178,11 +177,6 @@ void StatementReader::relateFlow(const Term& from, const Operand& to) {
   }
 }
 
-void StatementReader::relateFlow(TermRange from, const Operand& to) {
-  for (std::uint32_t i = from.begin; i < from.end; ++i)
-    relateFlow(m_terms[i], to);
-}
-
 void StatementReader::relateAll(RelationKind kind, TermRange from, const Operand& to) {
   for (std::uint32_t i = from.begin; i < from.end; ++i)
     relate(kind, m_terms[i].operand, to);
@@ -197,12 +191,6 @@ void StatementReader::relateFlowAs(RelationKind kind, TermRange from, const Oper
       relateFlow(m_terms[i], to);
     }
   }
-}
-
-void StatementReader::beginStatement(NameId verb) {
-  m_verb = verb;
-  m_pool.clear();
-  m_terms.clear();
 }
 
 void StatementReader::generic() {
@@ -253,19 +241,27 @@ void sortRuns(std::vector<Item>& items, Before before) {
 
 void StatementReader::finish() {
   sortRuns(m_noted, [](const Noted& a, const Noted& b) { return a.place < b.place; });
-  m_analysis.instances.reserve(m_noted.size());
+  std::vector<Instance> instances(m_noted.size());
+  Instance* next = instances.data();
+  const Token* const tokens = m_tokens;
   std::uint64_t last = ~std::uint64_t{0}; // no place
   for (const Noted& noted : m_noted) {
     if (noted.place == last) continue;
     last = noted.place;
-    const Token& token = m_tokens[noted.place >> 32];
-    Instance made{static_cast<std::uint32_t>(noted.place), noted.access, token.further, token.position(), noted.verb};
+    const Token& token = tokens[noted.place >> 32];
+    Instance& made = *next++;
+    made.construct = static_cast<std::uint32_t>(noted.place);
+    made.access = noted.access;
+    made.further = token.further;
+    made.at = token.position();
+    made.verb = noted.verb;
     if (token.kind == TokenKind::picture) {
       made.further = 0;
       if (const auto placed = m_placed.find(noted.place); placed != m_placed.end()) made.at = placed->second;
     }
-    m_analysis.instances.push_back(made);
   }
+  instances.resize(static_cast<std::size_t>(next - instances.data()));
+  m_analysis.instances = std::move(instances);
   m_relations.finish();
 }
 

@@ -22,9 +22,9 @@ struct Operand {
   enum class Sort : std::uint8_t { none, item, lengthOf, addressOf, literal };
   Sort sort = Sort::none;
   std::uint32_t token = 0; ///< its name's token
-  std::uint32_t first = 0; ///< candidates in the reader's pool; more than one when the name is ambiguous
-  std::uint32_t count = 0;
-  Part part{}; ///< of the item
+  std::uint32_t first = 0; ///< the construct; of several candidates the first one's place in the reader's pool
+  std::uint32_t count = 0; ///< more than one when the name is ambiguous
+  Part part{};             ///< of the item
 
   bool isItem() const { return sort == Sort::item; }
   explicit operator bool() const { return sort != Sort::none; }
@@ -70,6 +70,8 @@ class StatementReader {
   bool atEnd() const { return m_here >= m_limit; }
   std::uint32_t index() const { return static_cast<std::uint32_t>(m_here - m_tokens); }
   std::uint32_t end() const { return static_cast<std::uint32_t>(m_limit - m_tokens); }
+  /// Steps over the token; its index.
+  std::uint32_t takeIndex() { return static_cast<std::uint32_t>(m_here++ - m_tokens); }
   void moveTo(std::uint32_t index) { m_here = m_tokens + index; }
   void advance(std::uint32_t count = 1) { m_here += count; }
   const Token& token(std::uint32_t ahead = 0) const { return m_here + ahead < m_limit ? m_here[ahead] : m_nothing; }
@@ -106,6 +108,13 @@ class StatementReader {
     if (t.kind == TokenKind::number || t.kind == TokenKind::literal) return true;
     return t.kind == TokenKind::word ? t.text < keywordCount() && isConstantHere(keywordOf(t.text)) : atSignedNumber();
   }
+  /// Passes over a number or literal that no symbol follows, so that it is the whole of an operand.
+  bool acceptLoneConstant() {
+    const TokenKind kind = token().kind;
+    if ((kind != TokenKind::literal && kind != TokenKind::number) || token(1).kind == TokenKind::symbol) return false;
+    ++m_here;
+    return true;
+  }
   /// A name, a constant, LENGTH OF, ADDRESS OF or FUNCTION.
   bool atOperand() const {
     return isPlainName(token()) || (!atBoundary() && (atConstant() || atName() || atOperandWord()));
@@ -136,12 +145,7 @@ class StatementReader {
   /// Reads `name {OF name} [(subscripts)] [(from:length)]`, LENGTH OF, ADDRESS OF or a constant. Instances are recorded
   /// for qualifiers and for what the parentheses hold; the operand itself is recorded by `touch`.
   Operand operand(Demand demand = Demand::dataName) {
-    if (atLoneName()) {
-      if (const auto only = m_resolver.declaredOnce(token().text)) {
-        advance();
-        return operandOf(*only, index() - 1);
-      }
-    }
+    if (const std::uint32_t only = loneItem(); only != Resolver::kNone) return operandOf(only, takeIndex());
     return longOperand(demand);
   }
   /// Reads a name where one stands and touches it; otherwise nothing happens and the result is none.
@@ -150,7 +154,7 @@ class StatementReader {
   void readAll(Access access, Demand demand = Demand::dataName);
   void touch(const Operand& operand, Access access) {
     if (operand.isItem() && operand.count == 1) {
-      touch(candidate(operand, 0), operand.token, access);
+      touch(operand.first, operand.token, access);
     } else {
       touchEach(operand, access);
     }
@@ -160,7 +164,9 @@ class StatementReader {
   }
   /// A name inside a token, such as a constant in a PICTURE; it is read if it is declared.
   void touchPlaced(NameId name, std::uint32_t token, Position at);
-  std::uint32_t candidate(const Operand& operand, std::uint32_t k) const { return m_pool[operand.first + k]; }
+  std::uint32_t candidate(const Operand& operand, std::uint32_t k) const {
+    return operand.count == 1 ? operand.first : m_pool[operand.first + k];
+  }
   const Construct& construct(std::uint32_t index) const { return m_analysis.constructs[index]; }
   /// Among several candidates for the next names those subordinate to the construct or belonging to the file win; -1:
   /// none.
@@ -168,9 +174,8 @@ class StatementReader {
   /// In EXEC text: a host variable behind its colon, `A.B` meaning B OF A.
   Operand hostVariable();
   /// An operand that stands for one construct.
-  Operand operandOf(std::uint32_t construct, std::uint32_t token) {
-    m_pool.push_back(construct);
-    return {Operand::Sort::item, token, static_cast<std::uint32_t>(m_pool.size() - 1), 1};
+  Operand operandOf(std::uint32_t construct, std::uint32_t token) const {
+    return {Operand::Sort::item, token, construct, 1};
   }
   /// An operand for every record of a file.
   Operand recordsOf(int file, std::uint32_t token);
@@ -193,18 +198,31 @@ class StatementReader {
 
   // Relations
   void relate(RelationKind kind, const Operand& from, const Operand& to);
-  void relateMove(const Operand& from, const Operand& to);
+  void relateMove(const Operand& from, const Operand& to) {
+    if (!from.isItem() || !to.isItem()) return;
+    for (std::uint32_t i = 0; i < from.count; ++i) {
+      for (std::uint32_t k = 0; k < to.count; ++k)
+        m_relations.addMove(candidate(from, i), candidate(to, k), from.token, from.part, to.part);
+    }
+  }
   void relateLeaves(const Operand& from, const Operand& to);
   /// What a term that is assigned does to the receiver: Move, Addition, Computation or Length.
   void relateFlow(const Term& from, const Operand& to);
-  void relateFlow(TermRange from, const Operand& to);
+  void relateFlow(TermRange from, const Operand& to) {
+    for (std::uint32_t i = from.begin; i < from.end; ++i)
+      relateFlow(m_terms[i], to);
+  }
   void relateAll(RelationKind kind, TermRange from, const Operand& to);
   /// The same but with Move and Addition taken as that kind.
   void relateFlowAs(RelationKind kind, TermRange from, const Operand& to);
 
   // Statements
   /// Forgets the operands of the statement before and notes the verb, the word at `index`.
-  void beginStatement(NameId verb);
+  void beginStatement(NameId verb) {
+    m_verb = verb;
+    m_pool.clear();
+    m_terms.clear();
+  }
   /// Takes every declared name up to the boundary as read.
   void generic();
   void diagnose(Code code, Severity severity, std::uint32_t token, std::string text);
@@ -280,6 +298,8 @@ class StatementReader {
     if (next.kind == TokenKind::symbol) return !isSymbol(next, '(') && next.text != m_inlineMethod;
     return next.kind != TokenKind::word || !isQualifying(next.text);
   }
+  /// The only construct that such a name here can mean, as with most operands; else kNone.
+  std::uint32_t loneItem() const { return atLoneName() ? m_resolver.declaredOnce(token().text) : Resolver::kNone; }
   static bool isQualifying(NameId word) { return word == idOf(Keyword::Of) || word == idOf(Keyword::In); }
   bool atQualifier() const {
     const Token& t = token();
@@ -306,14 +326,27 @@ class StatementReader {
   bool acceptFunction() { return atFunction() && openFunction(); }
   bool openFunction();
   TermRange terms(bool operators);
+  void takeItem(std::uint32_t only);
   void takeTerm(bool measured = false);
   static void endChain(Level& level, std::uint32_t size, std::vector<Mark>& marks);
   static void endSum(Level& level, std::uint32_t size, std::vector<Mark>& marks);
   void closeFunction(const Level& level);
   void measureTerms(std::uint32_t begin);
   void applyMarks(std::uint32_t begin);
-  bool openGroup();
-  bool closeGroup();
+  bool openGroup() {
+    if (!acceptSymbol('(')) return false;
+    beginGroup();
+    return true;
+  }
+  void beginGroup();
+  bool closeGroup() {
+    if (m_levels.size() < 2 || !acceptSymbol(')')) return false;
+    endGroup();
+    return true;
+  }
+  void endGroup();
+  bool conditionOperand(bool& expectsOperand);
+  bool conditionOperator(bool& expectsOperand);
   void endRelation(Level& level);
   bool acceptTest();
   void compare(TermRange left, TermRange right);
@@ -334,7 +367,7 @@ class StatementReader {
   bool m_hadTest = false;
   int m_preferredParent = -1;
   int m_preferredFile = -1;
-  std::vector<std::uint32_t> m_pool; ///< candidates of the statement's operands
+  std::vector<std::uint32_t> m_pool; ///< of the statement: candidates of names that have several
   std::vector<Term> m_terms;
   std::vector<Level> m_levels;
   std::vector<Mark> m_marks;
@@ -345,7 +378,6 @@ class StatementReader {
   std::vector<std::uint32_t> m_qualifierTokens;
   std::vector<Noted> m_noted;
   std::map<std::uint64_t, Position> m_placed; ///< by `place`: where inside the token
-  std::vector<int> m_ancestors;
   NameId m_power = 0;
   NameId m_inlineMethod = 0;
   NameId m_responseCode = 0;

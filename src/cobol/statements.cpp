@@ -9,9 +9,7 @@ namespace cobol {
 
 namespace {
 
-using Table = std::array<StatementHandler, keywordCount()>;
-
-constexpr std::pair<Keyword, StatementHandler> kHandlers[] = {
+constexpr std::pair<Keyword, StatementHandler> kVerbs[] = {
     {Keyword::Accept, readAccept},
     {Keyword::Add, readAdd},
     {Keyword::Allocate, readAllocate},
@@ -113,21 +111,16 @@ constexpr std::array<Ending, keywordCount()> makeEndings() {
   return endings;
 }
 
-constexpr Table makeTable() {
-  Table table{};
-  for (const auto& [verb, handler] : kHandlers)
-    table[idOf(verb)] = handler;
-  return table;
+constexpr std::array<StatementHandler, keywordCount()> makeHandlers() {
+  std::array<StatementHandler, keywordCount()> handlers{};
+  for (const auto& [verb, handler] : kVerbs)
+    handlers[idOf(verb)] = handler;
+  return handlers;
 }
-
-constexpr Table kTable = makeTable();
 
 } // namespace
 
 constexpr std::array<Ending, keywordCount()> kEndings = makeEndings();
-
-StatementHandler handlerOf(Keyword verb) {
-  return kTable[idOf(verb)];
-}
+constexpr std::array<StatementHandler, keywordCount()> kHandlers = makeHandlers();
 
 } // namespace cobol

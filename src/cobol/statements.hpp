@@ -25,7 +25,10 @@ inline Ending endingOf(NameId id) {
 using StatementHandler = void (*)(StatementReader&);
 
 /// The handler of a verb; null for words that begin no statement the analyser knows.
-StatementHandler handlerOf(Keyword verb);
+extern const std::array<StatementHandler, keywordCount()> kHandlers;
+inline StatementHandler handlerOf(Keyword verb) {
+  return kHandlers[idOf(verb)];
+}
 
 void readMove(StatementReader&);
 void readInitialize(StatementReader&);

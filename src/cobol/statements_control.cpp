@@ -28,10 +28,13 @@ bool isPerformPhrase(Keyword word) {
 /// How many tokens a reference or number takes that stands `ahead`; 0: none stands there.
 std::uint32_t operandLength(const StatementReader& r, std::uint32_t ahead) {
   const std::uint32_t begin = ahead;
-  if (r.token(ahead).kind == TokenKind::number) return 1;
-  if (r.keyword(ahead) == Keyword::Function || r.keyword(ahead) == Keyword::Length) ++ahead;
-  if (r.keyword(ahead) == Keyword::Of) ++ahead;
-  if (r.token(ahead).kind != TokenKind::word) return 0;
+  const Token& first = r.token(ahead);
+  if (first.kind == TokenKind::number) return 1;
+  if (first.kind != TokenKind::word) return 0;
+  Keyword word = keywordOf(first.text);
+  if (word == Keyword::Function || word == Keyword::Length) word = r.keyword(++ahead);
+  if (word == Keyword::Of) ++ahead;
+  if (ahead > begin && r.token(ahead).kind != TokenKind::word) return 0;
   ++ahead;
   while (r.keyword(ahead) == Keyword::Of || r.keyword(ahead) == Keyword::In)
     ahead += 2;

@@ -39,7 +39,7 @@ Demand demandOfTargets(const StatementReader& r) {
   for (std::uint32_t ahead = 0;; ++ahead) {
     const Token& t = r.token(ahead);
     if (t.kind == TokenKind::period || t.kind == TokenKind::end || r.isVerb(t)) return Demand::dataName;
-    const Keyword word = r.keyword(ahead);
+    const Keyword word = t.kind == TokenKind::word ? keywordOf(t.text) : Keyword::None;
     if (word == Keyword::To || word == Keyword::Up || word == Keyword::Down) {
       const Keyword source = r.keyword(ahead + 1);
       return source == Keyword::On || source == Keyword::Off ? Demand::declared : Demand::dataName;

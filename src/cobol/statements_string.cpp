@@ -44,6 +44,7 @@ void unstringReceivers(StatementReader& r, const Operand& source) {
 
 void readString(StatementReader& r) {
   std::vector<Operand> sources;
+  sources.reserve(8); // most have fewer
   while (!r.atBoundary() && !r.accept(Keyword::Into)) {
     if (r.at(Keyword::Delimited)) {
       r.skip({Keyword::Delimited, Keyword::By});
