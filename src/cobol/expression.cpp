@@ -130,8 +130,8 @@ bool StatementReader::acceptArithmeticOperator() {
 
 // Without a sign, a parenthesis or a function it is one operand.
 TermRange StatementReader::primary() {
-  if (acceptLoneConstant()) return {};
   const std::uint32_t first = termCount();
+  if (acceptLoneConstant()) return {first, first};
   if (const std::uint32_t only = loneItem(); only != Resolver::kNone) {
     takeItem(only); // no function: something declares the name
     return {first, termCount()};
