@@ -50,7 +50,8 @@ bool mayBeListingWord(const CodeLine& line) {
   }
 }
 
-// The words that change how the text behind them is read, outside EXEC text.
+// The words that change how the text behind them is read, outside EXEC text: the cases of `onWord`, which is left at
+// once for all others.
 constexpr auto kTurns = [] {
   std::array<bool, static_cast<std::size_t>(Keyword::Count_)> turns{};
   for (const Keyword word :
@@ -219,11 +220,11 @@ Keyword Scanner::before(std::size_t back) const {
 
 // Does what a word changes; gives where to read on.
 const char* Scanner::onWord(Keyword word, const char* behind, const char* end) {
-  if (!m_inExec && !kTurns[idOf(word)]) return behind;
   if (m_inExec) {
     onExecWord(word);
     return behind;
   }
+  if (!kTurns[idOf(word)]) return behind;
   switch (word) {
   case Keyword::Pic:
   case Keyword::Picture:
